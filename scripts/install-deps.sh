@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# Installs the Debian packages Kestrel builds with. Safe to run again: it only
+# calls apt-get when a package is missing, and stays quiet otherwise.
+set -euo pipefail
+
+packages=(
+  cmake ninja-build g++ clang libclang-rt-dev
+  libtinyxml2-dev libassimp-dev libcli11-dev
+  libgtest-dev libgmock-dev libbenchmark-dev libmeshoptimizer-dev
+)
+
+missing=()
+for p in "${packages[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
+    missing+=("$p")
+  fi
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+echo "Installing: ${missing[*]}"
+sudo_cmd=()
+[ "$(id -u)" -ne 0 ] && sudo_cmd=(sudo)
+export DEBIAN_FRONTEND=noninteractive
+"${sudo_cmd[@]}" apt-get update -qq
+"${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
