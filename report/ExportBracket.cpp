@@ -1,0 +1,58 @@
+#include "report/ExportBracket.h"
+
+#include "report/DebugFile.h"
+#include "report/LogWindow.h"
+#include "report/VReport.h"
+#include "report/VReportEntry.h"
+
+namespace {
+
+constexpr const char* ExporterVersion = "7, 6, 3, 0";
+constexpr int SettingsVersion = 4;
+constexpr const char* ReportCaption = "Exporter: Issues during export";
+
+}
+
+void BeginExportBracket(VReport& report, const VExportBracketParams& params)
+{
+    report.Clear();
+
+    if (params.DebugPrint && !params.TargetDirectory.empty()) {
+        OpenDebugFile(params.TargetDirectory + "debug.txt", DebugFileFlushEachLine);
+        DebugPrint("Opening debug file for %s\r\n\r\n", params.TargetFile.c_str());
+        DebugPrint("Exporter version: %s\r\n", ExporterVersion);
+        DebugPrint("Settings version: %i\r\n", SettingsVersion);
+        DebugPrint("Maya version: %s\r\n", params.MayaVersion.c_str());
+    }
+
+    if (params.ShowLog && FindLogWindow() == LogWindowNotFound && params.LaunchLogViewer) {
+        params.LaunchLogViewer();
+        FindLogWindow();
+    }
+}
+
+void EndExportBracket(VReport& report, const VExportBracketParams& params)
+{
+    if (params.NoPrompt) {
+        // Nobody is there to read warnings in a batch export; only errors are filed.
+        report.Finalize(SeverityError);
+        report.WriteReportToFile(params.TargetDirectory + "ErrLog.txt");
+        if (params.ReportView)
+            report.ShowReportDialog(*params.ReportView, ReportCaption);
+    } else {
+        report.Finalize(SeverityInformation);
+        if (params.ReportView)
+            report.ShowReportDialog(*params.ReportView, ReportCaption);
+        if (params.DisplayViewer && params.LaunchViewer)
+            params.LaunchViewer();
+    }
+    report.Clear();
+
+    if (!params.NoPrompt) {
+        LogControl(false);
+        LogQuit();
+    }
+    // In an interactive export the window is already let go, so this reaches only the batch log.
+    LogPrint("Closing debug file for %s\r\n", params.TargetFile.c_str());
+    CloseDebugFile();
+}

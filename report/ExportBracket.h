@@ -1,0 +1,35 @@
+#pragma once
+// What opens and closes around every export: the issue report is emptied before and shown or filed
+// after, the debug file and the log window are connected before and let go after. The services of
+// other folders (starting programs, the report dialog) come in as parameters.
+
+#include <functional>
+#include <string>
+
+class VReport;
+class VReportView;
+
+struct VExportBracketParams {
+    std::string TargetFile;
+    // The target file's folder with its closing backslash; debug.txt and ErrLog.txt go there.
+    std::string TargetDirectory;
+    // Maya runs without prompts: errors are filed as ErrLog.txt and the log viewer is left open.
+    bool NoPrompt = false;
+    // The application settings of the same names.
+    bool DebugPrint = false;
+    bool ShowLog = false;
+    // The option of the same name: start the viewer on the result after an interactive export.
+    bool DisplayViewer = false;
+    std::string MayaVersion;
+    // Starts the log viewer ("Reslook" with "-hide") when ShowLog finds none running.
+    std::function<void()> LaunchLogViewer;
+    // Starts the viewer on the exported file.
+    std::function<void()> LaunchViewer;
+    // Shows the finalised entries: the report dialog after an interactive export. In a batch export
+    // the entries are filed in any case and shown here too when a view is given (the command line
+    // prints them).
+    VReportView* ReportView = nullptr;
+};
+
+void BeginExportBracket(VReport& report, const VExportBracketParams& params);
+void EndExportBracket(VReport& report, const VExportBracketParams& params);
