@@ -1,0 +1,27 @@
+#pragma once
+// The vertex of a skinned model: a vertex with up to four bone influences. A bone and its
+// vertices mirror each other: the vertex lists the bone in a slot exactly when the bone lists
+// the vertex.
+
+#include "model/VMVertexData.h"
+
+#include <cstdint>
+
+class VMBone;
+
+struct VMSkinVertex : VMVertexData {
+    static constexpr int MaxInfluences = 4;
+
+    // The vertex position in the space of each slot's bone.
+    float SlotPositions[MaxInfluences][3] = {};
+    // The normal in the space of the first slot's bone.
+    float SlotNormal[3] = {0.0f, 0.0f, 0.0f};
+    uint32_t InfluenceCount = 0;
+    VMBone* InfluenceBones[MaxInfluences] = {nullptr, nullptr, nullptr, nullptr};
+    float InfluenceWeights[MaxInfluences] = {0.0f, 0.0f, 0.0f, 0.0f};
+
+    // Scratch links of the model optimisation: the vertex this one merges into, and the first
+    // vertex with exactly the same position.
+    VMSkinVertex* MergeTarget = nullptr;
+    VMSkinVertex* IdLink = nullptr;
+};

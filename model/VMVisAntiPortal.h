@@ -1,0 +1,17 @@
+#pragma once
+// An occluder: a polygon that hides what lies behind it. It owns its corner vertices.
+
+#include "model/VMVertex.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+struct VMVisAntiPortal {
+    // Null when memory runs out.
+    static std::unique_ptr<VMVisAntiPortal> Create(int cornerCount);
+
+    std::vector<std::unique_ptr<VMVertex>> Corners;
+    std::string Name;
+    int Index = 0;
+};
