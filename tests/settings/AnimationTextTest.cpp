@@ -1,0 +1,291 @@
+#include "settings/AnimationText.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+VAnimationTable Load(std::string_view text)
+{
+    VAnimationTable animations;
+    LoadAnimationsFromString(text, animations);
+    return animations;
+}
+
+VAnimationDescription Walk()
+{
+    VAnimationDescription walk;
+    walk.Name = "walk fast=1";
+    walk.SourceFile = "C:\\anims\\walk.ma";
+    walk.Type = kAnimTypeBone;
+    walk.Looped = 1;
+    walk.UseRange = 1;
+    walk.RangeStart = 12;
+    walk.RangeEnd = 48;
+    walk.UseMaxFrames = 0;
+    walk.EstimateFrames = 5;
+    walk.EstimateLevel = 6;
+    walk.Frames = 7;
+    walk.MotionDelta = 1;
+    walk.CompensateRotation = 1;
+    walk.CompensateOffset = 0;
+    walk.MoveX = 1;
+    walk.MoveY = 0;
+    walk.MoveZ = 1;
+    walk.RotationAxis = 2;
+    walk.Compressed = false;
+    return walk;
+}
+
+} // namespace
+
+TEST(AnimationTextSave, WritesTheCountAndTwentyOneKeyLinesPerEntry)
+{
+    VAnimationTable animations;
+    animations.Add(Walk());
+    const std::string expected = "// NumAnimations: 1\r\n"
+                                 "// Animation: walk%20fast%3D1\r\n"
+                                 "// AnimFile: C:\\anims\\walk.ma\r\n"
+                                 "// AnimType: 3\r\n"
+                                 "// AnimLooped: 1\r\n"
+                                 "// AnimUseRange: 1\r\n"
+                                 "// AnimRangeStart: 12\r\n"
+                                 "// AnimRangeEnd: 48\r\n"
+                                 "// UseMaxFrames: 0\r\n"
+                                 "// EstimateFrames: 5\r\n"
+                                 "// EstimateLevel: 6\r\n"
+                                 "// AnimFrames: 7\r\n"
+                                 "// AnimMotionDelta: 1\r\n"
+                                 "// AnimCompRot: 1\r\n"
+                                 "// AnimCompOfs: 0\r\n"
+                                 "// AnimMovX: 1\r\n"
+                                 "// AnimMovY: 0\r\n"
+                                 "// AnimMovZ: 1\r\n"
+                                 "// AnimRotX: 0\r\n"
+                                 "// AnimRotY: 1\r\n"
+                                 "// AnimRotZ: 0\r\n"
+                                 "// AnimCompressed: 0\r\n";
+    EXPECT_EQ(SaveAnimationsToString(animations), expected);
+}
+
+TEST(AnimationTextSave, EmptyTableWritesOnlyTheCount)
+{
+    EXPECT_EQ(SaveAnimationsToString(VAnimationTable {}), "// NumAnimations: 0\r\n");
+}
+
+TEST(AnimationTextSave, DefaultEntryEscapesItsSourceFile)
+{
+    VAnimationTable animations;
+    animations.Add(VAnimationDescription {});
+    const std::string text = SaveAnimationsToString(animations);
+    EXPECT_NE(text.find("// Animation: Noname\r\n// AnimFile: [This%20file]\r\n"), std::string::npos);
+}
+
+TEST(AnimationTextSave, RotationAxisSetsExactlyOneOfTheThreeAxisLines)
+{
+    for (int axis = 0; axis <= 3; ++axis) {
+        VAnimationTable animations;
+        VAnimationDescription entry;
+        entry.RotationAxis = axis;
+        animations.Add(entry);
+        const std::string text = SaveAnimationsToString(animations);
+        EXPECT_NE(text.find(axis == 1 ? "// AnimRotX: 1\r\n" : "// AnimRotX: 0\r\n"), std::string::npos) << axis;
+        EXPECT_NE(text.find(axis == 2 ? "// AnimRotY: 1\r\n" : "// AnimRotY: 0\r\n"), std::string::npos) << axis;
+        EXPECT_NE(text.find(axis == 3 ? "// AnimRotZ: 1\r\n" : "// AnimRotZ: 0\r\n"), std::string::npos) << axis;
+    }
+}
+
+TEST(AnimationTextSave, EscapedNamesAreCutTo255Characters)
+{
+    VAnimationTable animations;
+    VAnimationDescription entry;
+    entry.Name = std::string(300, 'n');
+    entry.SourceFile = std::string(100, ' ');
+    animations.Add(entry);
+    const std::string text = SaveAnimationsToString(animations);
+    EXPECT_NE(text.find("// Animation: " + std::string(255, 'n') + "\r\n"), std::string::npos);
+    std::string cutFile;
+    for (int i = 0; i < 85; ++i)
+        cutFile += "%20";
+    EXPECT_NE(text.find("// AnimFile: " + cutFile + "\r\n"), std::string::npos);
+}
+
+TEST(AnimationTextSave, TracesItsStartAndEnd)
+{
+    std::vector<std::string> lines;
+    SaveAnimationsToString(VAnimationTable {}, [&](std::string_view line) { lines.emplace_back(line); });
+    const std::vector<std::string> expected {"SaveAnimationsToString()\r\n", "End of SaveAnimationsToString()\r\n"};
+    EXPECT_EQ(lines, expected);
+}
+
+TEST(AnimationTextLoad, SavedTableLoadsBackUnchanged)
+{
+    VAnimationTable animations;
+    animations.Add(Walk());
+    VAnimationDescription morph;
+    morph.Name = "smile";
+    morph.Type = kAnimTypeMorphTarget;
+    morph.RotationAxis = 1;
+    animations.Add(morph);
+    animations.Add(VAnimationDescription {});
+    EXPECT_EQ(Load(SaveAnimationsToString(animations)), animations);
+}
+
+TEST(AnimationTextLoad, EscapedNameIsReadBackWithItsBlankAndEqualsSign)
+{
+    const VAnimationTable animations = Load("// NumAnimations: 1\r\n// Animation: walk%20fast%3D1\r\n");
+    ASSERT_EQ(animations.Count(), 1);
+    EXPECT_EQ(animations[0].Name, "walk fast=1");
+}
+
+TEST(AnimationTextLoad, AnimationKeyResetsTheFieldsOlderBlocksDidNotWrite)
+{
+    const VAnimationTable animations = Load("NumAnimations: 1 Animation: old");
+    ASSERT_EQ(animations.Count(), 1);
+    const VAnimationDescription& entry = animations[0];
+    EXPECT_EQ(entry.CompensateRotation, 0);
+    EXPECT_EQ(entry.CompensateOffset, 0);
+    EXPECT_EQ(entry.MoveX, 1);
+    EXPECT_EQ(entry.MoveY, 1);
+    EXPECT_EQ(entry.MoveZ, 1);
+    EXPECT_EQ(entry.RotationAxis, 0);
+    EXPECT_EQ(entry.EstimateFrames, 0);
+    EXPECT_EQ(entry.EstimateLevel, 2);
+    EXPECT_FALSE(entry.Compressed);
+    EXPECT_EQ(entry.SourceFile, "[This file]");
+    EXPECT_EQ(entry.UseMaxFrames, 1);
+}
+
+TEST(AnimationTextLoad, EntriesNotNamedByAnAnimationKeyKeepTheNewEntryDefaults)
+{
+    const VAnimationTable animations = Load("// NumAnimations: 2\r\n// Animation: first\r\n");
+    ASSERT_EQ(animations.Count(), 2);
+    EXPECT_EQ(animations[1], VAnimationDescription {});
+}
+
+TEST(AnimationTextLoad, KeysAreComparedIgnoringCase)
+{
+    const VAnimationTable animations = Load("numanimations: 1 ANIMATION: a animtype: 5 ANIMRANGEEND: 9");
+    ASSERT_EQ(animations.Count(), 1);
+    EXPECT_EQ(animations[0].Type, kAnimTypeMorphTarget);
+    EXPECT_EQ(animations[0].RangeEnd, 9);
+}
+
+TEST(AnimationTextLoad, RotationAxisIsTakenFromTheLineWhoseValueStartsWithOne)
+{
+    EXPECT_EQ(Load("NumAnimations: 1 Animation: a AnimRotX: 0 AnimRotY: 0 AnimRotZ: 1")[0].RotationAxis, 3);
+    EXPECT_EQ(Load("NumAnimations: 1 Animation: a AnimRotX: 1 AnimRotY: 0 AnimRotZ: 0")[0].RotationAxis, 1);
+    EXPECT_EQ(Load("NumAnimations: 1 Animation: a AnimRotY: 12")[0].RotationAxis, 2);
+    EXPECT_EQ(Load("NumAnimations: 1 Animation: a AnimRotY: 01")[0].RotationAxis, 0);
+}
+
+TEST(AnimationTextLoad, StaticOffsetOfOlderBlocksSetsTheMotionDeltaAndEveryMovement)
+{
+    const VAnimationTable animations =
+        Load("NumAnimations: 1 Animation: a AnimMovX: 0 AnimMovY: 0 AnimMovZ: 0 AnimStaticOffset: 1");
+    EXPECT_EQ(animations[0].MotionDelta, 1);
+    EXPECT_EQ(animations[0].MoveX, 1);
+    EXPECT_EQ(animations[0].MoveY, 1);
+    EXPECT_EQ(animations[0].MoveZ, 1);
+}
+
+TEST(AnimationTextLoad, ExcludedAxesOfOlderBlocksAreTheOnesNotMoved)
+{
+    const VAnimationTable animations = Load("NumAnimations: 1 Animation: a AnimExcludeX: 1 AnimExcludeY: 0 "
+                                            "AnimExcludeZ: 2");
+    EXPECT_EQ(animations[0].MoveX, 0);
+    EXPECT_EQ(animations[0].MoveY, 1);
+    EXPECT_EQ(animations[0].MoveZ, 0);
+}
+
+TEST(AnimationTextLoad, CompressedIsOnForAnyNonZeroValue)
+{
+    EXPECT_TRUE(Load("NumAnimations: 1 Animation: a AnimCompressed: 7")[0].Compressed);
+    EXPECT_FALSE(Load("NumAnimations: 1 Animation: a AnimCompressed: 0")[0].Compressed);
+}
+
+TEST(AnimationTextLoad, UnknownKeysAreSkippedWithTheirValues)
+{
+    const VAnimationTable animations = Load("NumAnimations: 1 Animation: a Colour: AnimType: AnimType: 3");
+    EXPECT_EQ(animations[0].Type, kAnimTypeBone);
+}
+
+TEST(AnimationTextLoad, IntegerValueThatDoesNotParseLeavesTheFieldUnchanged)
+{
+    const VAnimationTable animations = Load("NumAnimations: 1 Animation: a AnimRangeEnd: 9 AnimRangeEnd: end");
+    EXPECT_EQ(animations[0].RangeEnd, 9);
+}
+
+TEST(AnimationTextLoad, KeysBeforeTheFirstAnimationKeyHaveNoEntryAndAreIgnored)
+{
+    const VAnimationTable animations = Load("NumAnimations: 1 AnimType: 3 AnimFile: x.ma Animation: a");
+    ASSERT_EQ(animations.Count(), 1);
+    EXPECT_EQ(animations[0].Type, kAnimTypeMuscle);
+    EXPECT_EQ(animations[0].SourceFile, "[This file]");
+}
+
+TEST(AnimationTextLoad, EntriesBeyondTheCountAreIgnored)
+{
+    const VAnimationTable animations =
+        Load("NumAnimations: 1 Animation: a AnimType: 3 Animation: b AnimType: 5 Animation: c");
+    ASSERT_EQ(animations.Count(), 1);
+    EXPECT_EQ(animations[0].Name, "a");
+    EXPECT_EQ(animations[0].Type, kAnimTypeBone);
+}
+
+TEST(AnimationTextLoad, CountAboveTheTableCapacityKeepsTheFirstEntries)
+{
+    std::vector<std::string> lines;
+    VAnimationTable animations;
+    LoadAnimationsFromString("NumAnimations: 5000 Animation: first", animations,
+                             [&](std::string_view line) { lines.emplace_back(line); });
+    ASSERT_EQ(animations.Count(), VAnimationTable::kCapacity);
+    EXPECT_EQ(animations[0].Name, "first");
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[1], "Only the first 1024 of 5000 animations are loaded\r\n");
+}
+
+TEST(AnimationTextLoad, NegativeCountEmptiesTheTable)
+{
+    VAnimationTable animations;
+    animations.Add(VAnimationDescription {});
+    LoadAnimationsFromString("NumAnimations: -3 Animation: a", animations);
+    EXPECT_EQ(animations.Count(), 0);
+}
+
+TEST(AnimationTextLoad, CountThatDoesNotParseKeepsTheTable)
+{
+    VAnimationTable animations;
+    animations.Add(VAnimationDescription {});
+    LoadAnimationsFromString("NumAnimations: many", animations);
+    EXPECT_EQ(animations.Count(), 1);
+}
+
+TEST(AnimationTextLoad, NameHoldingTheOptionsMarkerIsRefused)
+{
+    EXPECT_EQ(Load("NumAnimations: 1 Animation: <OPTIONS>")[0].Name, "Noname");
+}
+
+TEST(AnimationTextLoad, OverlongValueIsIgnored)
+{
+    const std::string longName(1024, 'x');
+    EXPECT_EQ(Load("NumAnimations: 1 Animation: a AnimFile: " + longName)[0].SourceFile, "[This file]");
+}
+
+TEST(AnimationTextLoad, KeyWithoutValueAtTheEndIsIgnored)
+{
+    EXPECT_EQ(Load("NumAnimations: 1 Animation: a AnimType:")[0].Type, kAnimTypeMuscle);
+}
+
+TEST(AnimationTextLoad, EmptyTextIsReportedAndChangesNothing)
+{
+    std::vector<std::string> lines;
+    VAnimationTable animations;
+    animations.Add(VAnimationDescription {});
+    LoadAnimationsFromString("", animations, [&](std::string_view line) { lines.emplace_back(line); });
+    EXPECT_EQ(animations.Count(), 1);
+    const std::vector<std::string> expected {"LoadAnimationsFromString()\r\n", "Animation options string was NULL\r\n"};
+    EXPECT_EQ(lines, expected);
+}

@@ -1,0 +1,88 @@
+#include "settings/SettingsFile.h"
+
+#include "base/FileSystem.h"
+#include "base/Path.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace {
+
+class SettingsFileTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        m_native = std::filesystem::temp_directory_path() /
+                   ("kestrel_settings_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+        std::filesystem::remove_all(m_native);
+        std::filesystem::create_directories(m_native);
+        m_target = JoinPath(FromNativePath(m_native.string()), "hero.model");
+    }
+    void TearDown() override { std::filesystem::remove_all(m_native); }
+
+    void WriteDataFolderFile(std::string_view text)
+    {
+        ASSERT_TRUE(CreateDirectories(m_target + "_data"));
+        ASSERT_TRUE(WriteFileAtomically(m_target + "_data\\_config.Xportel", text));
+    }
+
+    std::filesystem::path m_native;
+    std::string m_target;
+};
+
+} // namespace
+
+TEST_F(SettingsFileTest, SettingsLiveInTheTargetsDataFolder)
+{
+    EXPECT_EQ(SettingsFilePath("C:\\game\\hero.model"), "C:\\game\\hero.model_data\\_config.Xportel");
+    EXPECT_EQ(LegacySettingsFilePath("C:\\game\\hero.model"), "C:\\game\\hero.model.export.xml");
+}
+
+TEST_F(SettingsFileTest, DataFolderFileIsPreferredOverTheLegacyFile)
+{
+    WriteDataFolderFile("// MaxNumBones : 3\r\n");
+    ASSERT_TRUE(WriteFileAtomically(m_target + ".export.xml", "// MaxNumBones : 2\r\n"));
+    EXPECT_EQ(ReadSettingsFile(m_target, true), "// MaxNumBones : 3\r\n");
+}
+
+TEST_F(SettingsFileTest, LegacyFileIsReadOnlyWhereAllowed)
+{
+    ASSERT_TRUE(WriteFileAtomically(m_target + ".export.xml", "<OPTIONS>\r\n// MaxNumBones : 2\r\n"));
+    EXPECT_EQ(ReadSettingsFile(m_target, true), "<OPTIONS>\r\n// MaxNumBones : 2\r\n");
+    EXPECT_EQ(ReadSettingsFile(m_target, false), std::nullopt);
+}
+
+TEST_F(SettingsFileTest, LoadingAppliesTheStoredBlockAndTraces)
+{
+    WriteDataFolderFile("// MaxNumBones : 3\r\n// NumAnimations: 1\r\n// Animation: idle\r\n");
+    VExportOptions options;
+    VAnimationTable animations;
+    std::vector<std::string> lines;
+    EXPECT_TRUE(LoadSettingsFromFile(m_target, false, options, animations,
+                                     [&](std::string_view line) { lines.emplace_back(line); }));
+    EXPECT_EQ(options.MaxNumBones, 3);
+    ASSERT_EQ(animations.Count(), 1);
+    EXPECT_EQ(animations[0].Name, "idle");
+    ASSERT_FALSE(lines.empty());
+    EXPECT_EQ(lines[0], "LoadSettingsFromFile()\r\n");
+}
+
+TEST_F(SettingsFileTest, MissingFileLeavesTheDefaultsInForce)
+{
+    VExportOptions options;
+    VAnimationTable animations;
+    EXPECT_FALSE(LoadSettingsFromFile(m_target, true, options, animations));
+    EXPECT_EQ(options, VExportOptions {});
+}
+
+TEST_F(SettingsFileTest, EmptyFileLeavesTheDefaultsInForce)
+{
+    WriteDataFolderFile("");
+    VExportOptions options;
+    VAnimationTable animations;
+    EXPECT_TRUE(LoadSettingsFromFile(m_target, true, options, animations));
+    EXPECT_EQ(options, VExportOptions {});
+}
