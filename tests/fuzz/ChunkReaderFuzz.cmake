@@ -1,0 +1,1 @@
+kestrel_add_fuzzer(ChunkReaderFuzz SOURCES ${CMAKE_CURRENT_SOURCE_DIR}/ChunkReaderFuzz.cpp LIBS kestrel_formats_chunk)
