@@ -5,7 +5,9 @@
 // records (a vis area's polygons, a primitive's owners) are plain VPListT and own nothing.
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
+#include <new>
 #include <vector>
 
 template <class T>

@@ -31,6 +31,8 @@ public:
     VPListT<VMVisPortal> Portals;
     VPListT<VMVisArea> Neighbours;
     std::string Name;
+    // Position in the world's vis-area list, valid after enumeration.
+    int Index = 0;
     // The static mesh writer's submeshes of this area.
     VPListT<VMSubmesh> Submeshes;
 
