@@ -1,0 +1,1 @@
+kestrel_add_fuzzer(SettingsBlockFuzz SOURCES ${CMAKE_CURRENT_SOURCE_DIR}/SettingsBlockFuzz.cpp LIBS kestrel_settings)
