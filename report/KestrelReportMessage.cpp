@@ -81,9 +81,9 @@ constexpr std::array<MessageRow, IssueKindCount> MessageTable { {
       "Please, report this to support together with your Maya scene." },
     { IssueSkinCountMismatch, "Different vertex/polygon count before and after skinning", SeverityError,
       DetailForm::Header, nullptr,
-      "The number of vertices or polygons of a mesh changed between reading the mesh and reading its skin. This "
-      "usually means that the skin was bound to an earlier version of the mesh. Please, check the construction "
-      "history of the nodes listed below." },
+      "The mesh before skinning and the skinned mesh have different numbers of vertices or polygons, so the "
+      "polygons of these nodes were not exported. This usually means that the mesh was edited after it was bound to "
+      "its skin. Please, check the construction history of the nodes listed below." },
     { IssueEmptyScene, "Empty scene", SeverityWarning, DetailForm::Fixed, "",
       "Nothing was exported, because no exportable nodes were found. Please, check that the scene holds visible "
       "meshes that are not marked to be skipped, and that they are selected when you export the selection only." },
@@ -112,8 +112,9 @@ constexpr std::array<MessageRow, IssueKindCount> MessageTable { {
       "save the files listed below again from your paint program." },
     { IssueIllegalMaterialType, "Illegal material type", SeverityWarning, DetailForm::Header,
       "The following materials are affected:\r\n",
-      "Some materials are of a type that the exporter does not support, and they were exported as default "
-      "materials. Please, use lambert, phong or blinn materials for the materials listed below." },
+      "Some materials are of a type that the exporter does not support, and they were exported like lambert "
+      "materials as far as possible. Please, use lambert, phong, phongE, blinn, anisotropic or layered shaders for "
+      "the materials listed below." },
     { IssueColorMaterialWithBump, "Color material with bump map", SeverityWarning, DetailForm::Header,
       "The following materials are affected:\r\n",
       "Some materials had a bump map but only a color instead of a color texture. A bump map can only be combined "
@@ -146,8 +147,9 @@ constexpr std::array<MessageRow, IssueKindCount> MessageTable { {
       "engine. Please, map the UVs of the meshes listed below completely." },
     { IssueNoSkin, "No skin was found", SeverityWarning, DetailForm::Header,
       "The following nodes were not skinned:\r\n",
-      "Some nodes of the model are not bound to the skeleton, so they will not follow the bones when the model is "
-      "animated. Please, bind the nodes listed below to the skeleton." },
+      "Some nodes of the model are not bound to the skeleton. Their vertices were bound to the root bone, so they "
+      "will not follow the other bones when the model is animated. Please, bind the nodes listed below to the "
+      "skeleton." },
     { IssueNullBoneInfluence, "NULL bone found in skin influence list", SeverityWarning, DetailForm::Fixed, "",
       "A skin cluster listed an influence that is not a bone, and the influence was ignored. Please, check the "
       "influence lists of the skin clusters in your Maya scene." },
@@ -196,8 +198,8 @@ constexpr std::array<MessageRow, IssueKindCount> MessageTable { {
       "Files that the exported asset refers to are missing from the target directory, so the engine will not find "
       "them. Please, copy the files listed below into the target directory." },
     { IssueVertexWithoutSkin, "Vertex without skinning information", SeverityWarning, DetailForm::Data, "",
-      "Some vertices are not influenced by any bone, so they will stay in place when the model is animated. "
-      "Please, check the skin weights of the vertices listed below." },
+      "Some vertices are not influenced by any bone. They were bound to the root bone, so they will not follow the "
+      "other bones when the model is animated. Please, check your Maya scene for vertices without skin weights." },
     { IssueBoneAnimationAdjustment, "Bone animation adjustment failed", SeverityWarning, DetailForm::Fixed, "",
       "The bone animation could not be adjusted to the skeleton of the model, so it may play incorrectly. Please, "
       "check that the animation was made for the same skeleton as the model." },
@@ -207,8 +209,8 @@ constexpr std::array<MessageRow, IssueKindCount> MessageTable { {
       "using only letters, digits and underscores." },
     { IssueInvalidDagNode, "Invalid dag node requested", SeverityWarning, DetailForm::Header,
       "The following invalid DAG nodes were requested:\r\n",
-      "Some DAG nodes named in the export settings do not exist in the scene. They may have been deleted or "
-      "renamed since the settings were saved. Please, check the nodes listed below." },
+      "Maya could not give the full path name of some DAG nodes that the exporter asked for, so they could not be "
+      "exported correctly. Please, check your Maya scene for broken or deleted nodes in the parts listed below." },
     { IssueMoreThan64kVertices, "Model has more than 65536 vertices", SeverityWarning, DetailForm::Data, "",
       "The model to be exported has more than 65536 vertices, although\r\nthe \"Warn if model has > 65536 vertices "
       "(Wii hardware limit)\" flag\r\nhas been set." },
@@ -227,11 +229,11 @@ constexpr std::array<MessageRow, IssueKindCount> MessageTable { {
       "color materials in the structure preview. If you don't want this message to occur, you can turn it off in "
       "the Global Settings menu." },
     { IssueInvalidTextureUVs, "Node has invalid texture UVs", SeverityError, DetailForm::Data, "",
-      "Some nodes have texture coordinates that are not valid numbers. Please, check the UV mapping of the nodes "
-      "listed below." },
+      "Some nodes have polygons that refer to texture coordinates that do not exist. Please, check the UV mapping "
+      "of the nodes listed below, for example by cleaning up the meshes." },
     { IssueInvalidTangents, "Node has invalid Tangents", SeverityError, DetailForm::Data, "",
-      "Some nodes have tangents that could not be computed, usually because of faces or UVs that have no area. "
-      "Please, check the geometry and the UV mapping of the nodes listed below." },
+      "Maya could not give the tangents of some nodes, usually because of faces or UVs that have no area. Please, "
+      "check the geometry and the UV mapping of the nodes listed below." },
 } };
 
 constexpr bool RowsFollowKinds()

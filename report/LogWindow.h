@@ -17,8 +17,8 @@ constexpr std::string_view LogDisableQuitMessage = "VGL_LOG_DISABLEQUIT";
 constexpr std::string_view LogEnableQuitMessage = "VGL_LOG_ENABLEQUIT";
 constexpr std::string_view LogQuitMessage = "VGL_LOG_QUIT";
 
-// How FindLogWindow looks for the viewer: answers its sink, or nullptr when it is not running.
-// The sink must stay valid while it is held.
+// How FindLogWindow looks for the viewer: brings its window to the top and answers its sink, or
+// answers nullptr when it is not running. The sink must stay valid while it is held.
 using VLogWindowLocator = std::function<VLogSink*()>;
 void SetLogWindowLocator(VLogWindowLocator locator);
 
