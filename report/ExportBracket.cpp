@@ -1,5 +1,7 @@
 #include "report/ExportBracket.h"
 
+#include "base/Version.h"
+
 #include "report/DebugFile.h"
 #include "report/LogWindow.h"
 #include "report/VReport.h"
@@ -7,7 +9,6 @@
 
 namespace {
 
-constexpr const char* ExporterVersion = "7, 6, 3, 0";
 constexpr int SettingsVersion = 4;
 constexpr const char* ReportCaption = "Exporter: Issues during export";
 
@@ -20,7 +21,7 @@ void BeginExportBracket(VReport& report, const VExportBracketParams& params)
     if (params.DebugPrint && !params.TargetDirectory.empty()) {
         OpenDebugFile(params.TargetDirectory + "debug.txt", DebugFileFlushEachLine);
         DebugPrint("Opening debug file for %s\r\n\r\n", params.TargetFile.c_str());
-        DebugPrint("Exporter version: %s\r\n", ExporterVersion);
+        DebugPrint("Exporter version: %s\r\n", ExporterVersionText);
         DebugPrint("Settings version: %i\r\n", SettingsVersion);
         DebugPrint("Maya version: %s\r\n", params.MayaVersion.c_str());
     }
