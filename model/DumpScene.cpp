@@ -92,10 +92,10 @@ void DumpVertexData(const VMVertexData& v, const Positions& materials, std::stri
 }
 
 template <class T>
-void DumpPrimitives(const char* kind, const VMOwnedList<T>& list, const Positions& vertices, const Positions& materials,
+void DumpPrimitives(const char* kind, const char* plural, const VMOwnedList<T>& list, const Positions& vertices, const Positions& materials,
                     const Positions& areas, std::string& out)
 {
-    out += Format("%ss %d\n", kind, list.Count());
+    out += Format("%s %d\n", plural, list.Count());
     for (int i = 0; i < list.Count(); ++i) {
         const T* p = list[i];
         if (p == nullptr) {
@@ -227,10 +227,10 @@ std::string DumpScene(const VMWorld& world)
         DumpVertexData(*v, materials, out);
         out += Format(" merge %d\n", vertices.Of(v->MergeLink));
     }
-    DumpPrimitives("polygon", world.Polygons, vertices, materials, areas, out);
-    DumpPrimitives("trilist", world.TriLists, vertices, materials, areas, out);
-    DumpPrimitives("patch", world.Patches, vertices, materials, areas, out);
-    DumpPrimitives("heightfield", world.Heightfields, vertices, materials, areas, out);
+    DumpPrimitives("polygon", "polygons", world.Polygons, vertices, materials, areas, out);
+    DumpPrimitives("trilist", "trilists", world.TriLists, vertices, materials, areas, out);
+    DumpPrimitives("patch", "patches", world.Patches, vertices, materials, areas, out);
+    DumpPrimitives("heightfield", "heightfields", world.Heightfields, vertices, materials, areas, out);
     out += Format("lights %d\n", world.Lights.Count());
     for (int i = 0; i < world.Lights.Count(); ++i) {
         const VMLight* light = world.Lights[i];
