@@ -1,0 +1,291 @@
+#include "geometry/AdjustTriangles.h"
+
+#include "geometry/FixID.h"
+#include "geometry/FoldExactDuplicates.h"
+#include "geometry/RemoveDegeneratePolygons.h"
+#include "geometry/RemoveTriLists.h"
+#include "geometry/SplitPolygon.h"
+#include "geometry/VertexSearchTree.h"
+#include "geometry/WeldVertices.h"
+#include "model/VMWorld.h"
+#include "report/GeometryLog.h"
+
+#include <cstdint>
+#include <memory>
+#include <new>
+
+namespace {
+
+constexpr int MaxPolygonCorners = 32;
+
+enum VertexState : uint32_t {
+    Free = 0,
+    Used = 1,
+    PatchControl = 2,
+    HeightfieldCorner = 3,
+};
+
+bool HasPrimitives(const VMWorld& world)
+{
+    return !world.Polygons.IsEmpty() || !world.TriLists.IsEmpty() || !world.Patches.IsEmpty() ||
+           !world.Heightfields.IsEmpty();
+}
+
+template <class List>
+void AssignMissingMaterial(const List& primitives, VMMaterial* material)
+{
+    for (auto* primitive : primitives) {
+        if (primitive->Material() == nullptr)
+            primitive->SetMaterial(material);
+    }
+}
+
+template <class List>
+void SetCornerStates(const List& primitives, uint32_t state)
+{
+    for (const auto* primitive : primitives) {
+        for (VMVertex* vertex : primitive->Corners) {
+            if (vertex)
+                vertex->State = state;
+        }
+    }
+}
+
+void SetVertexStates(VMWorld& world, uint32_t state)
+{
+    for (VMVertex* vertex : world.Vertices)
+        vertex->State = state;
+}
+
+// A control vertex that a polygon (or an earlier primitive) already uses gets a copy of its
+// own, so that sharing it later cannot move a polygon corner.
+template <class List>
+int SeparateSharedCorners(VMWorld& world, const List& primitives)
+{
+    for (auto* primitive : primitives) {
+        for (VMVertex*& vertex : primitive->Corners) {
+            if (vertex == nullptr || vertex->State == Free)
+                continue;
+            std::unique_ptr<VMVertex> copy = VMWorld::NewVertexCopy(*vertex);
+            if (!copy)
+                return -301;
+            VMVertex* shared = copy.get();
+            if (world.Vertices.Add(copy.release()) != 0)
+                return -301;
+            vertex = shared;
+        }
+    }
+    return 0;
+}
+
+void LinkPolygonCornerMaterials(VMWorld& world)
+{
+    for (VMPolygon* polygon : world.Polygons) {
+        const int linked = polygon->CornerCount() < 3 ? polygon->CornerCount() : 3;
+        for (int k = 0; k < linked; ++k)
+            polygon->Corners[static_cast<size_t>(k)]->MaterialLink = polygon->Material();
+    }
+}
+
+void NumberVertices(VMWorld& world)
+{
+    for (int i = 0; i < world.Vertices.Count(); ++i)
+        world.Vertices.Get(i)->Index = static_cast<uint32_t>(i);
+}
+
+VMVertex* EndOfChain(VMVertex* vertex)
+{
+    VMVertex* end = vertex;
+    while (end->MergeLink != nullptr)
+        end = end->MergeLink;
+    // Shortening the chain keeps long duplicate chains linear; the links are scratch until FixID.
+    while (vertex->MergeLink != nullptr) {
+        VMVertex* next = vertex->MergeLink;
+        vertex->MergeLink = end;
+        vertex = next;
+    }
+    return end;
+}
+
+void ReplaceReferences(VMWorld& world)
+{
+    for (VMPolygon* polygon : world.Polygons) {
+        for (VMVertex*& corner : polygon->Corners) {
+            corner = EndOfChain(corner);
+            corner->MaterialLink = polygon->Material();
+        }
+    }
+}
+
+// A control vertex not yet referenced moves onto the first free, already referenced vertex in
+// the box of half-width epsVert around it; the tree's query order decides which one.
+template <class List>
+void ShareControlVertices(const List& primitives, VertexSearchTree& tree, float epsVert, const char* progress)
+{
+    const int count = primitives.Count();
+    for (int index = 0; index < count; ++index) {
+        if (index % 1024 == 0)
+            GeometryLog(progress, index, count);
+        auto* primitive = primitives.Get(index);
+        for (VMVertex*& vertex : primitive->Corners) {
+            if (vertex == nullptr || vertex->MaterialLink != nullptr || vertex->State != Free)
+                continue;
+            VMVertex* shared = nullptr;
+            for (VMVertex* found : tree.Query(vertex->Position, epsVert)) {
+                if (found != vertex && found->MaterialLink != nullptr && found->State == Free) {
+                    shared = found;
+                    break;
+                }
+            }
+            if (shared == nullptr) {
+                vertex->MaterialLink = primitive->Material();
+            } else {
+                vertex = shared;
+                shared->MaterialLink = primitive->Material();
+            }
+        }
+    }
+}
+
+void RemoveStrayVertices(VMWorld& world)
+{
+    int removed = 0;
+    for (int index = world.Vertices.Count() - 1; index >= 0; --index) {
+        if (index % 4096 == 0)
+            GeometryLog("AdjustTri: Removing duplicate vertices (%d / %d)\r\n", index, world.Vertices.Count());
+        const VMVertex* vertex = world.Vertices.Get(index);
+        if (vertex == nullptr || vertex->MaterialLink != nullptr)
+            continue;
+        if (world.Vertices.RemoveLeaveEmpty(index) != 0)
+            GeometryLog("Error: Failed to delete vertex!\r\n");
+        else
+            ++removed;
+    }
+    world.Vertices.Compact();
+    GeometryLog("%i stray vertices removed\r\n", removed);
+}
+
+int SplitLargePolygons(VMWorld& world)
+{
+    // The pieces are appended behind the sources and never exceed the limit, so one pass over
+    // the original polygons suffices; sources leave empty slots that are dropped at the end.
+    const int count = world.Polygons.Count();
+    for (int index = 0; index < count; ++index) {
+        const VMPolygon* polygon = world.Polygons.Get(index);
+        if (polygon == nullptr || polygon->CornerCount() <= MaxPolygonCorners)
+            continue;
+        const std::unique_ptr<VMPolygon> source = world.Polygons.TakeLeaveEmpty(index);
+        const int result =
+            SplitPolygon(world, *source, source->Corners.data(), source->CornerCount(), 0, MaxPolygonCorners);
+        if (result != 0) {
+            world.Polygons.Compact();
+            return result;
+        }
+    }
+    world.Polygons.Compact();
+    return 0;
+}
+
+int Adjust(VMWorld& world, float epsVert, float epsUV, bool optimizeMesh)
+{
+    if (!world.TriLists.IsEmpty()) {
+        const int result = RemoveTriLists(world);
+        if (result != 0)
+            return result;
+    }
+
+    if (world.Vertices.IsEmpty())
+        return HasPrimitives(world) ? -1 : 0;
+    VMMaterial* firstMaterial = world.Materials.Get(0);
+    if (firstMaterial == nullptr)
+        return -1;
+    // The passes below step through the vertex list by position.
+    world.Vertices.Compact();
+
+    AssignMissingMaterial(world.Polygons, firstMaterial);
+    AssignMissingMaterial(world.Patches, firstMaterial);
+    AssignMissingMaterial(world.Heightfields, firstMaterial);
+
+    for (VMVertex* vertex : world.Vertices) {
+        vertex->State = Free;
+        vertex->MergeLink = nullptr;
+        vertex->MaterialLink = nullptr;
+    }
+    SetCornerStates(world.Polygons, Used);
+
+    if (int result = SeparateSharedCorners(world, world.Patches); result != 0)
+        return result;
+    SetCornerStates(world.Patches, Used);
+    if (int result = SeparateSharedCorners(world, world.Heightfields); result != 0)
+        return result;
+
+    if (!optimizeMesh) {
+        LinkPolygonCornerMaterials(world);
+        return 0;
+    }
+
+    GeometryLog("AdjustTri: Seeding Vertex Search Tree...\r\n");
+    // Only the patch and heightfield passes depend on the tree's query order; it is built now,
+    // over the positions before welding, because that is the tree those passes are defined on.
+    VertexSearchTree tree;
+    if (!world.Patches.IsEmpty() || !world.Heightfields.IsEmpty()) {
+        if (int result = tree.Build(world.Vertices.Count(), world.Vertices); result != 0)
+            return result;
+    }
+    SetVertexStates(world, Free);
+    NumberVertices(world);
+
+    WeldVertices(world.Vertices, epsVert, epsUV);
+
+    const DegenerateCounts degenerate = RemoveDegeneratePolygons(world, epsVert);
+    GeometryLog("AdjustTriangles: %i degenerate triangles removed\r\n",
+                degenerate.Area + degenerate.Normal + degenerate.Multi);
+    GeometryLog("  (%i Area, %i Normal, %i Multi, %i NonPlanar )\r\n", degenerate.Area, degenerate.Normal,
+                degenerate.Multi, 0);
+
+    SetVertexStates(world, Free);
+    SetCornerStates(world.Polygons, Used);
+    SetCornerStates(world.Heightfields, HeightfieldCorner);
+    const int links = FoldExactDuplicates(world, epsVert, epsUV);
+    GeometryLog("AdjustTriangles: %i exact matches to kill\r\n", links);
+    GeometryLog("AdjustTriangles: Replacing references in polygons.\r\n");
+    ReplaceReferences(world);
+
+    SetVertexStates(world, Free);
+    SetCornerStates(world.Polygons, Used);
+    SetCornerStates(world.Heightfields, HeightfieldCorner);
+    ShareControlVertices(world.Patches, tree, epsVert, "AdjustTri: Finding duplicate patchices (%d / %d)\r\n");
+
+    SetVertexStates(world, Free);
+    SetCornerStates(world.Polygons, Used);
+    SetCornerStates(world.Patches, PatchControl);
+    ShareControlVertices(world.Heightfields, tree, epsVert,
+                         "AdjustTri: Finding duplicate hightfieldices (%d / %d)\r\n");
+    tree.Destroy();
+
+    RemoveStrayVertices(world);
+
+    GeometryLog("AdjustTri: Finding ID vertices\r\n");
+    const int idCount = FixID(world, epsVert);
+    if (idCount < 0)
+        return idCount;
+
+    GeometryLog("AdjustTri: Tesselating too big polygons\r\n");
+    if (int result = SplitLargePolygons(world); result != 0)
+        return result;
+
+    world.Enumerate();
+    GeometryLog("Triangles adjusted... %d ID vertices generated\r\n", idCount);
+    return 0;
+}
+
+}
+
+int AdjustTriangles(VMWorld& world, float epsVert, float epsUV, bool optimizeMesh)
+{
+    try {
+        return Adjust(world, epsVert, epsUV, optimizeMesh);
+    } catch (const std::bad_alloc&) {
+        return -301;
+    }
+}
