@@ -1,0 +1,28 @@
+#pragma once
+// Reading helpers for our own chunk files that treat every count as hostile: an array is
+// allocated only once the open chunk is known to hold all of it.
+
+#include "formats/chunk/VChunkedFile.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+template <class T>
+bool ReadChunkValue(VChunkedFile& file, T& value)
+{
+    return file.Read(&value, sizeof value) == static_cast<int>(sizeof value);
+}
+
+template <class T>
+bool ReadChunkArray(VChunkedFile& file, int64_t count, std::vector<T>& values)
+{
+    if (count < 0 || count > file.GetRemainingChunkBytes() / static_cast<int64_t>(sizeof(T)))
+        return false;
+    values.resize(static_cast<size_t>(count));
+    const int length = static_cast<int>(values.size() * sizeof(T));
+    return length == 0 || file.Read(values.data(), length) == length;
+}
+
+// "VMSH" for a chunk identifier.
+std::string ChunkName(uint32_t id);
