@@ -1,0 +1,310 @@
+#include "geometry/StripWorld.h"
+
+#include "geometry/CheckTriList.h"
+#include "geometry/FixID.h"
+#include "geometry/KeepReferencedVertices.h"
+#include "geometry/MergeTriLists.h"
+#include "geometry/RemoveTriLists.h"
+#include "geometry/StitchStrips.h"
+#include "geometry/StripBuilder.h"
+#include "geometry/StripGathering.h"
+#include "geometry/StripSegments.h"
+#include "model/VMWorld.h"
+#include "report/GeometryLog.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <new>
+#include <vector>
+
+namespace {
+
+constexpr int ListsOnly = 4;
+constexpr int FewestNeighboursFirst = 2;
+constexpr int LookAheadAndStitch = 3;
+
+struct Limits {
+    int Method = ListsOnly;
+    int MaxLength = 10000;
+    int MinLength = 3;
+    bool CubeLimit = false;
+    bool StripObject = false;
+};
+
+using TriListBatch = std::vector<std::unique_ptr<VMTriList>>;
+
+class Stripper {
+public:
+    Stripper(VMWorld& world, const Limits& limits, StripStatistics& statistics)
+        : m_world(world)
+        , m_limits(limits)
+        , m_statistics(statistics)
+    {
+    }
+
+    // Steps through the buckets, doubling the cube while some triangle did not fit it.
+    int StripAll(StripGathering& gathering, float cubeSize)
+    {
+        for (;;) {
+            bool someDidNotFit = false;
+            for (int bucket = 0; bucket < gathering.BucketCount(); ++bucket) {
+                const int result = StripBucket(gathering, bucket, m_limits.CubeLimit ? cubeSize : 0.0f, someDidNotFit);
+                if (result != 0)
+                    return result;
+            }
+            // A cube that has grown to infinity still refuses a NaN corner: stop there.
+            if (!m_limits.CubeLimit || !someDidNotFit || !std::isfinite(cubeSize))
+                return 0;
+            cubeSize *= 2.0f;
+        }
+    }
+
+    int BatchCount() const { return m_batchCount; }
+
+private:
+    int StripBucket(StripGathering& gathering, int bucket, float cubeSize, bool& someDidNotFit)
+    {
+        m_statistics.VisAreaNumber = gathering.PassOf(bucket);
+        m_statistics.MaterialNumber = gathering.MaterialOf(bucket);
+        gathering.BeginBucket(bucket);
+        std::vector<StripCandidate> batch;
+        for (;;) {
+            bool cubeFull = false;
+            const bool found = gathering.Gather(bucket, cubeSize, batch, cubeFull);
+            someDidNotFit = someDidNotFit || cubeFull;
+            if (!found)
+                return 0;
+            // A lone triangle beside a full cube waits for a larger cube, where it may find company.
+            if (cubeFull && batch.size() == 1) {
+                gathering.GiveBack(bucket, batch.front());
+                return 0;
+            }
+            VMVisArea* area = m_statistics.VisAreaNumber == 0 ? nullptr : m_world.VisAreas.Get(m_statistics.VisAreaNumber - 1);
+            const int result = StripBatch(batch, area);
+            if (result != 0)
+                return result;
+        }
+    }
+
+    int StripBatch(const std::vector<StripCandidate>& candidates, VMVisArea* area)
+    {
+        ++m_batchCount;
+        GeometryLog("VA: %d / %d, Mat: %d / %d, Poly: %d, Seg: %d, Tls: %d\r\n", m_statistics.VisAreaNumber,
+                    m_statistics.VisAreaCount, m_statistics.MaterialNumber, m_statistics.MaterialCount,
+                    static_cast<int>(candidates.size()), 0, m_world.TriLists.Count());
+
+        std::vector<VMPolygon*> batch;
+        batch.reserve(candidates.size());
+        for (const StripCandidate& candidate : candidates)
+            batch.push_back(candidate.Polygon);
+
+        StripBatchOutput output;
+        if (m_limits.Method == ListsOnly) {
+            CutIntoListRuns(batch, m_limits.MaxLength, output);
+        } else {
+            ForgetPreviousUseCounts();
+            const int result = BuildStrips(batch, m_limits.Method, m_limits.MinLength, m_world.Vertices.Count(), output);
+            if (result != 0)
+                return result;
+            RememberUseCounts(batch);
+        }
+        TriListBatch triLists;
+        if (EmitSegments(output, batch, m_limits.MaxLength, triLists) != 0)
+            return -301;
+
+        const bool joinPieces = (m_limits.Method == FewestNeighboursFirst || m_limits.Method == LookAheadAndStitch)
+            && !m_limits.CubeLimit;
+        TriListBatch placed;
+        if (joinPieces) {
+            const int shortStrip = 3 * m_limits.MinLength;
+            TriListBatch stitched;
+            TriListBatch rest;
+            StitchStrips(std::move(triLists), shortStrip, stitched, rest);
+            TriListBatch merged;
+            MergeTriLists(std::move(rest), shortStrip, stitched, merged);
+            placed = std::move(stitched);
+            for (std::unique_ptr<VMTriList>& triList : merged)
+                placed.push_back(std::move(triList));
+        } else {
+            placed = std::move(triLists);
+        }
+
+        m_world.TriLists.Reserve(m_world.TriLists.Count() + static_cast<int>(placed.size()));
+        for (std::unique_ptr<VMTriList>& triList : placed) {
+            VMTriList& added = *triList;
+            m_world.TriLists.Add(std::move(triList));
+            if (area != nullptr)
+                area->Link(added);
+        }
+        // The vis areas' polygon lists were emptied up front, so a destroyed triangle has no
+        // area left to leave.
+        for (const StripCandidate& candidate : candidates) {
+            candidate.Polygon->Owners.Clear();
+            m_world.Polygons.RemoveLeaveEmpty(candidate.ListPosition);
+        }
+        return 0;
+    }
+
+    // Each batch's connectivity counts the uses of the batch's vertices only, as though the
+    // batch were the whole world; the counts of the batch before are reset to match.
+    void ForgetPreviousUseCounts()
+    {
+        for (VMVertex* vertex : m_countedVertices)
+            vertex->UseCount = 0;
+        m_countedVertices.clear();
+    }
+
+    void RememberUseCounts(const std::vector<VMPolygon*>& batch)
+    {
+        for (const VMPolygon* triangle : batch)
+            m_countedVertices.insert(m_countedVertices.end(), triangle->Corners.begin(), triangle->Corners.end());
+    }
+
+    VMWorld& m_world;
+    Limits m_limits;
+    StripStatistics& m_statistics;
+    std::vector<VMVertex*> m_countedVertices;
+    int m_batchCount = 0;
+};
+
+Limits LimitsOf(const StripParams& params)
+{
+    Limits limits;
+    limits.Method = params.StripPerformance;
+    limits.MaxLength = std::clamp(params.MaxStripLength, 4, MaxTriListCorners / 3);
+    limits.MinLength = std::clamp(params.MinStripLength, 3, 10000);
+    limits.CubeLimit = params.MaxStripSize > 0.001f;
+    limits.StripObject = params.StripObject;
+    return limits;
+}
+
+// The stripper empties the vis areas' polygon lists up front, since taking thousands of
+// triangles out of an area one by one would search its list each time; the polygons kept their
+// owners, so the lists are rebuilt from them.
+void RelistPolygons(VMWorld& world)
+{
+    world.Polygons.Compact();
+    for (VMPolygon* polygon : world.Polygons)
+        for (VMVisArea* area : polygon->Owners)
+            area->AddPolygon(polygon);
+}
+
+void CheckAllTriLists(VMWorld& world)
+{
+    for (int index = 0; index < world.TriLists.Count(); ++index) {
+        VMTriList* triList = world.TriLists.Get(index);
+        if (CheckTriList(*triList, true) != 0)
+            GeometryLog("Strip %d FAILED the sanity check\r\n", index);
+    }
+}
+
+void DestroyTriList(VMWorld& world, int index)
+{
+    VMTriList* triList = world.TriLists.Get(index);
+    for (VMVisArea* area : triList->Owners)
+        area->RemoveTriList(triList);
+    triList->Owners.Clear();
+    world.TriLists.RemoveLeaveEmpty(index);
+}
+
+// A repair can leave a list without triangles; nothing would draw it.
+void DropEmptyTriLists(VMWorld& world)
+{
+    for (int index = 0; index < world.TriLists.Count(); ++index)
+        if (world.TriLists.Get(index)->CornerCount() == 0)
+            DestroyTriList(world, index);
+    world.TriLists.Compact();
+}
+
+int ReturnSingleTriangles(VMWorld& world)
+{
+    for (int index = 0; index < world.TriLists.Count(); ++index) {
+        VMTriList* triList = world.TriLists.Get(index);
+        if (triList->CornerCount() != 3)
+            continue;
+        std::unique_ptr<VMPolygon> triangle =
+            VMWorld::NewTriangle(triList->Corners[0], triList->Corners[1], triList->Corners[2]);
+        if (!triangle)
+            return -301;
+        triangle->CopyAttributesFrom(*triList);
+        triangle->Group = triList->Group;
+        VMPolygon& added = *triangle;
+        if (world.Polygons.Add(std::move(triangle)) != 0)
+            return -301;
+        for (VMVisArea* area : triList->Owners)
+            area->Link(added);
+        DestroyTriList(world, index);
+    }
+    world.TriLists.Compact();
+    return 0;
+}
+
+int Finish(VMWorld& world, StripStatistics& statistics, int batchCount)
+{
+    GeometryLog("%i batches for listing prepared.\r\n", batchCount);
+    GeometryLog("Sanity check...\r\n");
+    world.Polygons.Compact();
+    CheckAllTriLists(world);
+    DropEmptyTriLists(world);
+    RelistPolygons(world);
+
+    if (KeepReferencedVertices(world) != 0)
+        return -301;
+    GeometryLog("Memory cleanup...\r\n");
+
+    world.Enumerate();
+    if (ReturnSingleTriangles(world) != 0)
+        return -301;
+    world.Enumerate();
+
+    GeometryLog("Re-computing ID vertices...\r\n");
+    if (FixID(world, 0.0f) < 0)
+        return -301;
+    statistics.TriListCount = world.TriLists.Count();
+    GeometryLog("%d strips and lists generated\r\n", statistics.TriListCount);
+    return 0;
+}
+
+int Strip(VMWorld& world, const Limits& limits, float cubeSize, StripStatistics& statistics)
+{
+    GeometryLog("Stripping started...\r\n");
+    if (RemoveTriLists(world) != 0)
+        return -301;
+    world.Polygons.Compact();
+    statistics.VisAreaCount = world.VisAreas.Count();
+    statistics.MaterialCount = world.Materials.Count();
+
+    StripGathering gathering(world, limits.StripObject);
+    for (VMVisArea* area : world.VisAreas)
+        area->ClearPolygons();
+
+    Stripper stripper(world, limits, statistics);
+    int result = 0;
+    try {
+        result = stripper.StripAll(gathering, cubeSize);
+    } catch (const std::bad_alloc&) {
+        result = -301;
+    }
+    if (result != 0) {
+        RelistPolygons(world);
+        return result;
+    }
+    return Finish(world, statistics, stripper.BatchCount());
+}
+
+} // namespace
+
+int StripWorld(VMWorld& world, const StripParams& params, StripStatistics* statistics)
+{
+    const Limits limits = LimitsOf(params);
+    if (limits.Method < 1 || limits.Method > ListsOnly)
+        return 0;
+    StripStatistics ownStatistics;
+    StripStatistics& kept = statistics != nullptr ? *statistics : ownStatistics;
+    try {
+        return Strip(world, limits, params.MaxStripSize, kept);
+    } catch (const std::bad_alloc&) {
+        return -301;
+    }
+}
