@@ -1,0 +1,6 @@
+#pragma once
+
+class MTransformationMatrix {
+public:
+  enum RotationOrder { kInvalid, kXYZ, kYZX, kZXY, kXZY, kYXZ, kZYX, kLast };
+};

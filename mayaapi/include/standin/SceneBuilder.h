@@ -1,0 +1,94 @@
+#pragma once
+
+#include <maya/MDagPath.h>
+#include <maya/MMatrix.h>
+#include <maya/MObject.h>
+#include <maya/MPoint.h>
+#include <maya/MVector.h>
+#include <maya/MPlug.h>
+#include <maya/MTime.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+// Builds scenes for tests and importers in the words of a Maya script: node and plug names as MEL writes them
+// ("pCube1.translateX", "skin1.matrix[2]"), angles in radians and lengths in centimetres (Maya's internal units).
+namespace standin {
+
+enum class TangentType { Linear, Step, Flat, Clamped, Spline };
+
+struct KeySpec {
+  MTime time;
+  double value = 0.0;
+  TangentType in = TangentType::Clamped;
+  TangentType out = TangentType::Clamped;
+};
+
+struct MeshSpec {
+  std::vector<MPoint> points;
+  std::vector<int> counts;
+  std::vector<int> connects;
+};
+
+struct UVSpec {
+  std::string name = "map1";
+  std::vector<float> u;
+  std::vector<float> v;
+  // One UV id per face-vertex in face order; -1 leaves a corner without UV.
+  std::vector<int> ids;
+};
+
+enum class AttrType { Bool, Int, Short, Float, Double, String, Enum };
+
+void NewScene();
+// createNode; a shape without a parent gets a new transform named after it, as Maya does. Empty on failure.
+MObject CreateNode(const std::string& type, const std::string& name, const MObject& parent = MObject::kNullObj);
+MObject NodeByName(const std::string& name);
+MDagPath PathTo(const std::string& fullOrShortName);
+// parent -add -shape: the shape or transform appears under one more parent (a new instance).
+bool AddInstance(const MObject& node, const MObject& parent);
+MPlug Plug(const std::string& nodeDotAttribute);
+
+bool SetAttr(const std::string& plug, double value);
+bool SetAttr(const std::string& plug, double x, double y, double z);
+bool SetAttr(const std::string& plug, const std::string& text);
+bool SetAttr(const std::string& plug, const MMatrix& matrix);
+bool ConnectAttr(const std::string& source, const std::string& destination);
+// addAttr; enum fields are given by name in index order.
+bool AddAttr(const MObject& node, const std::string& longName, AttrType type, double defaultValue = 0.0,
+             const std::vector<std::string>& enumFields = {});
+
+MObject CreateMesh(const std::string& shapeName, const MObject& transform, const MeshSpec& mesh);
+bool SetUVs(const MObject& shape, const UVSpec& uvs);
+bool SetCurrentUVSet(const MObject& shape, const std::string& setName);
+bool SetFaceVertexNormals(const MObject& shape, const std::vector<MVector>& normals);
+bool SetHardEdges(const MObject& shape, const std::vector<std::pair<int, int>>& edges);
+
+// A shader with its shading engine ("<name>SG"); returns the shading engine.
+MObject CreateShader(const std::string& type, const std::string& name);
+// sets -forceElement: the instance's listed faces, or the whole instance when faces is empty.
+bool Assign(const MObject& shadingEngine, const MObject& shape, unsigned int instance = 0,
+            const std::vector<int>& faces = {});
+MObject CreateFileTexture(const std::string& name, const std::string& fileName, const std::string& destinationPlug);
+
+MObject CreateDisplayLayer(const std::string& name, const std::vector<MObject>& members);
+
+MObject Animate(const std::string& plug, const std::vector<KeySpec>& keys);
+
+// skinCluster: moves the shape's geometry to a new intermediate "<shape>Orig" and feeds it through a skin cluster
+// with the joints' current world matrices as bind matrices. weights: one row per vertex, one column per joint.
+MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const std::vector<std::vector<double>>& weights);
+// A rigid-skinning joint cluster that binds the listed vertices of the shape to the joint with the given weights.
+MObject BindRigid(const MObject& joint, const MObject& shape, const std::vector<int>& vertices,
+                  const std::vector<double>& weights);
+// dagPose -bp -save: remembers the members' current transform values as their bind pose.
+MObject SaveBindPose(const std::vector<MObject>& members);
+
+void Select(const std::vector<MDagPath>& paths);
+void SetInteractive(bool interactive);
+void SetPlaybackRange(const MTime& minTime, const MTime& maxTime);
+const std::vector<std::string>& CommandsRun();
+const std::vector<std::string>& DisplayedMessages();
+
+}

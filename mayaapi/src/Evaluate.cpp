@@ -1,0 +1,337 @@
+#include "SceneGraph.h"
+
+#include <maya/MEulerRotation.h>
+#include <maya/MPoint.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace standin {
+namespace {
+
+// Plug connections may form cycles in a malformed scene; evaluation gives defaults past this depth.
+constexpr int kMaxEvaluationDepth = 64;
+int g_depth = 0;
+
+struct DepthGuard {
+  DepthGuard() { ++g_depth; }
+  ~DepthGuard() { --g_depth; }
+  DepthGuard(const DepthGuard&) = delete;
+  DepthGuard& operator=(const DepthGuard&) = delete;
+};
+
+double Number(Node* node, const char* attrName)
+{
+  Attribute* a = node->FindAttribute(attrName);
+  return a ? EvaluatePlug(node, PlugKey{a, {}}).number : 0.0;
+}
+
+MVector Triple(Node* node, const char* attrName)
+{
+  const std::string base(attrName);
+  Attribute* a = node->FindAttribute(base);
+  if (!a || a->children.size() != 3)
+    return MVector();
+  return MVector(EvaluatePlug(node, PlugKey{a->children[0], {}}).number,
+                 EvaluatePlug(node, PlugKey{a->children[1], {}}).number,
+                 EvaluatePlug(node, PlugKey{a->children[2], {}}).number);
+}
+
+MMatrix Translation(const MVector& t)
+{
+  MMatrix m;
+  m(3, 0) = t.x;
+  m(3, 1) = t.y;
+  m(3, 2) = t.z;
+  return m;
+}
+
+MMatrix Scaling(const MVector& s)
+{
+  MMatrix m;
+  m(0, 0) = s.x;
+  m(1, 1) = s.y;
+  m(2, 2) = s.z;
+  return m;
+}
+
+std::shared_ptr<Data> MeshValue(const std::shared_ptr<Mesh>& mesh)
+{
+  if (!mesh)
+    return nullptr;
+  auto data = std::make_shared<MeshData>();
+  data->mesh = mesh;
+  return data;
+}
+
+std::shared_ptr<Data> MatrixValue(const MMatrix& matrix)
+{
+  auto data = std::make_shared<MatrixData>();
+  data->matrix = matrix;
+  return data;
+}
+
+MMatrix MatrixOf(const Value& value)
+{
+  const auto* data = dynamic_cast<const MatrixData*>(value.data.get());
+  return data ? data->matrix : MMatrix();
+}
+
+std::shared_ptr<Mesh> InputMesh(Node* deformer, unsigned int index)
+{
+  Attribute* input = deformer->FindAttribute("input");
+  Attribute* geometry = deformer->FindAttribute("inputGeometry");
+  if (!input || !geometry)
+    return nullptr;
+  const Value v = EvaluatePlug(deformer, PlugKey{geometry, {index}});
+  const auto* data = dynamic_cast<const MeshData*>(v.data.get());
+  return data ? data->mesh : nullptr;
+}
+
+// Linear-blend skinning in the shape's bind space: p' = sum over influences j of
+// w_j * p * geomMatrix * bindPreMatrix_j * worldMatrix_j * geomMatrix^-1, geomMatrix being the shape's world matrix
+// when it was bound, so that the bind pose leaves the points where they are.
+std::shared_ptr<Mesh> SkinnedMesh(Node* skin, unsigned int index)
+{
+  std::shared_ptr<Mesh> input = InputMesh(skin, index);
+  if (!input || skin->type != MFn::kSkinClusterFilter)
+    return input;
+  Attribute* matrixAttr = skin->FindAttribute("matrix");
+  Attribute* bindAttr = skin->FindAttribute("bindPreMatrix");
+  const MMatrix geom = MatrixOf(EvaluatePlug(skin, PlugKey{skin->FindAttribute("geomMatrix"), {}}));
+  std::vector<MMatrix> influence;
+  for (unsigned int logical : skin->elements[PlugKey{matrixAttr, {}}]) {
+    const MMatrix world = MatrixOf(EvaluatePlug(skin, PlugKey{matrixAttr, {logical}}));
+    const MMatrix bind = MatrixOf(EvaluatePlug(skin, PlugKey{bindAttr, {logical}}));
+    influence.push_back(geom * bind * world * geom.inverse());
+  }
+  const auto weights = skin->skinWeights.find(index);
+  const double envelope = Number(skin, "envelope");
+  auto out = std::make_shared<Mesh>();
+  out->topology = input->topology;
+  out->points = input->points;
+  if (weights == skin->skinWeights.end())
+    return out;
+  const size_t vertexCount = input->points.size() / 3;
+  for (size_t v = 0; v < vertexCount && v < weights->second.size(); ++v) {
+    const MPoint p(input->points[v * 3], input->points[v * 3 + 1], input->points[v * 3 + 2]);
+    MPoint sum(0.0, 0.0, 0.0, 0.0);
+    const std::vector<double>& row = weights->second[v];
+    for (size_t j = 0; j < row.size() && j < influence.size(); ++j) {
+      if (row[j] == 0.0)
+        continue;
+      const MPoint q = p * influence[j];
+      sum.x += row[j] * q.x;
+      sum.y += row[j] * q.y;
+      sum.z += row[j] * q.z;
+    }
+    out->points[v * 3] = static_cast<float>(p.x + envelope * (sum.x - p.x));
+    out->points[v * 3 + 1] = static_cast<float>(p.y + envelope * (sum.y - p.y));
+    out->points[v * 3 + 2] = static_cast<float>(p.z + envelope * (sum.z - p.z));
+  }
+  return out;
+}
+
+double Slope(const std::vector<AnimKey>& keys, size_t k, bool outgoing)
+{
+  const size_t n = keys.size();
+  const Tangent type = outgoing ? keys[k].out : keys[k].in;
+  auto segment = [&](size_t a, size_t b) {
+    const double dt = keys[b].seconds - keys[a].seconds;
+    return dt > 0.0 ? (keys[b].value - keys[a].value) / dt : 0.0;
+  };
+  auto linear = [&]() {
+    if (n < 2)
+      return 0.0;
+    if (outgoing)
+      return k + 1 < n ? segment(k, k + 1) : segment(k - 1, k);
+    return k > 0 ? segment(k - 1, k) : segment(k, k + 1);
+  };
+  auto spline = [&]() {
+    if (k == 0 || k + 1 >= n)
+      return linear();
+    return segment(k - 1, k + 1);
+  };
+  switch (type) {
+  case Tangent::Linear: return linear();
+  case Tangent::Flat:
+  case Tangent::Step: return 0.0;
+  case Tangent::Spline: return spline();
+  case Tangent::Clamped: {
+    const double tolerance = 1e-9 * std::max(1.0, std::fabs(keys[k].value));
+    if ((k > 0 && std::fabs(keys[k].value - keys[k - 1].value) <= tolerance) ||
+        (k + 1 < n && std::fabs(keys[k].value - keys[k + 1].value) <= tolerance))
+      return 0.0;
+    return spline();
+  }
+  }
+  return 0.0;
+}
+
+}
+
+Value EvaluatePlug(Node* node, const PlugKey& key)
+{
+  Value result;
+  if (!node || !key.attribute)
+    return result;
+  const Attribute* attr = key.attribute;
+  result.number = attr->defaultNumber;
+  result.text = attr->defaultText;
+  if (attr->kind == AttrKind::Matrix)
+    result.data = MatrixValue(MMatrix());
+  if (g_depth > kMaxEvaluationDepth)
+    return result;
+  DepthGuard guard;
+
+  if (const Connection* c = IncomingConnection(node, key))
+    return EvaluatePlug(c->srcNode, c->src);
+  // A child of a connected compound (translateX of a connected translate) follows the source's matching child.
+  if (attr->parent && attr->parent->kind == AttrKind::Compound && !(attr->array && !key.indices.empty())) {
+    if (const Connection* c = IncomingConnection(node, PlugKey{attr->parent, key.indices})) {
+      const auto& mine = attr->parent->children;
+      const auto& theirs = c->src.attribute->children;
+      for (size_t i = 0; i < mine.size() && i < theirs.size(); ++i)
+        if (mine[i] == attr)
+          return EvaluatePlug(c->srcNode, PlugKey{theirs[i], c->src.indices});
+    }
+  }
+
+  if (attr->IsNumericCompound()) {
+    auto data = std::make_shared<NumericData>();
+    data->count = static_cast<unsigned int>(attr->children.size());
+    data->numericType = attr->children[0]->kind == AttrKind::Float ? 1 : 0;
+    for (unsigned int i = 0; i < data->count; ++i)
+      data->values[i] = EvaluatePlug(node, PlugKey{attr->children[i], key.indices}).number;
+    result.data = data;
+    return result;
+  }
+
+  const std::string& name = attr->name;
+  const unsigned int index = key.indices.empty() ? 0 : key.indices.back();
+  if (node->dag && attr->kind == AttrKind::Matrix && attr->array && !key.indices.empty()) {
+    const auto paths = AllPaths(node);
+    if (index < paths.size()) {
+      std::vector<Node*> path = paths[index];
+      if (name == "worldMatrix")
+        return result.data = MatrixValue(PathMatrix(path)), result;
+      if (name == "worldInverseMatrix")
+        return result.data = MatrixValue(PathMatrix(path).inverse()), result;
+      path.pop_back();
+      if (name == "parentMatrix")
+        return result.data = MatrixValue(PathMatrix(path)), result;
+      if (name == "parentInverseMatrix")
+        return result.data = MatrixValue(PathMatrix(path).inverse()), result;
+    }
+  }
+  if ((node->type == MFn::kTransform || node->type == MFn::kJoint) && (name == "matrix" || name == "inverseMatrix"))
+    return result.data = MatrixValue(name == "matrix" ? LocalMatrix(node) : LocalMatrix(node).inverse()), result;
+  if (node->type == MFn::kMesh && (name == "outMesh" || name == "worldMesh"))
+    return result.data = MeshValue(ShapeGeometry(node)), result;
+  if (TypeHasFn(node->type, MFn::kAnimCurve) && name == "output") {
+    result.number = EvaluateCurve(node, node->scene->currentSeconds);
+    return result;
+  }
+  if (TypeHasFn(node->type, MFn::kGeometryFilt) && name == "outputGeometry") {
+    if (node->deformedCache && node->deformedGeneration == node->scene->generation && index == 0)
+      return result.data = MeshValue(node->deformedCache), result;
+    std::shared_ptr<Mesh> mesh = SkinnedMesh(node, index);
+    if (index == 0) {
+      node->deformedCache = mesh;
+      node->deformedGeneration = node->scene->generation;
+    }
+    return result.data = MeshValue(mesh), result;
+  }
+  if (node->type == MFn::kTime && name == "outTime") {
+    result.number = node->scene->currentSeconds;
+    return result;
+  }
+
+  const auto stored = node->values.find(key);
+  if (stored != node->values.end())
+    return stored->second;
+  return result;
+}
+
+// Maya's transform: [Sp^-1 S Sp Spt] [Rp^-1 Ra R Rp Rpt] [T]; a joint: [S] [Ra] [R] [Jo] [Is] [T] with Is the
+// inverse of the parent's scale when segment scale compensation is on.
+MMatrix LocalMatrix(Node* node)
+{
+  if (!node || (node->type != MFn::kTransform && node->type != MFn::kJoint))
+    return MMatrix();
+  const auto order = static_cast<MEulerRotation::RotationOrder>(static_cast<int>(Number(node, "rotateOrder")) % 6);
+  const MMatrix r = MEulerRotation(Triple(node, "rotate"), order).asMatrix();
+  const MMatrix ra = MEulerRotation(Triple(node, "rotateAxis")).asMatrix();
+  const MMatrix s = Scaling(Triple(node, "scale"));
+  const MMatrix t = Translation(Triple(node, "translate"));
+  if (node->type == MFn::kJoint) {
+    const MMatrix jo = MEulerRotation(Triple(node, "jointOrient")).asMatrix();
+    MMatrix is;
+    if (Number(node, "segmentScaleCompensate") != 0.0) {
+      const MVector parentScale = Triple(node, "inverseScale");
+      if (parentScale.x != 0.0 && parentScale.y != 0.0 && parentScale.z != 0.0)
+        is = Scaling(MVector(1.0 / parentScale.x, 1.0 / parentScale.y, 1.0 / parentScale.z));
+    }
+    return s * ra * r * jo * is * t;
+  }
+  const MVector sp = Triple(node, "scalePivot");
+  const MVector rp = Triple(node, "rotatePivot");
+  return Translation(-sp) * s * Translation(sp) * Translation(Triple(node, "scalePivotTranslate")) *
+         Translation(-rp) * ra * r * Translation(rp) * Translation(Triple(node, "rotatePivotTranslate")) * t;
+}
+
+MMatrix PathMatrix(const std::vector<Node*>& path)
+{
+  MMatrix m;
+  for (size_t i = path.size(); i-- > 0;) {
+    m = m * LocalMatrix(path[i]);
+    const Attribute* inherits = path[i]->FindAttribute("inheritsTransform");
+    if (inherits && EvaluatePlug(path[i], PlugKey{const_cast<Attribute*>(inherits), {}}).number == 0.0)
+      break;
+  }
+  return m;
+}
+
+std::shared_ptr<Mesh> ShapeGeometry(Node* shape)
+{
+  if (!shape || shape->type != MFn::kMesh)
+    return nullptr;
+  Attribute* inMesh = shape->FindAttribute("inMesh");
+  if (IncomingConnection(shape, PlugKey{inMesh, {}})) {
+    const Value v = EvaluatePlug(shape, PlugKey{inMesh, {}});
+    const auto* data = dynamic_cast<const MeshData*>(v.data.get());
+    if (data && data->mesh)
+      return data->mesh;
+  }
+  return shape->mesh;
+}
+
+// Hermite segments between keys with slopes from each key's tangent type; constant before the first key and after
+// the last; a stepped out-tangent holds the key's value up to the next key.
+double EvaluateCurve(const Node* curve, double seconds)
+{
+  const std::vector<AnimKey>& keys = curve->keys;
+  if (keys.empty())
+    return 0.0;
+  if (seconds <= keys.front().seconds)
+    return keys.front().value;
+  if (seconds >= keys.back().seconds)
+    return keys.back().value;
+  const auto next = std::upper_bound(keys.begin(), keys.end(), seconds,
+                                     [](double t, const AnimKey& key) { return t < key.seconds; });
+  const size_t i = static_cast<size_t>(next - keys.begin()) - 1;
+  const AnimKey& a = keys[i];
+  const AnimKey& b = keys[i + 1];
+  if (a.out == Tangent::Step)
+    return a.value;
+  const double h = b.seconds - a.seconds;
+  const double s = (seconds - a.seconds) / h;
+  const double m0 = Slope(keys, i, true) * h;
+  const double m1 = Slope(keys, i + 1, false) * h;
+  const double s2 = s * s;
+  const double s3 = s2 * s;
+  return (2 * s3 - 3 * s2 + 1) * a.value + (s3 - 2 * s2 + s) * m0 + (-2 * s3 + 3 * s2) * b.value + (s3 - s2) * m1;
+}
+
+}

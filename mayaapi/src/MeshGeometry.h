@@ -1,0 +1,56 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace standin {
+
+struct UVSet {
+  std::string name;
+  std::vector<float> u;
+  std::vector<float> v;
+  // One UV id per face-vertex, -1 where the corner has no UV.
+  std::vector<int> faceVertexUV;
+};
+
+// Everything of a polygon mesh but its point positions, so that a deformed copy shares it.
+struct MeshTopology {
+  int vertexCount = 0;
+  std::vector<int> faceOffsets{0};
+  std::vector<int> faceVertices;
+  std::vector<UVSet> uvSets;
+  int currentUVSet = 0;
+  // Explicit face-vertex normals (three floats per face-vertex); empty when computed from the edges.
+  std::vector<float> givenNormals;
+  // Hard edges as sorted vertex pairs; every other edge is soft.
+  std::vector<std::pair<int, int>> hardEdges;
+
+  int FaceCount() const { return static_cast<int>(faceOffsets.size()) - 1; }
+  int FaceVertexCount() const { return static_cast<int>(faceVertices.size()); }
+  int FindUVSet(const std::string& name) const;
+  bool IsHardEdge(int a, int b) const;
+};
+
+// A mesh: points over a shared topology, with normals and tangent frames computed once on demand into flat arrays.
+struct Mesh {
+  std::shared_ptr<MeshTopology> topology = std::make_shared<MeshTopology>();
+  std::vector<float> points;
+
+  const std::vector<float>& FaceNormals() const;
+  const std::vector<float>& FaceVertexNormals() const;
+  const std::vector<float>& Tangents(int uvSet) const;
+  const std::vector<float>& Binormals(int uvSet) const;
+  void Invalidate();
+
+private:
+  void ComputeFrames(int uvSet) const;
+
+  mutable std::vector<float> m_faceNormals;
+  mutable std::vector<float> m_normals;
+  mutable std::vector<std::vector<float>> m_tangents;
+  mutable std::vector<std::vector<float>> m_binormals;
+};
+
+}

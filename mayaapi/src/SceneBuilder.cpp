@@ -1,0 +1,449 @@
+#include <standin/SceneBuilder.h>
+
+#include <maya/MFnDependencyNode.h>
+
+#include "SceneGraph.h"
+#include "Sets.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace standin {
+namespace {
+
+bool ParsePlug(const std::string& text, Node*& node, PlugKey& key)
+{
+  const size_t dot = text.find('.');
+  if (dot == std::string::npos)
+    return false;
+  node = FindNode(text.substr(0, dot));
+  if (!node)
+    return false;
+  key = PlugKey();
+  size_t at = dot + 1;
+  while (at <= text.size()) {
+    size_t end = text.find('.', at);
+    if (end == std::string::npos)
+      end = text.size();
+    std::string segment = text.substr(at, end - at);
+    const size_t bracket = segment.find('[');
+    if (bracket != std::string::npos) {
+      if (segment.back() != ']')
+        return false;
+      char* stop = nullptr;
+      const std::string digits = segment.substr(bracket + 1, segment.size() - bracket - 2);
+      const unsigned long index = std::strtoul(digits.c_str(), &stop, 10);
+      if (digits.empty() || *stop != '\0')
+        return false;
+      key.indices.push_back(static_cast<unsigned int>(index));
+      segment.resize(bracket);
+    }
+    key.attribute = node->FindAttribute(segment);
+    if (!key.attribute)
+      return false;
+    at = end + 1;
+  }
+  const unsigned int depth = key.attribute->ArrayDepth();
+  return key.indices.size() == depth || key.indices.size() + 1 == depth;
+}
+
+Node* NodeOf(const MObject& object) { return object.standinNode(); }
+
+Tangent ToTangent(TangentType type)
+{
+  switch (type) {
+  case TangentType::Linear: return Tangent::Linear;
+  case TangentType::Step: return Tangent::Step;
+  case TangentType::Flat: return Tangent::Flat;
+  case TangentType::Spline: return Tangent::Spline;
+  case TangentType::Clamped: break;
+  }
+  return Tangent::Clamped;
+}
+
+std::shared_ptr<Mesh> MeshOf(const MObject& shape)
+{
+  Node* node = NodeOf(shape);
+  return node && node->type == MFn::kMesh ? node->mesh : nullptr;
+}
+
+}
+
+void NewScene() { ResetScene(); }
+
+MObject CreateNode(const std::string& type, const std::string& name, const MObject& parent)
+{
+  Node* parentNode = parent.isNull() ? nullptr : NodeOf(parent);
+  if (!parent.isNull() && (!parentNode || !parentNode->dag))
+    return MObject();
+  Node* node = standin::NewNode(type, name);
+  if (!node)
+    return MObject();
+  if (node->dag) {
+    if (!parentNode && TypeHasFn(node->type, MFn::kShape)) {
+      std::string transformName = node->name;
+      const size_t shape = transformName.rfind("Shape");
+      transformName = shape != std::string::npos && shape > 0 ? transformName.substr(0, shape) : "transform1";
+      parentNode = standin::NewNode("transform", transformName);
+      AddChild(CurrentScene().world, parentNode);
+    }
+    AddChild(parentNode ? parentNode : CurrentScene().world, node);
+  }
+  return MObject(node);
+}
+
+MObject NodeByName(const std::string& name)
+{
+  standin::Node* node = FindNode(name);
+  return node ? MObject(node) : MObject();
+}
+
+MDagPath PathTo(const std::string& fullOrShortName)
+{
+  MSelectionList list;
+  MDagPath path;
+  if (list.add(MString(fullOrShortName.c_str())))
+    list.getDagPath(0, path);
+  return path;
+}
+
+bool AddInstance(const MObject& node, const MObject& parent) { return AddChild(NodeOf(parent), NodeOf(node)); }
+
+MPlug Plug(const std::string& nodeDotAttribute)
+{
+  standin::Node* node = nullptr;
+  PlugKey key;
+  if (!ParsePlug(nodeDotAttribute, node, key))
+    return MPlug();
+  return MPlug(node, key);
+}
+
+bool SetAttr(const std::string& plug, double value)
+{
+  MPlug p = Plug(plug);
+  return !p.isNull() && p.setValue(value);
+}
+
+bool SetAttr(const std::string& plug, double x, double y, double z)
+{
+  MPlug p = Plug(plug);
+  if (p.isNull() || p.numChildren() != 3)
+    return false;
+  return p.child(0).setValue(x) && p.child(1).setValue(y) && p.child(2).setValue(z);
+}
+
+bool SetAttr(const std::string& plug, const std::string& text)
+{
+  MPlug p = Plug(plug);
+  return !p.isNull() && p.setValue(MString(text.c_str()));
+}
+
+bool SetAttr(const std::string& plug, const MMatrix& matrix)
+{
+  MPlug p = Plug(plug);
+  if (p.isNull() || p.standinKey().attribute->kind != AttrKind::Matrix || IsArrayPlug(p.standinKey()))
+    return false;
+  auto data = std::make_shared<MatrixData>();
+  data->matrix = matrix;
+  return static_cast<bool>(p.setValue(MObject(std::shared_ptr<Data>(data))));
+}
+
+bool ConnectAttr(const std::string& source, const std::string& destination)
+{
+  MPlug src = Plug(source);
+  MPlug dst = Plug(destination);
+  if (src.isNull() || dst.isNull() || IsArrayPlug(src.standinKey()) || IsArrayPlug(dst.standinKey()))
+    return false;
+  return Connect(src.standinNode(), src.standinKey(), dst.standinNode(), dst.standinKey());
+}
+
+bool AddAttr(const MObject& node, const std::string& longName, AttrType type, double defaultValue,
+             const std::vector<std::string>& enumFields)
+{
+  standin::Node* n = NodeOf(node);
+  if (!n || longName.empty() || n->FindAttribute(longName))
+    return false;
+  auto a = std::make_unique<Attribute>();
+  a->name = longName;
+  a->dynamic = true;
+  a->defaultNumber = defaultValue;
+  switch (type) {
+  case AttrType::Bool: a->kind = AttrKind::Bool; break;
+  case AttrType::Int: a->kind = AttrKind::Int; break;
+  case AttrType::Short: a->kind = AttrKind::Short; break;
+  case AttrType::Float: a->kind = AttrKind::Float; break;
+  case AttrType::Double: a->kind = AttrKind::Double; break;
+  case AttrType::String: a->kind = AttrKind::String; break;
+  case AttrType::Enum: a->kind = AttrKind::Enum; break;
+  }
+  short index = 0;
+  for (const std::string& field : enumFields)
+    a->enumFields.emplace_back(field, index++);
+  n->AddAttribute(std::move(a), nullptr);
+  n->scene->Touch();
+  return true;
+}
+
+MObject CreateMesh(const std::string& shapeName, const MObject& transform, const MeshSpec& spec)
+{
+  int faceVertices = 0;
+  for (int count : spec.counts) {
+    if (count < 3)
+      return MObject();
+    faceVertices += count;
+  }
+  if (faceVertices != static_cast<int>(spec.connects.size()))
+    return MObject();
+  for (int v : spec.connects)
+    if (v < 0 || v >= static_cast<int>(spec.points.size()))
+      return MObject();
+  MObject shape = CreateNode("mesh", shapeName, transform);
+  standin::Node* node = NodeOf(shape);
+  if (!node)
+    return MObject();
+  MeshTopology& topo = *node->mesh->topology;
+  topo.vertexCount = static_cast<int>(spec.points.size());
+  topo.faceVertices = spec.connects;
+  for (int count : spec.counts)
+    topo.faceOffsets.push_back(topo.faceOffsets.back() + count);
+  for (const MPoint& p : spec.points) {
+    node->mesh->points.push_back(static_cast<float>(p.x));
+    node->mesh->points.push_back(static_cast<float>(p.y));
+    node->mesh->points.push_back(static_cast<float>(p.z));
+  }
+  return shape;
+}
+
+bool SetUVs(const MObject& shape, const UVSpec& uvs)
+{
+  std::shared_ptr<Mesh> mesh = MeshOf(shape);
+  if (!mesh || uvs.u.size() != uvs.v.size() || uvs.ids.size() != mesh->topology->faceVertices.size())
+    return false;
+  for (int id : uvs.ids)
+    if (id < -1 || id >= static_cast<int>(uvs.u.size()))
+      return false;
+  MeshTopology& topo = *mesh->topology;
+  int index = topo.FindUVSet(uvs.name);
+  if (index < 0) {
+    topo.uvSets.emplace_back();
+    index = static_cast<int>(topo.uvSets.size()) - 1;
+  }
+  topo.uvSets[static_cast<size_t>(index)] = UVSet{uvs.name, uvs.u, uvs.v, uvs.ids};
+  mesh->Invalidate();
+  CurrentScene().Touch();
+  return true;
+}
+
+bool SetCurrentUVSet(const MObject& shape, const std::string& setName)
+{
+  std::shared_ptr<Mesh> mesh = MeshOf(shape);
+  const int index = mesh ? mesh->topology->FindUVSet(setName) : -1;
+  if (index < 0)
+    return false;
+  mesh->topology->currentUVSet = index;
+  return true;
+}
+
+bool SetFaceVertexNormals(const MObject& shape, const std::vector<MVector>& normals)
+{
+  std::shared_ptr<Mesh> mesh = MeshOf(shape);
+  if (!mesh || normals.size() != mesh->topology->faceVertices.size())
+    return false;
+  std::vector<float>& given = mesh->topology->givenNormals;
+  given.clear();
+  for (const MVector& n : normals) {
+    const MVector unit = n.normal();
+    given.push_back(static_cast<float>(unit.x));
+    given.push_back(static_cast<float>(unit.y));
+    given.push_back(static_cast<float>(unit.z));
+  }
+  mesh->Invalidate();
+  return true;
+}
+
+bool SetHardEdges(const MObject& shape, const std::vector<std::pair<int, int>>& edges)
+{
+  std::shared_ptr<Mesh> mesh = MeshOf(shape);
+  if (!mesh)
+    return false;
+  auto& hard = mesh->topology->hardEdges;
+  for (auto [a, b] : edges)
+    hard.push_back(a < b ? std::make_pair(a, b) : std::make_pair(b, a));
+  std::sort(hard.begin(), hard.end());
+  hard.erase(std::unique(hard.begin(), hard.end()), hard.end());
+  mesh->Invalidate();
+  return true;
+}
+
+MObject CreateShader(const std::string& type, const std::string& name)
+{
+  standin::Node* shader = standin::NewNode(type, name);
+  if (!shader)
+    return MObject();
+  standin::Node* engine = standin::NewNode("shadingEngine", shader->name + "SG");
+  Attribute* out = shader->FindAttribute("outColor");
+  if (out)
+    Connect(shader, PlugKey{out, {}}, engine, PlugKey{engine->FindAttribute("surfaceShader"), {}});
+  return MObject(engine);
+}
+
+bool Assign(const MObject& shadingEngine, const MObject& shape, unsigned int instance, const std::vector<int>& faces)
+{
+  standin::Node* engine = NodeOf(shadingEngine);
+  standin::Node* mesh = NodeOf(shape);
+  if (!engine || !mesh || !TypeHasFn(engine->type, MFn::kSet) || !mesh->dag || instance >= PathCount(mesh))
+    return false;
+  std::shared_ptr<ComponentData> component;
+  if (!faces.empty()) {
+    component = std::make_shared<ComponentData>(MFn::kMeshPolygonComponent);
+    component->elements = faces;
+  }
+  AddSetMember(engine, mesh, instance, component);
+  return true;
+}
+
+MObject CreateFileTexture(const std::string& name, const std::string& fileName, const std::string& destinationPlug)
+{
+  MObject file = CreateNode("file", name);
+  standin::Node* node = NodeOf(file);
+  if (!node)
+    return MObject();
+  const std::string fileNode = node->name;
+  MObject place = CreateNode("place2dTexture", "place2dTexture1");
+  const std::string placeNode = NodeOf(place)->name;
+  SetAttr(fileNode + ".fileTextureName", fileName);
+  ConnectAttr(placeNode + ".outUV", fileNode + ".uvCoord");
+  if (!destinationPlug.empty())
+    ConnectAttr(fileNode + ".outColor", destinationPlug);
+  return file;
+}
+
+MObject CreateDisplayLayer(const std::string& name, const std::vector<MObject>& members)
+{
+  MObject layer = CreateNode("displayLayer", name);
+  standin::Node* node = NodeOf(layer);
+  if (!node)
+    return MObject();
+  for (const MObject& member : members) {
+    standin::Node* m = NodeOf(member);
+    if (m && m->dag)
+      Connect(node, PlugKey{node->FindAttribute("drawInfo"), {}}, m, PlugKey{m->FindAttribute("drawOverride"), {}});
+  }
+  return layer;
+}
+
+MObject Animate(const std::string& plug, const std::vector<KeySpec>& keys)
+{
+  MPlug target = Plug(plug);
+  if (target.isNull() || IsArrayPlug(target.standinKey()))
+    return MObject();
+  const AttrKind kind = target.standinKey().attribute->kind;
+  const char* type = kind == AttrKind::Distance ? "animCurveTL" : (kind == AttrKind::Angle ? "animCurveTA" : "animCurveTU");
+  standin::Node* owner = target.standinNode();
+  standin::Node* curve = standin::NewNode(type, owner->name + "_" + target.standinKey().attribute->name);
+  for (const KeySpec& k : keys)
+    curve->keys.push_back(AnimKey{k.time.as(MTime::kSeconds), k.value, ToTangent(k.in), ToTangent(k.out)});
+  std::stable_sort(curve->keys.begin(), curve->keys.end(),
+                   [](const AnimKey& a, const AnimKey& b) { return a.seconds < b.seconds; });
+  Connect(curve, PlugKey{curve->FindAttribute("output"), {}}, owner, target.standinKey());
+  return MObject(curve);
+}
+
+MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const std::vector<std::vector<double>>& weights)
+{
+  standin::Node* mesh = NodeOf(shape);
+  if (!mesh || mesh->type != MFn::kMesh || mesh->parents.empty() || joints.empty())
+    return MObject();
+  const size_t vertexCount = mesh->mesh->points.size() / 3;
+  if (weights.size() != vertexCount)
+    return MObject();
+  for (const auto& row : weights)
+    if (row.size() != joints.size())
+      return MObject();
+  for (const MObject& joint : joints)
+    if (!NodeOf(joint) || NodeOf(joint)->type != MFn::kJoint)
+      return MObject();
+  standin::Node* orig = standin::NewNode("mesh", mesh->name + "Orig");
+  AddChild(mesh->parents.front(), orig);
+  orig->mesh = mesh->mesh;
+  orig->values[PlugKey{orig->FindAttribute("intermediateObject"), {}}].number = 1.0;
+  standin::Node* skin = standin::NewNode("skinCluster", "skinCluster1");
+  Connect(orig, PlugKey{orig->FindAttribute("worldMesh"), {0}}, skin, PlugKey{skin->FindAttribute("inputGeometry"), {0}});
+  Connect(skin, PlugKey{skin->FindAttribute("outputGeometry"), {0}}, mesh, PlugKey{mesh->FindAttribute("inMesh"), {}});
+  auto geom = std::make_shared<MatrixData>();
+  geom->matrix = PathMatrix(AllPaths(mesh).front());
+  skin->values[PlugKey{skin->FindAttribute("geomMatrix"), {}}].data = geom;
+  for (unsigned int j = 0; j < joints.size(); ++j) {
+    standin::Node* joint = NodeOf(joints[j]);
+    Connect(joint, PlugKey{joint->FindAttribute("worldMatrix"), {0}}, skin, PlugKey{skin->FindAttribute("matrix"), {j}});
+    auto bind = std::make_shared<MatrixData>();
+    bind->matrix = PathMatrix(AllPaths(joint).front()).inverse();
+    const PlugKey bindKey{skin->FindAttribute("bindPreMatrix"), {j}};
+    skin->values[bindKey].data = bind;
+    RegisterElements(skin, bindKey);
+  }
+  skin->skinWeights[0] = weights;
+  CurrentScene().Touch();
+  return MObject(skin);
+}
+
+MObject BindRigid(const MObject& joint, const MObject& shape, const std::vector<int>& vertices,
+                  const std::vector<double>& weights)
+{
+  standin::Node* j = NodeOf(joint);
+  standin::Node* mesh = NodeOf(shape);
+  if (!j || j->type != MFn::kJoint || !mesh || mesh->type != MFn::kMesh || vertices.size() != weights.size())
+    return MObject();
+  standin::Node* cluster = standin::NewNode("jointCluster", "jointCluster1");
+  standin::Node* set = standin::NewNode("objectSet", cluster->name + "Set");
+  Connect(j, PlugKey{j->FindAttribute("worldMatrix"), {0}}, cluster, PlugKey{cluster->FindAttribute("matrix"), {}});
+  auto component = std::make_shared<ComponentData>(MFn::kMeshVertComponent);
+  component->elements = vertices;
+  AddSetMember(set, mesh, 0, component);
+  cluster->deformerSet = set;
+  cluster->clusterWeights[0] = weights;
+  return MObject(cluster);
+}
+
+MObject SaveBindPose(const std::vector<MObject>& members)
+{
+  standin::Node* pose = standin::NewNode("dagPose", "bindPose1");
+  pose->values[PlugKey{pose->FindAttribute("bindPose"), {}}].number = 1.0;
+  static const char* const kSaved[] = {"translateX", "translateY", "translateZ", "rotateX", "rotateY", "rotateZ",
+                                       "scaleX", "scaleY", "scaleZ", "jointOrientX", "jointOrientY", "jointOrientZ"};
+  unsigned int index = 0;
+  for (const MObject& member : members) {
+    standin::Node* m = NodeOf(member);
+    if (!m || !m->dag)
+      continue;
+    PoseEntry entry{m, {}};
+    for (const char* attrName : kSaved)
+      if (Attribute* a = m->FindAttribute(attrName))
+        entry.values.emplace_back(attrName, EvaluatePlug(m, PlugKey{a, {}}).number);
+    pose->pose.push_back(entry);
+    Connect(m, PlugKey{m->FindAttribute("message"), {}}, pose, PlugKey{pose->FindAttribute("members"), {index++}});
+  }
+  return MObject(pose);
+}
+
+void Select(const std::vector<MDagPath>& paths)
+{
+  MSelectionList& active = CurrentScene().activeSelection;
+  active.clear();
+  for (const MDagPath& path : paths)
+    active.add(path);
+}
+
+void SetInteractive(bool interactive) { CurrentScene().interactive = interactive; }
+
+void SetPlaybackRange(const MTime& minTime, const MTime& maxTime)
+{
+  CurrentScene().minSeconds = minTime.as(MTime::kSeconds);
+  CurrentScene().maxSeconds = maxTime.as(MTime::kSeconds);
+}
+
+const std::vector<std::string>& CommandsRun() { return CurrentScene().commandsRun; }
+
+const std::vector<std::string>& DisplayedMessages() { return CurrentScene().messages; }
+
+}

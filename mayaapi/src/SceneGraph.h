@@ -1,0 +1,202 @@
+#pragma once
+
+#include "MeshGeometry.h"
+
+#include <maya/MDistance.h>
+#include <maya/MFn.h>
+#include <maya/MMatrix.h>
+#include <maya/MSelectionList.h>
+#include <maya/MTime.h>
+#include <standin/PlugKey.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace standin {
+
+struct Node;
+struct Scene;
+
+enum class AttrKind { Message, Bool, Int, Short, Enum, Float, Double, Distance, Angle, Time, String, Matrix, Mesh,
+                      ComponentList, Compound };
+
+struct Attribute {
+  std::string name;
+  std::string shortName;
+  AttrKind kind = AttrKind::Double;
+  bool array = false;
+  bool dynamic = false;
+  bool hidden = false;
+  Attribute* parent = nullptr;
+  std::vector<Attribute*> children;
+  std::vector<std::pair<std::string, short>> enumFields;
+  double defaultNumber = 0.0;
+  std::string defaultText;
+  Node* owner = nullptr;
+
+  bool IsNumeric() const { return kind != AttrKind::Message && kind != AttrKind::String && kind != AttrKind::Matrix &&
+                                  kind != AttrKind::Mesh && kind != AttrKind::ComponentList && kind != AttrKind::Compound; }
+  // A compound of two or three numbers (translate, color, uvCoord), read as one numeric data object.
+  bool IsNumericCompound() const;
+  // How many array attributes lie on the way from the top-level attribute down to this one, this one included.
+  unsigned int ArrayDepth() const;
+};
+
+struct Data {
+  explicit Data(MFn::Type t) : type(t) {}
+  virtual ~Data() = default;
+  MFn::Type type;
+};
+
+struct MeshData : Data {
+  MeshData() : Data(MFn::kMeshData) {}
+  std::shared_ptr<Mesh> mesh;
+};
+
+struct MatrixData : Data {
+  MatrixData() : Data(MFn::kMatrixData) {}
+  MMatrix matrix;
+};
+
+struct NumericData : Data {
+  NumericData() : Data(MFn::kNumericData) {}
+  int numericType = 0;
+  unsigned int count = 0;
+  double values[4] = {0.0, 0.0, 0.0, 0.0};
+};
+
+struct StringData : Data {
+  StringData() : Data(MFn::kStringData) {}
+  std::string text;
+};
+
+// A list of mesh elements (faces or vertices); complete means every element of the mesh.
+struct ComponentData : Data {
+  explicit ComponentData(MFn::Type t) : Data(t) {}
+  std::vector<int> elements;
+  bool complete = false;
+};
+
+struct Value {
+  double number = 0.0;
+  std::string text;
+  std::shared_ptr<Data> data;
+};
+
+enum class Tangent { Linear, Step, Flat, Clamped, Spline };
+
+struct AnimKey {
+  double seconds = 0.0;
+  double value = 0.0;
+  Tangent in = Tangent::Clamped;
+  Tangent out = Tangent::Clamped;
+};
+
+// A set member: one instance of a DAG node, or a dependency node, with an optional component.
+struct SetMember {
+  Node* node = nullptr;
+  unsigned int instance = 0;
+  std::shared_ptr<ComponentData> component;
+};
+
+struct PoseEntry {
+  Node* member = nullptr;
+  std::vector<std::pair<std::string, double>> values;
+};
+
+struct Connection {
+  Node* srcNode = nullptr;
+  PlugKey src;
+  Node* dstNode = nullptr;
+  PlugKey dst;
+  bool alive = true;
+};
+
+struct Node {
+  Scene* scene = nullptr;
+  std::string typeName;
+  std::string name;
+  MFn::Type type = MFn::kDependencyNode;
+  bool dag = false;
+  std::vector<std::unique_ptr<Attribute>> attributes;
+  std::vector<Attribute*> topLevel;
+  std::map<PlugKey, Value> values;
+  std::map<PlugKey, std::set<unsigned int>> elements;
+  std::vector<size_t> incoming;
+  std::vector<size_t> outgoing;
+  std::vector<Node*> parents;
+  std::vector<Node*> children;
+
+  std::shared_ptr<Mesh> mesh;
+  std::vector<AnimKey> keys;
+  std::vector<SetMember> members;
+  // Skin weights per geometry index: one row per vertex, one column per influence in "matrix" index order.
+  std::map<unsigned int, std::vector<std::vector<double>>> skinWeights;
+  // Joint cluster weights per geometry index, in the order of the deformer set's member vertices.
+  std::map<unsigned int, std::vector<double>> clusterWeights;
+  Node* deformerSet = nullptr;
+  std::vector<PoseEntry> pose;
+
+  std::shared_ptr<Mesh> deformedCache;
+  std::uint64_t deformedGeneration = 0;
+
+  Attribute* FindAttribute(std::string_view attrName) const;
+  Attribute* AddAttribute(std::unique_ptr<Attribute> attribute, Attribute* parent);
+};
+
+struct Scene {
+  Scene();
+  std::vector<std::unique_ptr<Node>> nodes;
+  Node* world = nullptr;
+  std::vector<Connection> connections;
+  MSelectionList activeSelection;
+  double currentSeconds = 0.0;
+  double minSeconds = 1.0 / 24.0;
+  double maxSeconds = 48.0 / 24.0;
+  MTime::Unit timeUnit = MTime::kFilm;
+  MDistance::Unit distanceUnit = MDistance::kCentimeters;
+  std::uint64_t generation = 1;
+  bool interactive = false;
+  std::vector<std::string> commandsRun;
+  std::vector<std::string> messages;
+  // Attributes made by the attribute function sets and not yet added to a node.
+  std::vector<std::unique_ptr<Attribute>> pendingAttributes;
+
+  void Touch() { ++generation; }
+};
+
+Scene& CurrentScene();
+void ResetScene();
+
+Node* NewNode(const std::string& typeName, const std::string& name);
+Node* FindNode(std::string_view name);
+std::string UniqueName(const std::string& wanted);
+bool AddChild(Node* parent, Node* child);
+
+PlugKey ParentKey(const PlugKey& key);
+bool IsArrayPlug(const PlugKey& key);
+void RegisterElements(Node* node, const PlugKey& key);
+const Connection* IncomingConnection(const Node* node, const PlugKey& key);
+bool Connect(Node* srcNode, const PlugKey& src, Node* dstNode, const PlugKey& dst);
+
+// Every path from the world to the node, in instance-number order.
+std::vector<std::vector<Node*>> AllPaths(Node* node);
+size_t PathCount(const Node* node);
+
+bool TypeHasFn(MFn::Type actual, MFn::Type wanted);
+const char* TypeName(MFn::Type type);
+bool BuildNodeType(Node& node);
+
+Value EvaluatePlug(Node* node, const PlugKey& key);
+MMatrix LocalMatrix(Node* node);
+MMatrix PathMatrix(const std::vector<Node*>& path);
+std::shared_ptr<Mesh> ShapeGeometry(Node* shape);
+double EvaluateCurve(const Node* curve, double seconds);
+
+}
