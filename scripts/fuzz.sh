@@ -29,6 +29,11 @@ CC=clang CXX=clang++ cmake -G Ninja -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Re
 # Two jobs at most: the machine is shared.
 ninja -C "$build" -j 2 "$target"
 
+fuzzer=$build/tests/fuzz/$target
+if [ ! -x "$fuzzer" ]; then
+  echo "no fuzz target $target (tests/fuzz/$target.cmake declares it)" >&2
+  exit 2
+fi
 mkdir -p "$corpus" "$build/artifacts"
-exec "$build/$(cd "$build" && find . -name "$target" -type f -perm -u+x | head -n 1)" \
+exec "$fuzzer" \
   -max_total_time="$seconds" -print_final_stats=1 -artifact_prefix="$build/artifacts/$target-" "$corpus"
