@@ -34,16 +34,17 @@ uint32_t GetUint32(const uint8_t* in)
 
 void ConvertFromLittleEndian(uint8_t* data, size_t length, const char* layout)
 {
-    if (!layout || !*layout)
+    const size_t letters = layout ? std::strlen(layout) : 0;
+    if (letters == 0)
         return;
-    size_t offset = 0;
-    for (const char* letter = layout;; letter = *(letter + 1) ? letter + 1 : layout) {
-        assert(*letter == 'i' || *letter == 's' || *letter == 'f');
-        const size_t width = *letter == 's' ? 2 : 4;
+    for (size_t offset = 0, index = 0;; index = (index + 1) % letters) {
+        const char letter = layout[index];
+        assert(letter == 'i' || letter == 's' || letter == 'f');
+        const size_t width = letter == 's' ? 2 : 4;
         if (offset + width > length)
             return;
         if (width == 2) {
-            const uint16_t value = static_cast<uint16_t>(data[offset] | data[offset + 1] << 8);
+            const auto value = static_cast<uint16_t>(data[offset] | data[offset + 1] << 8);
             std::memcpy(data + offset, &value, 2);
         } else {
             const uint32_t value = GetUint32(data + offset);
@@ -169,7 +170,8 @@ bool VChunkedFile::EndWrittenChunk()
     if (sizeField == -1) {
         const int64_t missing = m_endStack[depth] - LogicalPosition();
         if (missing < 0) {
-            // Only nested chunks can get here: they are bounded by their own end, not their parent's.
+            // Writes into a nested chunk are bounded by its own end only, so overrunning the parent
+            // shows here.
             ReportError("Tried to write chunk data beyond chunk size");
             return false;
         }
@@ -296,6 +298,8 @@ bool VChunkedFile::OpenChunk(uint32_t expectedId, uint32_t* id, int32_t* size)
         return false;
     }
     const int64_t end = static_cast<int64_t>(m_position) + chunkSize;
+    // Reads are bounded by the innermost chunk alone, so a child, end tag included, must lie within
+    // its parent for the parent's bound to hold.
     const int64_t enclosingEnd = ReadLimit();
     if (enclosingEnd != -1 && end + 8 > enclosingEnd) {
         ReportError("Tried to read chunk data beyond chunk size");
