@@ -4,7 +4,6 @@
 #include "settings/NameEscaping.h"
 #include "settings/ScanNumber.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -86,7 +85,10 @@ bool IsStorableName(std::string_view name) { return name.find("<OPTIONS>") == st
 
 class AnimationLoader {
 public:
-    AnimationLoader(VAnimationTable& animations, const SettingsTrace& trace) : m_animations(animations), m_trace(trace) {}
+    AnimationLoader(VAnimationTable& animations, const SettingsTrace& trace)
+        : m_animations(animations), m_trace(trace)
+    {
+    }
 
     void Apply(std::string_view key, std::string_view value)
     {
@@ -105,8 +107,9 @@ private:
         if (ScanDecimalInt(value, count) == 0)
             return;
         if (count > VAnimationTable::kCapacity)
-            Trace(m_trace, Format("Only the first %d of %d animations are loaded\r\n", VAnimationTable::kCapacity, count));
-        m_animations.Reset(std::clamp(count, 0, VAnimationTable::kCapacity));
+            Trace(m_trace,
+                  Format("Only the first %d of %d animations are loaded\r\n", VAnimationTable::kCapacity, count));
+        m_animations.Reset(count);
         m_current = -1;
     }
 

@@ -171,8 +171,10 @@ void LoadSettingsFromString(std::string_view text, VExportOptions& options, VAni
         if (keyName.size() > kMaxKeyLength)
             continue;
         if (EqualsNoCase(keyName, "NumAnimations")) {
-            if (!animationsLoaded)
-                LoadAnimationsFromString(text.substr(static_cast<size_t>(keyName.data() - text.data())), animations, trace);
+            if (!animationsLoaded) {
+                const auto keyOffset = static_cast<size_t>(keyName.data() - text.data());
+                LoadAnimationsFromString(text.substr(keyOffset), animations, trace);
+            }
             animationsLoaded = true;
             continue;
         }

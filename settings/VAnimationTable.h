@@ -3,6 +3,7 @@
 
 #include "settings/VAnimationDescription.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cstddef>
 #include <utility>
@@ -41,11 +42,10 @@ public:
         m_entries.erase(m_entries.begin() + index);
     }
 
-    // Replaces the entries by count new ones; count must lie within 0..kCapacity.
+    // Replaces the entries by count new ones, count clamped to 0..kCapacity.
     void Reset(int count)
     {
-        assert(count >= 0 && count <= kCapacity);
-        m_entries.assign(static_cast<size_t>(count), VAnimationDescription {});
+        m_entries.assign(static_cast<size_t>(std::clamp(count, 0, kCapacity)), VAnimationDescription {});
     }
 
     auto begin() const { return m_entries.begin(); }

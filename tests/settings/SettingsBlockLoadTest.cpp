@@ -85,7 +85,8 @@ TEST(SettingsBlockLoad, EmptyStringValueClearsTheField)
 
 TEST(SettingsBlockLoad, IntegersAreReadLikeScanfPercentI)
 {
-    const Loaded loaded = Load("// ExportMaterialSettings : 0x13D\r\n// MaxStripLength : 010\r\n// ColMesh : 2 hulls\r\n");
+    const Loaded loaded =
+        Load("// ExportMaterialSettings : 0x13D\r\n// MaxStripLength : 010\r\n// ColMesh : 2 hulls\r\n");
     EXPECT_EQ(loaded.Options.ExportMaterialSettings, 317);
     EXPECT_EQ(loaded.Options.MaxStripLength, 8);
     EXPECT_EQ(loaded.Options.ColMesh, 2);

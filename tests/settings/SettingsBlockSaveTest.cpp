@@ -132,7 +132,8 @@ TEST(SettingsBlockSave, AppendsTheAnimationLinesAfterTheOptions)
 TEST(SettingsBlockSave, TracesItsStartAndEndAroundTheAnimationText)
 {
     std::vector<std::string> lines;
-    SaveSettingsToString(VExportOptions {}, VAnimationTable {}, [&](std::string_view line) { lines.emplace_back(line); });
+    SaveSettingsToString(VExportOptions {}, VAnimationTable {},
+                         [&](std::string_view line) { lines.emplace_back(line); });
     const std::vector<std::string> expected {"SaveSettingsToString()\r\n", "SaveAnimationsToString()\r\n",
                                              "End of SaveAnimationsToString()\r\n",
                                              "End of SaveSettingsToString()\r\n"};
