@@ -61,7 +61,8 @@ std::string References(const Range& records, const Positions& positions)
 
 void DumpMeshBase(const VMMeshBase& mesh, std::string& out)
 {
-    out += Format("components tangents %d colours %d seconduv %d\n", mesh.HasTangents, mesh.HasColours, mesh.HasSecondUV);
+    out += Format("components tangents %d colours %d seconduv %d\n", mesh.HasTangents, mesh.HasColours,
+                  mesh.HasSecondUV);
     out += Format("materials %d\n", mesh.Materials.Count());
     for (int i = 0; i < mesh.Materials.Count(); ++i) {
         const VMMaterial* m = mesh.Materials[i];
@@ -92,7 +93,8 @@ void DumpVertexData(const VMVertexData& v, const Positions& materials, std::stri
 }
 
 template <class T>
-void DumpPrimitives(const char* kind, const char* plural, const VMOwnedList<T>& list, const Positions& vertices, const Positions& materials,
+void DumpPrimitives(const char* kind, const char* plural, const VMOwnedList<T>& list, const Positions& vertices,
+                    const Positions& materials,
                     const Positions& areas, std::string& out)
 {
     out += Format("%s %d\n", plural, list.Count());

@@ -12,7 +12,7 @@ public:
     {
         Corners.assign(CornerVertexCount, nullptr);
     }
-    ~VMHeightfield() = default;
+    ~VMHeightfield() { LeaveOwners(); }
 
     float HeightScale = 1.0f;
 };

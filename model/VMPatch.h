@@ -13,7 +13,7 @@ public:
     {
         Corners.assign(triangular ? TriangularControlCount : QuadControlCount, nullptr);
     }
-    ~VMPatch() = default;
+    ~VMPatch() { LeaveOwners(); }
 
     bool IsTriangular() const { return CornerCount() == TriangularControlCount; }
 };

@@ -14,7 +14,7 @@ public:
     VMPolygon() : VMPrimitive(VMPrimitiveKind::Polygon) {}
     // A triangle: corners and neighbours both of length 3.
     VMPolygon(VMVertex* a, VMVertex* b, VMVertex* c);
-    ~VMPolygon() = default;
+    ~VMPolygon() { LeaveOwners(); }
 
     // One entry per corner: the polygon across the edge from that corner to the next; filled
     // by the connectivity pass.

@@ -5,9 +5,14 @@
 
 VMPrimitive::~VMPrimitive()
 {
+    SetMaterial(nullptr);
+}
+
+void VMPrimitive::LeaveOwners()
+{
     for (VMVisArea* area : Owners)
         area->RemovePrimitive(this);
-    SetMaterial(nullptr);
+    Owners.Clear();
 }
 
 void VMPrimitive::SetMaterial(VMMaterial* material)

@@ -59,6 +59,9 @@ protected:
     explicit VMPrimitive(VMPrimitiveKind kind) : m_kind(kind) {}
     ~VMPrimitive();
 
+    // Each concrete kind calls it from its destructor, while the record is still whole.
+    void LeaveOwners();
+
 private:
     VMPrimitiveKind m_kind;
     VMMaterial* m_material = nullptr;

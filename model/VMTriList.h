@@ -15,7 +15,7 @@ enum class VMTriListKind : uint32_t {
 class VMTriList : public VMPrimitive {
 public:
     VMTriList() : VMPrimitive(VMPrimitiveKind::TriList) {}
-    ~VMTriList() = default;
+    ~VMTriList() { LeaveOwners(); }
 
     VMTriListKind ListKind = VMTriListKind::List;
     // The group attribute of the first triangle, given back when the batch is cut up again.

@@ -53,7 +53,10 @@ void VMVisArea::RecountElements()
 int VMVisArea::AddPolygon(VMPolygon* polygon) { return AddOnce(m_polygons, polygon, m_elementCount); }
 int VMVisArea::AddPatch(VMPatch* patch) { return AddOnce(m_patches, patch, m_elementCount); }
 int VMVisArea::AddTriList(VMTriList* triList) { return AddOnce(m_triLists, triList, m_elementCount); }
-int VMVisArea::AddHeightfield(VMHeightfield* heightfield) { return AddOnce(m_heightfields, heightfield, m_elementCount); }
+int VMVisArea::AddHeightfield(VMHeightfield* heightfield)
+{
+    return AddOnce(m_heightfields, heightfield, m_elementCount);
+}
 
 int VMVisArea::RemovePolygon(const VMPolygon* polygon) { return RemoveListed(m_polygons, polygon, m_elementCount); }
 int VMVisArea::RemovePatch(const VMPatch* patch) { return RemoveListed(m_patches, patch, m_elementCount); }

@@ -119,7 +119,10 @@ std::unique_ptr<VMLight> VMWorld::NewLight() { return MakeRecord<VMLight>(); }
 std::unique_ptr<VMVisArea> VMWorld::NewVisArea() { return MakeRecord<VMVisArea>(); }
 std::unique_ptr<VMVisPlane> VMWorld::NewVisPlane() { return MakeRecord<VMVisPlane>(); }
 std::unique_ptr<VMVisPortal> VMWorld::NewPortal(int cornerCount) { return VMVisPortal::Create(cornerCount); }
-std::unique_ptr<VMVisAntiPortal> VMWorld::NewAntiPortal(int cornerCount) { return VMVisAntiPortal::Create(cornerCount); }
+std::unique_ptr<VMVisAntiPortal> VMWorld::NewAntiPortal(int cornerCount)
+{
+    return VMVisAntiPortal::Create(cornerCount);
+}
 std::unique_ptr<VMSubmesh> VMWorld::NewSubmesh() { return MakeRecord<VMSubmesh>(); }
 std::unique_ptr<VMTexturePlane> VMWorld::NewTexturePlane() { return MakeRecord<VMTexturePlane>(); }
 std::unique_ptr<VMEntity> VMWorld::NewEntity() { return MakeRecord<VMEntity>(); }

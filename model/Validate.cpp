@@ -95,7 +95,8 @@ void CheckPrimitives(const VMOwnedList<T>& list, const char* kind, const std::un
 }
 
 template <class T>
-void CheckAreaList(const VPListT<T>& listed, const std::unordered_set<const T*>& members, const char* kind, int areaIndex,
+void CheckAreaList(const VPListT<T>& listed, const std::unordered_set<const T*>& members, const char* kind,
+                   int areaIndex,
                    const VMVisArea* area, std::vector<std::string>& problems)
 {
     for (const T* primitive : listed) {
@@ -213,7 +214,8 @@ void CheckSkeleton(const VMModel& model, const std::unordered_set<const VMSkinVe
                 problems.push_back(Format("bone %d lists a vertex that is not in the model", i));
                 continue;
             }
-            const auto end = vertex->InfluenceBones + std::min<uint32_t>(vertex->InfluenceCount, VMSkinVertex::MaxInfluences);
+            const uint32_t slots = std::min<uint32_t>(vertex->InfluenceCount, VMSkinVertex::MaxInfluences);
+            const auto end = vertex->InfluenceBones + slots;
             if (std::find(vertex->InfluenceBones, end, bone) == end)
                 problems.push_back(Format("bone %d lists a vertex that does not name it", i));
         }
@@ -230,7 +232,8 @@ void CheckAnimations(const VMOwnedList<VMAnimation>& animations, const char* kin
             continue;
         const int contentCount = vertexAnimation ? animation->VertexTracks.Count() : animation->Frames.Count();
         if (contentCount != animation->FrameCount())
-            problems.push_back(Format("%s %d has %d keys but %d frames", kind, i, animation->FrameCount(), contentCount));
+            problems.push_back(
+                Format("%s %d has %d keys but %d frames", kind, i, animation->FrameCount(), contentCount));
         for (const VMVertexTrack* track : animation->VertexTracks) {
             if (track == nullptr)
                 continue;
