@@ -148,7 +148,7 @@ void DumpOutlines(const char* kind, const VMOwnedList<T>& list, const Positions&
             out += Format(" front %d back %d outside %d", areas.Of(outline->Front), areas.Of(outline->Back),
                           outline->LeadsOutside);
         for (const std::unique_ptr<VMVertex>& corner : outline->Corners)
-            out += " " + Vector(corner->Position, 3);
+            out += corner ? " " + Vector(corner->Position, 3) : std::string(" none");
         out += "\n";
     }
 }
@@ -247,6 +247,8 @@ std::string DumpScene(const VMWorld& world)
     DumpOutlines("antiportal", world.AntiPortals, areas, out);
     out += Format("shapes %zu\n", world.Shapes.Shapes.size());
     for (size_t i = 0; i < world.Shapes.Shapes.size(); ++i) {
+        if (!world.Shapes.Shapes[i])
+            continue;
         const VMWShapeInstance3D& shape = *world.Shapes.Shapes[i];
         out += Format("  shape %zu %s %s pos %s children %zu\n", i, shape.GetClassName(), Quoted(shape.Name).c_str(),
                       Vector(shape.Position, 3).c_str(), shape.Children.size());
