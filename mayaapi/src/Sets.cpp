@@ -12,6 +12,25 @@ unsigned int NextIndex(Node* node, const PlugKey& arrayKey)
   return found == node->elements.end() || found->second.empty() ? 0 : *found->second.rbegin() + 1;
 }
 
+// Ends the wiring that made a member of the set, so that connection walks agree with the membership list.
+void Disconnect(Node* set, Node* member, unsigned int instance, const std::shared_ptr<ComponentData>& component)
+{
+  Scene& scene = *set->scene;
+  for (size_t index : member->outgoing) {
+    Connection& c = scene.connections[index];
+    if (!c.alive || c.dstNode != set || c.src.indices.empty() || c.src.indices.front() != instance)
+      continue;
+    if (!component && c.src.attribute->name == "instObjGroups")
+      c.alive = false;
+    if (component && c.src.attribute->name == "objectGroups") {
+      const PlugKey list{member->FindAttribute("objectGrpCompList"), c.src.indices};
+      const auto value = member->values.find(list);
+      if (value != member->values.end() && value->second.data == component)
+        c.alive = false;
+    }
+  }
+}
+
 void TakeFacesAway(Node* engine, Node* member, unsigned int instance, const ComponentData* taken)
 {
   for (Node* other : engine->scene->nodes | std::views::transform([](const auto& n) { return n.get(); })) {
@@ -24,6 +43,7 @@ void TakeFacesAway(Node* engine, Node* member, unsigned int instance, const Comp
         continue;
       }
       if (!taken || !it->component) {
+        Disconnect(other, member, instance, it->component);
         it = members.erase(it);
         continue;
       }
@@ -31,7 +51,12 @@ void TakeFacesAway(Node* engine, Node* member, unsigned int instance, const Comp
       std::erase_if(faces, [&](int f) {
         return std::find(taken->elements.begin(), taken->elements.end(), f) != taken->elements.end();
       });
-      it = faces.empty() ? members.erase(it) : it + 1;
+      if (faces.empty()) {
+        Disconnect(other, member, instance, it->component);
+        it = members.erase(it);
+      } else {
+        ++it;
+      }
     }
   }
 }

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <maya/MFnNonExtendedLight.h>
+
+class MFnSpotLight : public MFnNonExtendedLight {
+public:
+  MFnSpotLight() = default;
+  MFnSpotLight(const MObject& object, MStatus* status = nullptr);
+  MFnSpotLight(const MDagPath& path, MStatus* status = nullptr);
+
+  MFn::Type type() const override { return MFn::kSpotLight; }
+  // Radians, as every angle the API returns.
+  double coneAngle(MStatus* status = nullptr) const { return NumberOf("coneAngle", status); }
+  double penumbraAngle(MStatus* status = nullptr) const { return NumberOf("penumbraAngle", status); }
+  double dropOff(MStatus* status = nullptr) const { return NumberOf("dropoff", status); }
+};
