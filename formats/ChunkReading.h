@@ -24,5 +24,12 @@ bool ReadChunkArray(VChunkedFile& file, int64_t count, std::vector<T>& values)
     return length == 0 || file.Read(values.data(), length) == length;
 }
 
+// After the top-level chunks: true when the file closed with its end marker rather than
+// running short (a short read leaves the depth of the chunk it was opening).
+inline bool EndedAtMarker(const VChunkedFile& file)
+{
+    return file.GetMode() == VChunkedFile::Mode::EndOfInput && file.GetDepth() == -1;
+}
+
 // "VMSH" for a chunk identifier.
 std::string ChunkName(uint32_t id);

@@ -7,6 +7,7 @@
 #include "formats/chunk/VChunkedFile.h"
 #include "model/VMBoundingBox.h"
 
+#include <algorithm>
 #include <new>
 
 namespace {
@@ -50,10 +51,16 @@ std::string Parse(VChunkedFile& file, VCollisionMeshFile& mesh)
         if (problem != nullptr)
             return Format("%s in chunk %s", problem, ChunkName(id).c_str());
         if (!file.EndChunk())
-            return LastError().Text;
+            return file.GetMode() == VChunkedFile::Mode::Error ? LastError().Text : "File is truncated";
     }
     if (file.GetMode() == VChunkedFile::Mode::Error)
         return LastError().Text;
+    if (!EndedAtMarker(file))
+        return "File is truncated";
+    for (uint32_t required : {ChunkCOLM, ChunkVIND}) {
+        if (std::find(mesh.Chunks.begin(), mesh.Chunks.end(), required) == mesh.Chunks.end())
+            return "Missing chunk " + ChunkName(required);
+    }
     return {};
 }
 

@@ -9,6 +9,7 @@
 #include "formats/chunk/LastError.h"
 #include "formats/chunk/VChunkedFile.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <new>
@@ -36,10 +37,16 @@ public:
             if (problem != nullptr)
                 return Format("%s in chunk %s", problem, ChunkName(id).c_str());
             if (!m_file.EndChunk())
-                return LastError().Text;
+                return m_file.GetMode() == VChunkedFile::Mode::Error ? LastError().Text : "File is truncated";
         }
         if (m_file.GetMode() == VChunkedFile::Mode::Error)
             return LastError().Text;
+        if (!EndedAtMarker(m_file))
+            return "File is truncated";
+        for (uint32_t required : {ChunkVMSH, ChunkMTRS, ChunkSMSH, ChunkSUBM}) {
+            if (std::find(m_mesh.Chunks.begin(), m_mesh.Chunks.end(), required) == m_mesh.Chunks.end())
+                return "Missing chunk " + ChunkName(required);
+        }
         return {};
     }
 

@@ -1,0 +1,202 @@
+#include "GoldenBytes.h"
+
+#include "formats/MaterialChunk.h"
+#include "formats/ParameterString.h"
+#include "formats/StaticMeshChunks.h"
+#include "formats/TransparencyModes.h"
+#include "formats/chunk/LastError.h"
+#include "formats/chunk/VChunkedFile.h"
+#include "formats/chunk/VMemoryStreamProvider.h"
+#include "model/VMMaterial.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+namespace {
+
+VMMaterial FullMaterial()
+{
+    VMMaterial material;
+    material.Name = "brick";
+    material.FlagWord = 0x100;
+    material.DoubleSided = 1;
+    material.LightingFlag = 1;
+    material.FourthFlag = 0;
+    material.NoStripping = 1;
+    material.IntegerAttribute1 = 11;
+    material.SpecularMultiplier = 0.5f;
+    material.SpecularExponent = 16.0f;
+    material.Transparency = 2;
+    material.DiffuseTexture = "brick.dds";
+    material.SpecularMap = "brick_s.dds";
+    material.NormalMap = "brick_n.dds";
+    material.FurtherTextures = {"a.dds", "b.dds"};
+    material.UserData = "wet";
+    material.IntegerAttribute2 = 22;
+    material.AmbientColour[0] = 10;
+    material.AmbientColour[1] = 20;
+    material.AmbientColour[2] = 300;
+    material.IntegerAttribute3 = 33;
+    material.SecondColour[0] = 1;
+    material.SecondColour[1] = 2;
+    material.SecondColour[2] = 3;
+    material.ParallaxScale = 0.25f;
+    material.ParallaxBias = -0.125f;
+    auto shader = std::make_unique<VMShaderAssignment>();
+    shader->EffectLibrary = "Shaders\\wall.ShaderLib";
+    shader->EffectName = "Bumpy";
+    shader->Parameters = {{"Scale", "2|3"}};
+    shader->FurtherEntries = {"tech"};
+    material.ShaderAssignments.push_back(std::move(shader));
+    return material;
+}
+
+std::string WriteChunk(const VMMaterial& material)
+{
+    VMemoryStreamProvider streams;
+    VChunkedFile file;
+    EXPECT_TRUE(file.Create("m.bin", &streams));
+    EXPECT_TRUE(WriteMaterialChunk(file, material));
+    EXPECT_TRUE(file.Close());
+    const std::string bytes = *streams.FindFile("m.bin");
+    // Without the file header and end marker.
+    return bytes.substr(8, bytes.size() - 12);
+}
+
+TEST(MaterialChunkTest, EveryFieldIsWrittenInOrderAndWidth)
+{
+    const GoldenBytes expected = GoldenBytes().Chunk(0, ChunkMTRL, GoldenBytes()
+        .U16(2)                                           // version
+        .Str("brick")
+        .U32(0x100 | 1 | 4)                               // flag word, double-sided, lighting
+        .U32(11)                                          // integer 1
+        .F32({0.5f, 16.0f})                               // specular multiplier, exponent
+        .U8({2, 1})                                       // transparency, no-stripping byte
+        .Str("brick.dds").Str("brick_s.dds").Str("brick_n.dds")
+        .I32(2).Str("a.dds").Str("b.dds")                 // further textures
+        .Str("wet")                                       // user data
+        .U32(22)                                          // integer 2
+        .U8({10, 20, 255, 0xFF})                          // colour 1: ambient, clamped
+        .U32(33)                                          // integer 3
+        .U8({1, 2, 3, 0xFF})                              // colour 2
+        .F32({0.25f, -0.125f})                            // parallax scale, bias
+        .I32(1)
+        .Str("Shaders\\wall.ShaderLib").Str("Bumpy").Str("Scale=2,3;/tech;"));
+    EXPECT_EQ(WriteChunk(FullMaterial()), expected.Str());
+}
+
+TEST(MaterialChunkTest, ReadingGivesBackWhatWasWritten)
+{
+    const VMMaterial written = FullMaterial();
+    VMemoryStreamProvider streams;
+    VChunkedFile out;
+    ASSERT_TRUE(out.Create("m.bin", &streams));
+    ASSERT_TRUE(WriteMaterialChunk(out, written));
+    ASSERT_TRUE(out.Close());
+
+    VChunkedFile in;
+    ASSERT_TRUE(in.Open("m.bin", &streams));
+    ASSERT_TRUE(in.OpenChunk(ChunkMTRL));
+    VMMaterial read;
+    ASSERT_TRUE(ReadMaterialChunk(in, read)) << LastError().Text;
+    EXPECT_TRUE(in.EndChunk());
+
+    EXPECT_EQ(read.Name, "brick");
+    EXPECT_EQ(read.FlagWord, 0x100u);
+    EXPECT_EQ(read.DoubleSided, 1);
+    EXPECT_EQ(read.ModelFlag, 0);
+    EXPECT_EQ(read.LightingFlag, 1);
+    EXPECT_EQ(read.FourthFlag, 0);
+    EXPECT_EQ(read.Transparency, 2u);
+    EXPECT_EQ(read.NormalMap, "brick_n.dds");
+    EXPECT_EQ(read.FurtherTextures, written.FurtherTextures);
+    EXPECT_EQ(read.AmbientColour[2], 255u);
+    EXPECT_EQ(read.IntegerAttribute3, 33u);
+    EXPECT_EQ(read.ParallaxBias, -0.125f);
+    ASSERT_EQ(read.ShaderAssignments.size(), 1u);
+    EXPECT_EQ(read.ShaderAssignments[0]->EffectName, "Bumpy");
+    EXPECT_EQ(read.ShaderAssignments[0]->Parameters[0].Value, "Scale=2,3;/tech;");
+}
+
+TEST(MaterialChunkTest, HostileTextureCountIsRefusedBeforeAllocating)
+{
+    VMemoryStreamProvider streams;
+    const GoldenBytes file = GoldenBytes().FileHeader()
+        .Chunk(0, ChunkMTRL, GoldenBytes()
+            .U16(2).Str("x").U32(0).U32(0).F32({0, 0}).U8({0, 0}).Str("").Str("").Str("")
+            .I32(0x7FFFFFFF))                             // further texture count
+        .FileEnd();
+    streams.SetFile("m.bin", file.Str());
+    VChunkedFile in;
+    ASSERT_TRUE(in.Open("m.bin", &streams));
+    ASSERT_TRUE(in.OpenChunk(ChunkMTRL));
+    VMMaterial read;
+    EXPECT_FALSE(ReadMaterialChunk(in, read));
+    EXPECT_EQ(LastError().Text, "Material chunk 'x' is damaged");
+}
+
+TEST(MaterialChunkTest, UnknownVersionIsRefused)
+{
+    VMemoryStreamProvider streams;
+    streams.SetFile("m.bin", GoldenBytes().FileHeader().Chunk(0, ChunkMTRL, GoldenBytes().U16(3)).FileEnd().Str());
+    VChunkedFile in;
+    ASSERT_TRUE(in.Open("m.bin", &streams));
+    ASSERT_TRUE(in.OpenChunk(ChunkMTRL));
+    VMMaterial read;
+    EXPECT_FALSE(ReadMaterialChunk(in, read));
+    EXPECT_EQ(LastError().Text, "Material chunk version 3 is not supported");
+}
+
+TEST(ParameterStringTest, JoinsParametersThenFurtherEntriesAndTurnsBarsIntoCommas)
+{
+    VMShaderAssignment shader;
+    shader.Parameters = {{"Colour", "1|0|0"}, {"Gloss", "0.5"}};
+    shader.FurtherEntries = {"a|b", "c"};
+    EXPECT_EQ(MakeParameterString(shader), "Colour=1,0,0;Gloss=0.5;/a,b;/c;");
+}
+
+TEST(ParameterStringTest, LongTextIsCutToLimitMinusOneCharacters)
+{
+    VMShaderAssignment shader;
+    shader.Parameters = {{"A", std::string(3990, 'x')}, {"B", "12345678"}};
+    shader.FurtherEntries = {"never"};
+    const std::string text = MakeParameterString(shader);
+    ASSERT_EQ(text.size(), 3999u);
+    EXPECT_EQ(text.substr(3990), "xx;B=1234");
+}
+
+TEST(ParameterStringTest, EmptyAssignmentGivesEmptyText)
+{
+    EXPECT_EQ(MakeParameterString(VMShaderAssignment {}), "");
+}
+
+TEST(TransparencyModesTest, EveryModeHasItsName)
+{
+    EXPECT_STREQ(TransparencyModeName(0), "opaque");
+    EXPECT_STREQ(TransparencyModeName(1), "modulate");
+    EXPECT_STREQ(TransparencyModeName(2), "alpha");
+    EXPECT_STREQ(TransparencyModeName(3), "additive");
+    EXPECT_STREQ(TransparencyModeName(4), "colorkey");
+    EXPECT_STREQ(TransparencyModeName(5), "addmodulate");
+    EXPECT_STREQ(TransparencyModeName(8), "modulate2x");
+    EXPECT_STREQ(TransparencyModeName(15), "alphasmooth");
+}
+
+TEST(TransparencyModesTest, NumbersWithoutModeHaveNoName)
+{
+    EXPECT_EQ(TransparencyModeName(6), nullptr);
+    EXPECT_EQ(TransparencyModeName(16), nullptr);
+}
+
+TEST(TransparencyModesTest, NamesAreReadBackWithoutRegardToCase)
+{
+    uint32_t mode = 99;
+    EXPECT_TRUE(ParseTransparencyMode("AlphaSmooth", mode));
+    EXPECT_EQ(mode, 15u);
+    EXPECT_FALSE(ParseTransparencyMode("glass", mode));
+    EXPECT_EQ(mode, 15u);
+}
+
+} // namespace

@@ -1,0 +1,90 @@
+#include "TestWorlds.h"
+
+#include "formats/ResourcesXml.h"
+#include "model/VMModel.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+namespace {
+
+TEST(ResourcesXmlTest, DocumentListsResourcesWithTheirAttributes)
+{
+    VResourceList list;
+    list.PathType = ResourcePathRelative;
+    AddResource(list, ResourceTexture, "\\Textures\\wall.dds");
+    AddResource(list, ResourceFile, "/readme.txt");
+    list.Resources.back().CustomInts = {1, -2};
+
+    EXPECT_EQ(MakeResourcesXml(list),
+              "<root>\n"
+              "    <Resources Version=\"1\" Count=\"2\" PathType=\"Relative\">\n"
+              "        <Resource Manager=\"Textures\" Filename=\"Textures\\wall.dds\" Size=\"1\"/>\n"
+              "        <Resource Manager=\"FILE\" Filename=\"readme.txt\" CustomInt=\"1,-2\" Size=\"1\"/>\n"
+              "    </Resources>\n"
+              "</root>\n");
+}
+
+TEST(ResourcesXmlTest, SameFileOfTheSameKindInAnotherCaseIsListedOnce)
+{
+    VMWorld world;
+    AddMaterial(world, "a").DiffuseTexture = "Wall.dds";
+    AddMaterial(world, "b").NormalMap = "WALL.DDS";
+
+    const VResourceList list = CollectResources(world);
+
+    ASSERT_EQ(list.Resources.size(), 1u);
+    EXPECT_EQ(list.Resources[0].Manager, "Textures");
+}
+
+TEST(ResourcesXmlTest, SameFileOfAnotherKindIsListedAgain)
+{
+    VResourceList list;
+    AddResource(list, ResourceTexture, "x.dat");
+    AddResource(list, ResourceEffectLibrary, "x.dat");
+    AddResource(list, ResourceEffectLibrary, "");
+    EXPECT_EQ(list.Resources.size(), 2u);
+}
+
+TEST(ResourcesXmlTest, TexturesComeFirstThenEffectLibrariesThenTheAnimationFile)
+{
+    VMModel model;
+    auto material = VMMeshBase::NewMaterial();
+    material->DiffuseTexture = "skin.dds";
+    auto shader = std::make_unique<VMShaderAssignment>();
+    shader->EffectLibrary = "hero.ShaderLib";
+    material->ShaderAssignments.push_back(std::move(shader));
+    material->SpecularMap = "skin_s.dds";
+    model.Materials.Add(std::move(material));
+    model.BoneAnimations.Add(VMModel::NewAnimation("walk", 4));
+
+    VResourceList list = CollectResources(model, "C:\\art\\hero.model");
+    SortResources(list);
+
+    ASSERT_EQ(list.Resources.size(), 4u);
+    EXPECT_EQ(list.Resources[0].Filename, "skin.dds");
+    EXPECT_EQ(list.Resources[1].Filename, "skin_s.dds");
+    EXPECT_EQ(list.Resources[2].Manager, "EffectLibs");
+    EXPECT_EQ(list.Resources[3].Manager, "Animations");
+    EXPECT_EQ(list.Resources[3].Filename, "hero.anim");
+}
+
+TEST(ResourcesXmlTest, ModelWithoutAnimationsListsNoAnimationFile)
+{
+    VMModel model;
+    EXPECT_TRUE(CollectResources(model, "hero.model").Resources.empty());
+}
+
+TEST(ResourcesXmlTest, EqualPrioritiesAreOrderedBySmallestOrderValue)
+{
+    VResourceList list;
+    AddResource(list, ResourceTexture, "late.dds");
+    list.Resources.back().Order = 5;
+    AddResource(list, ResourceTexture, "early.dds");
+    SortResources(list);
+    EXPECT_EQ(list.Resources[0].Filename, "early.dds");
+}
+
+} // namespace
