@@ -1,0 +1,100 @@
+#include "settings/IniSettingsText.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+StoredValue Number(uint32_t number)
+{
+    return {StoredValueType::Number, number, {}};
+}
+
+StoredValue Binary(std::string bytes)
+{
+    return {StoredValueType::Binary, 0, std::move(bytes)};
+}
+
+StoredValue Text(std::string text)
+{
+    return {StoredValueType::String, 0, std::move(text)};
+}
+
+} // namespace
+
+TEST(IniSettingsText, EachTypeIsWrittenInTheRegistryEditorsForm)
+{
+    StoredKeys keys;
+    keys["HKEY_CURRENT_USER\\Software\\Orvalle\\ZephraSDK\\Kestrel"]["ShowLog"] = Number(1);
+    keys["HKEY_CURRENT_USER\\Software\\Orvalle\\ZephraSDK\\Kestrel"]["MeshFactor"] = Binary(std::string("\x00\x00\x80\x3f", 4));
+    keys["HKEY_CURRENT_USER\\Software\\Orvalle\\ZephraSDK\\Kestrel"]["ModelArgs"] = Text("\"$targetfile\"");
+    keys["HKEY_LOCAL_MACHINE\\SOFTWARE\\Orvalle\\ZephraSDK\\Modlook"][""] = Text("C:\\Tools\\Modlook.exe");
+
+    EXPECT_EQ(FormatIniSettings(keys),
+              "[HKEY_CURRENT_USER\\Software\\Orvalle\\ZephraSDK\\Kestrel]\n"
+              "\"MeshFactor\"=hex:00,00,80,3f\n"
+              "\"ModelArgs\"=\"\\\"$targetfile\\\"\"\n"
+              "\"ShowLog\"=dword:00000001\n"
+              "\n"
+              "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Orvalle\\ZephraSDK\\Modlook]\n"
+              "@=\"C:\\\\Tools\\\\Modlook.exe\"\n");
+}
+
+TEST(IniSettingsText, FormattedTextReadsBackToTheSameValues)
+{
+    StoredKeys keys;
+    keys["A"]["Lines"] = Text("first\r\nsecond \\ \"quoted\"");
+    keys["A"]["Empty"] = Binary("");
+    keys["A"]["Max"] = Number(0xFFFFFFFFu);
+    keys["B\\C"][""] = Text("");
+
+    StoredKeys read;
+    std::string error;
+    ASSERT_TRUE(ParseIniSettings(FormatIniSettings(keys), read, error)) << error;
+    EXPECT_EQ(read, keys);
+}
+
+TEST(IniSettingsText, KeysAndValueNamesAreFoundIgnoringCase)
+{
+    StoredKeys keys;
+    std::string error;
+    ASSERT_TRUE(ParseIniSettings("[Software\\Kestrel]\r\n\"ToolTips\"=dword:2\r\n", keys, error));
+    ASSERT_TRUE(keys.contains("SOFTWARE\\KESTREL"));
+    EXPECT_EQ(keys["software\\kestrel"]["tooltips"], Number(2));
+}
+
+TEST(IniSettingsText, CommentsBlankLinesAndSpacesAroundTheEqualSignAreAccepted)
+{
+    StoredKeys keys;
+    std::string error;
+    ASSERT_TRUE(ParseIniSettings("; user settings\n\n  [K]  \n# note\n\"A\" = \"x\"\n", keys, error)) << error;
+    EXPECT_EQ(keys["K"]["A"], Text("x"));
+}
+
+TEST(IniSettingsText, UnreadableLinesAreSkippedAndTheFirstIsNamed)
+{
+    StoredKeys keys;
+    std::string error;
+    EXPECT_FALSE(ParseIniSettings("\"Orphan\"=dword:1\n"
+                                  "[K]\n"
+                                  "\"Good\"=dword:7\n"
+                                  "\"BadNumber\"=dword:123456789\n"
+                                  "\"BadHex\"=hex:0,1\n"
+                                  "\"Open\"=\"no end\n"
+                                  "\"Trailing\"=\"x\" y\n"
+                                  "NoQuotes=dword:1\n"
+                                  "\"BadEscape\"=\"\\q\"\n",
+                                  keys, error));
+    EXPECT_EQ(error, "line 1: value outside of any key");
+    ASSERT_EQ(keys["K"].size(), 1u);
+    EXPECT_EQ(keys["K"]["Good"], Number(7));
+}
+
+TEST(IniSettingsText, ValueGivenTwiceTakesTheLaterOne)
+{
+    StoredKeys keys;
+    std::string error;
+    ASSERT_TRUE(ParseIniSettings("[K]\n\"A\"=dword:1\n[k]\n\"a\"=\"text\"\n", keys, error));
+    EXPECT_EQ(keys["K"]["A"], Text("text"));
+}

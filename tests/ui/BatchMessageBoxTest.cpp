@@ -1,0 +1,54 @@
+#include "ui/BatchMessageBox.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+
+namespace {
+
+class BatchMessageBoxTest : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_NE(m_out, nullptr); }
+    void TearDown() override { std::fclose(m_out); }
+
+    std::string Printed()
+    {
+        std::fflush(m_out);
+        std::rewind(m_out);
+        std::string text;
+        for (int c = std::fgetc(m_out); c != EOF; c = std::fgetc(m_out))
+            text += static_cast<char>(c);
+        return text;
+    }
+
+    std::FILE* m_out = std::tmpfile();
+};
+
+} // namespace
+
+TEST_F(BatchMessageBoxTest, EachBoxTakesItsDefaultAnswer)
+{
+    BatchMessageBox box(m_out);
+    VMessageBoxRequest request;
+    request.Caption = "Question";
+    request.Buttons = VMessageBoxButtons::YesNo;
+    request.DefaultAnswer = VMessageBoxAnswer::No;
+    EXPECT_EQ(box.Show(request), VMessageBoxAnswer::No);
+    request.DefaultAnswer = VMessageBoxAnswer::Yes;
+    EXPECT_EQ(box.Show(request), VMessageBoxAnswer::Yes);
+    EXPECT_EQ(box.Show(VMessageBoxRequest()), VMessageBoxAnswer::Ok);
+}
+
+TEST_F(BatchMessageBoxTest, CaptionAndTextArePrintedWithNativeLineEnds)
+{
+    BatchMessageBox box(m_out);
+    VMessageBoxRequest request;
+    request.Caption = "Error";
+    request.Text = "Unable to execute 'a.exe'\r\n(Error:0x2)\r\n";
+    box.Show(request);
+    request.Caption = "Note";
+    request.Text = "one\rtwo";
+    box.Show(request);
+    EXPECT_EQ(Printed(), "Error: Unable to execute 'a.exe'\n(Error:0x2)\nNote: one\ntwo\n");
+}
