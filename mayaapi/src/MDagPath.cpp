@@ -177,7 +177,11 @@ MString MDagPath::partialPathName(MStatus* status) const
     --first;
   std::string name;
   for (size_t i = first; i < m_nodes.size(); ++i)
-    name += (i == first ? "" : "|") + m_nodes[i]->name;
+  {
+    if (i != first)
+      name += '|';
+    name += m_nodes[i]->name;
+  }
   return MString(name);
 }
 

@@ -77,9 +77,16 @@ MStatus MFnMesh::setObject(const MDagPath& path) { return MFnDagNode::setObject(
 
 std::shared_ptr<standin::Mesh> MFnMesh::standinMesh() const
 {
+  const std::uint64_t generation = standin::CurrentScene().generation;
+  if (m_mesh && m_meshGeneration == generation && m_meshObject == m_object)
+    return m_mesh;
   if (const auto* data = dynamic_cast<const standin::MeshData*>(m_object.standinData()))
-    return data->mesh;
-  return standin::ShapeGeometry(m_object.standinNode());
+    m_mesh = data->mesh;
+  else
+    m_mesh = standin::ShapeGeometry(m_object.standinNode());
+  m_meshGeneration = generation;
+  m_meshObject = m_object;
+  return m_mesh;
 }
 
 MMatrix MFnMesh::WorldMatrix(MSpace::Space space) const
@@ -98,6 +105,7 @@ MObject MFnMesh::create(int numVertices, int numPolygons, const MFloatPointArray
   }
   if (auto* data = dynamic_cast<standin::MeshData*>(parentOrOwner.standinData())) {
     data->mesh = mesh;
+    m_mesh.reset();
     setObject(parentOrOwner);
     SetStatus(status, MS::kSuccess);
     return parentOrOwner;
@@ -114,6 +122,7 @@ MObject MFnMesh::create(int numVertices, int numPolygons, const MFloatPointArray
     return MObject();
   }
   m_object.standinNode()->mesh = mesh;
+  m_mesh.reset();
   SetStatus(status, MS::kSuccess);
   return result;
 }

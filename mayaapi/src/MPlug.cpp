@@ -40,11 +40,16 @@ std::string AttributePath(const PlugKey& key, bool longNames)
     std::string part = longNames || a->shortName.empty() ? a->name : a->shortName;
     bool written = last;
     if (a->array && depth < key.indices.size()) {
-      part += "[" + std::to_string(key.indices[depth++]) + "]";
+      part += '[';
+      part += std::to_string(key.indices[depth++]);
+      part += ']';
       written = true;
     }
-    if (written)
-      text += (text.empty() ? "" : ".") + part;
+    if (!written)
+      continue;
+    if (!text.empty())
+      text += '.';
+    text += part;
   }
   return text;
 }

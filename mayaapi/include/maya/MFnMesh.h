@@ -11,6 +11,7 @@
 #include <maya/MTypes.h>
 #include <maya/MVector.h>
 
+#include <cstdint>
 #include <memory>
 
 namespace standin {
@@ -75,4 +76,9 @@ public:
 private:
   MStatus FaceFrames(int faceIndex, MFloatVectorArray& out, MSpace::Space space, const MString* uvSet, bool binormals) const;
   MMatrix WorldMatrix(MSpace::Space space) const;
+
+  // The resolved mesh, kept while the scene is unchanged so that per-face queries do no graph lookups.
+  mutable std::shared_ptr<standin::Mesh> m_mesh;
+  mutable std::uint64_t m_meshGeneration = 0;
+  mutable MObject m_meshObject;
 };
