@@ -3,11 +3,15 @@
 #include "ChunkTestBytes.h"
 #include "formats/chunk/ChunkId.h"
 #include "formats/chunk/LastError.h"
+#include "formats/chunk/VChunkStream.h"
 #include "formats/chunk/VMemoryStreamProvider.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -35,6 +39,44 @@ protected:
     {
         Errors.push_back({text, chunkId, position});
     }
+};
+
+// Takes at most capacity bytes and then refuses to commit, as a full disk would.
+class FullDiskProvider : public VChunkStreamProvider {
+public:
+    explicit FullDiskProvider(size_t capacity)
+        : m_capacity(capacity)
+    {
+    }
+    std::unique_ptr<VChunkInStream> OpenInput(std::string_view) override { return nullptr; }
+    std::unique_ptr<VChunkOutStream> CreateOutput(std::string_view) override
+    {
+        return std::make_unique<FullDiskStream>(m_capacity);
+    }
+
+private:
+    class FullDiskStream : public VChunkOutStream {
+    public:
+        explicit FullDiskStream(size_t capacity)
+            : m_left(capacity)
+        {
+        }
+        size_t Write(const void*, size_t length) override
+        {
+            const size_t taken = std::min(length, m_left);
+            m_left -= taken;
+            return taken;
+        }
+        bool Commit(std::string& error) override
+        {
+            error = "no space left on device";
+            return false;
+        }
+
+    private:
+        size_t m_left;
+    };
+    size_t m_capacity;
 };
 
 class ChunkWriteTest : public ::testing::Test {
@@ -373,4 +415,27 @@ TEST_F(ChunkWriteTest, ObjectCanWriteAgainAfterAFailedFileIsClosed)
     ASSERT_TRUE(m_file.Create("out.model", &m_files));
     EXPECT_TRUE(m_file.Close());
     EXPECT_EQ(Written(), HeaderBytes() + IntBytes(0xFFFFFFFF));
+}
+
+TEST(ChunkWriteFailureTest, FailedCommitFailsCloseWithTheReason)
+{
+    FullDiskProvider disk(1000);
+    VChunkedFile file;
+    ASSERT_TRUE(file.Create("out.model", &disk));
+    EXPECT_FALSE(file.Close());
+    EXPECT_EQ(LastError().Text, "File 'out.model' could not be written: no space left on device");
+    EXPECT_EQ(file.GetMode(), VChunkedFile::Mode::Error);
+}
+
+TEST(ChunkWriteFailureTest, StreamTakingFewerBytesThanWrittenIsAnError)
+{
+    FullDiskProvider disk(30);
+    VChunkedFile file;
+    ASSERT_TRUE(file.Create("out.model", &disk));
+    ASSERT_TRUE(file.StartChunk(Head));
+    ASSERT_TRUE(file.WriteFill(100, 1));
+    EXPECT_FALSE(file.EndChunk());
+    EXPECT_EQ(LastError().Text, "File 'out.model' could not be written");
+    EXPECT_EQ(LastError().Position, 30u);
+    EXPECT_FALSE(file.Close());
 }
