@@ -1,0 +1,100 @@
+#include "geometry/WeldVertices.h"
+
+#include "TestWorlds.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(WeldVertices, MovesAVertexStrictlyInsideEpsVertOntoTheSeed)
+{
+    VMWorld world;
+    VMVertex* seed = AddVertex(world, 1.0f, 2.0f, 3.0f);
+    VMVertex* near = AddVertex(world, 1.04f, 2.0f, 3.0f);
+    WeldVertices(world.Vertices, 0.1f, 0.0f);
+    EXPECT_EQ(near->Position[0], 1.0f);
+    EXPECT_EQ(near->Position[1], 2.0f);
+    EXPECT_EQ(near->Position[2], 3.0f);
+    EXPECT_EQ(seed->Position[0], 1.0f);
+}
+
+TEST(WeldVertices, LeavesAPairExactlyEpsVertApart)
+{
+    VMWorld world;
+    AddVertex(world, 0.0f, 0.0f, 0.0f);
+    VMVertex* apart = AddVertex(world, 0.5f, 0.0f, 0.0f);
+    WeldVertices(world.Vertices, 0.5f, 0.0f);
+    EXPECT_EQ(apart->Position[0], 0.5f);
+}
+
+TEST(WeldVertices, DoesNothingWithEpsVertZero)
+{
+    VMWorld world;
+    AddVertex(world, 0.0f, 0.0f, 0.0f);
+    VMVertex* other = AddVertex(world, 0.0f, 0.0f, 0.0f);
+    other->BaseUV[0] = 0.5f;
+    WeldVertices(world.Vertices, 0.0f, 1.0f);
+    EXPECT_EQ(other->BaseUV[0], 0.5f);
+}
+
+TEST(WeldVertices, AdoptsBaseUVWithinEpsUVInclusive)
+{
+    VMWorld world;
+    VMVertex* seed = AddVertex(world, 0.0f, 0.0f, 0.0f);
+    seed->BaseUV[0] = 0.5f;
+    seed->BaseUV[1] = 0.5f;
+    VMVertex* atBound = AddVertex(world, 0.01f, 0.0f, 0.0f);
+    atBound->BaseUV[0] = 0.75f;
+    atBound->BaseUV[1] = 0.25f;
+    VMVertex* beyond = AddVertex(world, 0.0f, 0.01f, 0.0f);
+    beyond->BaseUV[0] = 0.5f;
+    beyond->BaseUV[1] = 0.875f;
+    WeldVertices(world.Vertices, 0.1f, 0.25f);
+    EXPECT_EQ(atBound->BaseUV[0], 0.5f);
+    EXPECT_EQ(atBound->BaseUV[1], 0.5f);
+    EXPECT_EQ(beyond->BaseUV[0], 0.5f);
+    EXPECT_EQ(beyond->BaseUV[1], 0.875f);
+    EXPECT_EQ(beyond->Position[1], 0.0f);
+}
+
+TEST(WeldVertices, AdoptsNormalWithinTwoThousandthsPerComponent)
+{
+    VMWorld world;
+    VMVertex* seed = AddVertex(world, 0.0f, 0.0f, 0.0f);
+    seed->Normal[0] = 0.0f;
+    VMVertex* close = AddVertex(world, 0.01f, 0.0f, 0.0f);
+    close->Normal[0] = 0.0015f;
+    VMVertex* far = AddVertex(world, 0.0f, 0.01f, 0.0f);
+    far->Normal[0] = 0.003f;
+    WeldVertices(world.Vertices, 0.1f, 0.0f);
+    EXPECT_EQ(close->Normal[0], 0.0f);
+    EXPECT_EQ(far->Normal[0], 0.003f);
+}
+
+TEST(WeldVertices, LeavesSecondUVTangentAndColourAlone)
+{
+    VMWorld world;
+    AddVertex(world, 0.0f, 0.0f, 0.0f);
+    VMVertex* other = AddVertex(world, 0.01f, 0.0f, 0.0f);
+    other->SecondUV[0] = 0.125f;
+    other->Tangent[1] = 1.0f;
+    other->Colour[2] = 7;
+    WeldVertices(world.Vertices, 0.1f, 1.0f);
+    EXPECT_EQ(other->SecondUV[0], 0.125f);
+    EXPECT_EQ(other->Tangent[1], 1.0f);
+    EXPECT_EQ(other->Colour[2], 7);
+}
+
+TEST(WeldVertices, AWeldedVertexIsNeitherSeedNorCandidateAgain)
+{
+    //  a(0) -- b(0.15) -- c(0.3), EpsVert 0.2: a claims b; c is 0.3 from a and b is taken.
+    VMWorld world;
+    AddVertex(world, 0.0f, 0.0f, 0.0f);
+    VMVertex* b = AddVertex(world, 0.15f, 0.0f, 0.0f);
+    VMVertex* c = AddVertex(world, 0.3f, 0.0f, 0.0f);
+    WeldVertices(world.Vertices, 0.2f, 0.0f);
+    EXPECT_EQ(b->Position[0], 0.0f);
+    EXPECT_EQ(c->Position[0], 0.3f);
+}
+
+}
