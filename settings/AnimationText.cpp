@@ -1,6 +1,7 @@
 #include "settings/AnimationText.h"
 
 #include "base/TextUtil.h"
+#include "report/DebugFile.h"
 #include "settings/NameEscaping.h"
 #include "settings/ScanNumber.h"
 
@@ -85,10 +86,7 @@ bool IsStorableName(std::string_view name) { return name.find("<OPTIONS>") == st
 
 class AnimationLoader {
 public:
-    AnimationLoader(VAnimationTable& animations, const SettingsTrace& trace)
-        : m_animations(animations), m_trace(trace)
-    {
-    }
+    explicit AnimationLoader(VAnimationTable& animations) : m_animations(animations) {}
 
     void Apply(std::string_view key, std::string_view value)
     {
@@ -107,8 +105,7 @@ private:
         if (ScanDecimalInt(value, count) == 0)
             return;
         if (count > VAnimationTable::kCapacity)
-            Trace(m_trace,
-                  Format("Only the first %d of %d animations are loaded\r\n", VAnimationTable::kCapacity, count));
+            DebugPrint("Only the first %d of %d animations are loaded\r\n", VAnimationTable::kCapacity, count);
         m_animations.Reset(count);
         m_current = -1;
     }
@@ -177,15 +174,14 @@ private:
     }
 
     VAnimationTable& m_animations;
-    const SettingsTrace& m_trace;
     int m_current = -1;
 };
 
 } // namespace
 
-std::string SaveAnimationsToString(const VAnimationTable& animations, const SettingsTrace& trace)
+std::string SaveAnimationsToString(const VAnimationTable& animations)
 {
-    Trace(trace, "SaveAnimationsToString()\r\n");
+    DebugPrint("SaveAnimationsToString()\r\n");
     std::string text = Format("// NumAnimations: %d\r\n", animations.Count());
     for (const VAnimationDescription& entry : animations) {
         text += "// Animation: " + SavedName(entry.Name) + "\r\n";
@@ -199,18 +195,18 @@ std::string SaveAnimationsToString(const VAnimationTable& animations, const Sett
         }
         text += Format("// AnimCompressed: %d\r\n", entry.Compressed ? 1 : 0);
     }
-    Trace(trace, "End of SaveAnimationsToString()\r\n");
+    DebugPrint("End of SaveAnimationsToString()\r\n");
     return text;
 }
 
-void LoadAnimationsFromString(std::string_view text, VAnimationTable& animations, const SettingsTrace& trace)
+void LoadAnimationsFromString(std::string_view text, VAnimationTable& animations)
 {
-    Trace(trace, "LoadAnimationsFromString()\r\n");
+    DebugPrint("LoadAnimationsFromString()\r\n");
     if (text.empty()) {
-        Trace(trace, "Animation options string was NULL\r\n");
+        DebugPrint("Animation options string was NULL\r\n");
         return;
     }
-    AnimationLoader loader(animations, trace);
+    AnimationLoader loader(animations);
     TokenReader reader(text);
     std::string_view key;
     std::string_view value;

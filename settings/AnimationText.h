@@ -1,7 +1,6 @@
 #pragma once
 // The animation table as the key lines at the end of the settings block.
 
-#include "settings/SettingsTrace.h"
 #include "settings/VAnimationTable.h"
 
 #include <string>
@@ -9,11 +8,11 @@
 
 // "// NumAnimations: <count>" followed by 21 key lines per entry. Names and files are escaped
 // and cut to 255 characters.
-std::string SaveAnimationsToString(const VAnimationTable& animations, const SettingsTrace& trace = {});
+std::string SaveAnimationsToString(const VAnimationTable& animations);
 
 // Reads whitespace-separated key and value tokens. "NumAnimations:" replaces the table by that
 // many new entries (at most VAnimationTable::kCapacity; more are dropped); each "Animation:"
 // moves on to the next entry. Keys for an entry beyond the count, or before the first
 // "Animation:", have no entry to go to and are ignored, as are unknown keys and values that do
 // not parse.
-void LoadAnimationsFromString(std::string_view text, VAnimationTable& animations, const SettingsTrace& trace = {});
+void LoadAnimationsFromString(std::string_view text, VAnimationTable& animations);

@@ -2,6 +2,7 @@
 
 #include "base/Number.h"
 #include "base/TextUtil.h"
+#include "report/DebugFile.h"
 #include "settings/AnimationText.h"
 #include "settings/ExportOptionKeys.h"
 #include "settings/ScanNumber.h"
@@ -124,10 +125,9 @@ std::string_view TrimTrailingBlanks(std::string_view text)
 
 } // namespace
 
-std::string SaveSettingsToString(const VExportOptions& options, const VAnimationTable& animations,
-                                 const SettingsTrace& trace)
+std::string SaveSettingsToString(const VExportOptions& options, const VAnimationTable& animations)
 {
-    Trace(trace, "SaveSettingsToString()\r\n");
+    DebugPrint("SaveSettingsToString()\r\n");
     std::string text = "// Exporter: Kestrel\r\n";
     for (const VOptionKey& key : ExportOptionKeys()) {
         text += "// ";
@@ -136,18 +136,17 @@ std::string SaveSettingsToString(const VExportOptions& options, const VAnimation
         text += FormatValue(options, key);
         text += "\r\n";
     }
-    text += SaveAnimationsToString(animations, trace);
-    Trace(trace, "End of SaveSettingsToString()\r\n");
+    text += SaveAnimationsToString(animations);
+    DebugPrint("End of SaveSettingsToString()\r\n");
     return text;
 }
 
-void LoadSettingsFromString(std::string_view text, VExportOptions& options, VAnimationTable& animations,
-                            const SettingsTrace& trace)
+void LoadSettingsFromString(std::string_view text, VExportOptions& options, VAnimationTable& animations)
 {
-    Trace(trace, "LoadSettingsFromString()\r\n");
+    DebugPrint("LoadSettingsFromString()\r\n");
     size_t pos = 0;
     if (const size_t marker = text.find(kStartMarker); marker != std::string_view::npos) {
-        Trace(trace, "Saved options found!\r\n");
+        DebugPrint("Saved options found!\r\n");
         pos = std::min(marker + kStartMarkerLineLength, text.size());
     }
 
@@ -173,7 +172,7 @@ void LoadSettingsFromString(std::string_view text, VExportOptions& options, VAni
         if (EqualsNoCase(keyName, "NumAnimations")) {
             if (!animationsLoaded) {
                 const auto keyOffset = static_cast<size_t>(keyName.data() - text.data());
-                LoadAnimationsFromString(text.substr(keyOffset), animations, trace);
+                LoadAnimationsFromString(text.substr(keyOffset), animations);
             }
             animationsLoaded = true;
             continue;

@@ -2,7 +2,6 @@
 // The settings block: the option record and the animation table as the text stored beside
 // each exported file.
 
-#include "settings/SettingsTrace.h"
 #include "settings/VAnimationTable.h"
 #include "settings/VExportOptions.h"
 
@@ -11,12 +10,10 @@
 
 // "// Exporter: Kestrel", one "// <key> : <value>" line per saved key in table order, then the
 // animation text. Lines end with "\r\n"; numbers always use a decimal point.
-std::string SaveSettingsToString(const VExportOptions& options, const VAnimationTable& animations,
-                                 const SettingsTrace& trace = {});
+std::string SaveSettingsToString(const VExportOptions& options, const VAnimationTable& animations);
 
 // Applies the block to the record: keys it names take its values, unknown keys are ignored, a
 // value that does not parse leaves its field unchanged (a bool is switched off). Blocks of
 // versions before 7.2 are migrated, and the record's version is the current one afterwards.
 // The caller recomputes the texture folder, which depends on the loaded options.
-void LoadSettingsFromString(std::string_view text, VExportOptions& options, VAnimationTable& animations,
-                            const SettingsTrace& trace = {});
+void LoadSettingsFromString(std::string_view text, VExportOptions& options, VAnimationTable& animations);

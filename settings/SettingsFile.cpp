@@ -1,6 +1,7 @@
 #include "settings/SettingsFile.h"
 
 #include "base/FileSystem.h"
+#include "report/DebugFile.h"
 #include "settings/SettingsBlock.h"
 
 std::string SettingsFilePath(std::string_view targetPath) { return std::string(targetPath) + "_data\\_config.Xportel"; }
@@ -22,12 +23,12 @@ std::optional<std::string> ReadSettingsFile(std::string_view targetPath, bool al
 }
 
 bool LoadSettingsFromFile(std::string_view targetPath, bool allowLegacyFile, VExportOptions& options,
-                          VAnimationTable& animations, const SettingsTrace& trace)
+                          VAnimationTable& animations)
 {
-    Trace(trace, "LoadSettingsFromFile()\r\n");
+    DebugPrint("LoadSettingsFromFile()\r\n");
     const std::optional<std::string> text = ReadSettingsFile(targetPath, allowLegacyFile);
     if (!text)
         return false;
-    LoadSettingsFromString(*text, options, animations, trace);
+    LoadSettingsFromString(*text, options, animations);
     return true;
 }

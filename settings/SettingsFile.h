@@ -2,7 +2,6 @@
 // Where a target's settings block is stored: "_config.Xportel" in the target's data folder, or
 // for models exported by older versions the ".export.xml" file beside the target.
 
-#include "settings/SettingsTrace.h"
 #include "settings/VAnimationTable.h"
 #include "settings/VExportOptions.h"
 
@@ -19,4 +18,4 @@ std::optional<std::string> ReadSettingsFile(std::string_view targetPath, bool al
 // Applies the stored block to the record and table; answers whether one was found. Without
 // one the record keeps what it holds.
 bool LoadSettingsFromFile(std::string_view targetPath, bool allowLegacyFile, VExportOptions& options,
-                          VAnimationTable& animations, const SettingsTrace& trace = {});
+                          VAnimationTable& animations);

@@ -1,9 +1,10 @@
 #include "settings/AnimationText.h"
 
+#include "DebugCapture.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -114,10 +115,9 @@ TEST(AnimationTextSave, EscapedNamesAreCutTo255Characters)
 
 TEST(AnimationTextSave, TracesItsStartAndEnd)
 {
-    std::vector<std::string> lines;
-    SaveAnimationsToString(VAnimationTable {}, [&](std::string_view line) { lines.emplace_back(line); });
-    const std::vector<std::string> expected {"SaveAnimationsToString()\r\n", "End of SaveAnimationsToString()\r\n"};
-    EXPECT_EQ(lines, expected);
+    DebugCapture debug;
+    SaveAnimationsToString(VAnimationTable {});
+    EXPECT_EQ(debug.Text(), "SaveAnimationsToString()\r\nEnd of SaveAnimationsToString()\r\n");
 }
 
 TEST(AnimationTextLoad, SavedTableLoadsBackUnchanged)
@@ -237,14 +237,11 @@ TEST(AnimationTextLoad, EntriesBeyondTheCountAreIgnored)
 
 TEST(AnimationTextLoad, CountAboveTheTableCapacityKeepsTheFirstEntries)
 {
-    std::vector<std::string> lines;
-    VAnimationTable animations;
-    LoadAnimationsFromString("NumAnimations: 5000 Animation: first", animations,
-                             [&](std::string_view line) { lines.emplace_back(line); });
+    DebugCapture debug;
+    const VAnimationTable animations = Load("NumAnimations: 5000 Animation: first");
     ASSERT_EQ(animations.Count(), VAnimationTable::kCapacity);
     EXPECT_EQ(animations[0].Name, "first");
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[1], "Only the first 1024 of 5000 animations are loaded\r\n");
+    EXPECT_EQ(debug.Text(), "LoadAnimationsFromString()\r\nOnly the first 1024 of 5000 animations are loaded\r\n");
 }
 
 TEST(AnimationTextLoad, NegativeCountEmptiesTheTable)
@@ -281,11 +278,10 @@ TEST(AnimationTextLoad, KeyWithoutValueAtTheEndIsIgnored)
 
 TEST(AnimationTextLoad, EmptyTextIsReportedAndChangesNothing)
 {
-    std::vector<std::string> lines;
+    DebugCapture debug;
     VAnimationTable animations;
     animations.Add(VAnimationDescription {});
-    LoadAnimationsFromString("", animations, [&](std::string_view line) { lines.emplace_back(line); });
+    LoadAnimationsFromString("", animations);
     EXPECT_EQ(animations.Count(), 1);
-    const std::vector<std::string> expected {"LoadAnimationsFromString()\r\n", "Animation options string was NULL\r\n"};
-    EXPECT_EQ(lines, expected);
+    EXPECT_EQ(debug.Text(), "LoadAnimationsFromString()\r\nAnimation options string was NULL\r\n");
 }

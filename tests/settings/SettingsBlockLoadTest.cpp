@@ -1,5 +1,7 @@
 #include "settings/SettingsBlock.h"
 
+#include "DebugCapture.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -203,14 +205,9 @@ TEST(SettingsBlockLoad, LaterNumAnimationsLineReplacesTheEarlierList)
 
 TEST(SettingsBlockLoad, TracesTheLoadAndTheFoundMarker)
 {
-    std::vector<std::string> lines;
-    VExportOptions options;
-    VAnimationTable animations;
-    LoadSettingsFromString("<OPTIONS>\r\n// NumAnimations: 0\r\n", options, animations,
-                           [&](std::string_view line) { lines.emplace_back(line); });
-    const std::vector<std::string> expected {"LoadSettingsFromString()\r\n", "Saved options found!\r\n",
-                                             "LoadAnimationsFromString()\r\n"};
-    EXPECT_EQ(lines, expected);
+    DebugCapture debug;
+    Load("<OPTIONS>\r\n// NumAnimations: 0\r\n");
+    EXPECT_EQ(debug.Text(), "LoadSettingsFromString()\r\nSaved options found!\r\nLoadAnimationsFromString()\r\n");
 }
 
 TEST(SettingsBlockMigration, VersionSixRenumbersTheCentreMethodAndTurnsTheModel)

@@ -1,11 +1,12 @@
 #include "settings/SettingsBlock.h"
 
+#include "DebugCapture.h"
+
 #include <gtest/gtest.h>
 
 #include <clocale>
 #include <cstdio>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -131,13 +132,12 @@ TEST(SettingsBlockSave, AppendsTheAnimationLinesAfterTheOptions)
 
 TEST(SettingsBlockSave, TracesItsStartAndEndAroundTheAnimationText)
 {
-    std::vector<std::string> lines;
-    SaveSettingsToString(VExportOptions {}, VAnimationTable {},
-                         [&](std::string_view line) { lines.emplace_back(line); });
-    const std::vector<std::string> expected {"SaveSettingsToString()\r\n", "SaveAnimationsToString()\r\n",
-                                             "End of SaveAnimationsToString()\r\n",
-                                             "End of SaveSettingsToString()\r\n"};
-    EXPECT_EQ(lines, expected);
+    DebugCapture debug;
+    SaveSettingsToString(VExportOptions {}, VAnimationTable {});
+    EXPECT_EQ(debug.Text(), "SaveSettingsToString()\r\n"
+                            "SaveAnimationsToString()\r\n"
+                            "End of SaveAnimationsToString()\r\n"
+                            "End of SaveSettingsToString()\r\n");
 }
 
 TEST(SettingsBlockSave, NumbersKeepTheDecimalPointUnderACommaLocale)

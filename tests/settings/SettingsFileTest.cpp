@@ -3,11 +3,12 @@
 #include "base/FileSystem.h"
 #include "base/Path.h"
 
+#include "DebugCapture.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -60,14 +61,12 @@ TEST_F(SettingsFileTest, LoadingAppliesTheStoredBlockAndTraces)
     WriteDataFolderFile("// MaxNumBones : 3\r\n// NumAnimations: 1\r\n// Animation: idle\r\n");
     VExportOptions options;
     VAnimationTable animations;
-    std::vector<std::string> lines;
-    EXPECT_TRUE(LoadSettingsFromFile(m_target, false, options, animations,
-                                     [&](std::string_view line) { lines.emplace_back(line); }));
+    DebugCapture debug;
+    EXPECT_TRUE(LoadSettingsFromFile(m_target, false, options, animations));
     EXPECT_EQ(options.MaxNumBones, 3);
     ASSERT_EQ(animations.Count(), 1);
     EXPECT_EQ(animations[0].Name, "idle");
-    ASSERT_FALSE(lines.empty());
-    EXPECT_EQ(lines[0], "LoadSettingsFromFile()\r\n");
+    EXPECT_TRUE(debug.Text().starts_with("LoadSettingsFromFile()\r\nLoadSettingsFromString()\r\n"));
 }
 
 TEST_F(SettingsFileTest, MissingFileLeavesTheDefaultsInForce)
