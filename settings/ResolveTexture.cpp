@@ -19,7 +19,7 @@ constexpr int kMaxLocateDepth = 32;
 
 std::string CopyTexture(const std::string& source, const TextureResolveContext& context, VReport& report)
 {
-    const std::string target = context.TextureDirectory + FileNameOf(source);
+    const std::string target = JoinPath(context.TextureDirectory, FileNameOf(source));
     if (!EqualsNoCase(target, source)) {
         LogPrint("Copying file '%s' to '%s'\r\n", source.c_str(), target.c_str());
         if (CopyFileTo(source, target, true))
@@ -52,7 +52,7 @@ std::string LocateTexture(const std::string& source, const TextureResolveContext
     const std::string fileName = FileNameOf(source);
     std::optional<std::string> found = FindInFolderTree(context.TextureDirectory, fileName, 0);
     if (!found) {
-        found = context.TextureDirectory + fileName;
+        found = JoinPath(context.TextureDirectory, fileName);
         report.AddIssue(IssueTextureNotFound, *found);
     }
     return TextureOutputName(*found, context);

@@ -115,6 +115,13 @@ TEST_F(ResolveTextureTest, SourceAlreadyInTheTextureDirectoryIsNotCopied)
     EXPECT_TRUE(m_report.Issues().empty());
 }
 
+TEST_F(ResolveTextureTest, TextureDirectoryWithoutClosingBackslashStillReceivesTheCopy)
+{
+    m_context.TextureDirectory.pop_back();
+    EXPECT_EQ(Resolve(m_folder.SystemPath("art\\Wood.tga")), "Textures\\Wood.tga");
+    EXPECT_TRUE(m_folder.Has("town/props/Textures/Wood.tga"));
+}
+
 TEST_F(ResolveTextureTest, FailedCopyIsRaisedAndStillNamed)
 {
     const std::string source = m_folder.SystemPath("art\\Missing.tga");
