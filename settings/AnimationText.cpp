@@ -119,6 +119,7 @@ private:
             return;
         if (IsStorableName(value))
             entry->Name = UnescapeName(value);
+        // Blocks of older versions lack the keys below; these are the values they implied.
         entry->CompensateRotation = 0;
         entry->CompensateOffset = 0;
         entry->MoveX = entry->MoveY = entry->MoveZ = 1;
@@ -154,8 +155,8 @@ private:
             }
         }
         for (size_t axis = 0; axis < kExcludeKeys.size(); ++axis) {
-            int32_t excluded = 0;
             if (EqualsNoCase(key, kExcludeKeys[axis])) {
+                int32_t excluded = 0;
                 if (ScanDecimalInt(value, excluded) != 0)
                     entry.*kMoveFields[axis] = excluded == 0 ? 1 : 0;
                 return;

@@ -7,7 +7,8 @@
 #include <string_view>
 
 // "// NumAnimations: <count>" followed by 21 key lines per entry. Names and files are escaped
-// and cut to 255 characters.
+// and cut to 255 characters. A full table of long names can pass the 1 MiB that older readers
+// reserved; it is written whole all the same, since cutting it would lose animations.
 std::string SaveAnimationsToString(const VAnimationTable& animations);
 
 // Reads whitespace-separated key and value tokens. "NumAnimations:" replaces the table by that
