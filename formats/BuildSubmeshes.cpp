@@ -14,6 +14,8 @@ struct PolygonBatch {
     const VMMaterial* Material;
     int32_t Group;
     std::vector<VMVisArea*> Areas;
+    int RenderCorners = 0;
+    int ShadowCorners = 0;
 };
 
 bool IsWorldVertex(const VMWorld& world, const VMVertex* vertex)
@@ -110,12 +112,19 @@ bool CollectSubmeshes(VMWorld& world)
         if (triList == nullptr)
             continue;
         VMSubmesh* submesh = AppendSubmesh(world, triList->Material(), static_cast<int32_t>(triList->Group), triList->Owners);
-        if (submesh == nullptr || !AddTriList(world, *triList, *submesh))
+        if (submesh == nullptr)
+            return false;
+        submesh->RenderIndices.Reserve(triList->TriangleCount() * 3);
+        submesh->ShadowIndices.Reserve(triList->TriangleCount() * 3);
+        if (!AddTriList(world, *triList, *submesh))
             return false;
     }
 
+    // Batches are found first and filled afterwards, so that each list is allocated once.
     std::vector<PolygonBatch> batches;
-    for (VMPolygon* polygon : world.Polygons) {
+    std::vector<int> batchOf(static_cast<size_t>(world.Polygons.Count()), -1);
+    for (int p = 0; p < world.Polygons.Count(); ++p) {
+        const VMPolygon* polygon = world.Polygons[p];
         if (polygon == nullptr)
             continue;
         const VMMaterial* material = polygon->Material();
@@ -132,7 +141,18 @@ bool CollectSubmeshes(VMWorld& world)
             batches.push_back({submesh, material, group, std::vector<VMVisArea*>(polygon->Owners.begin(), polygon->Owners.end())});
             batch = batches.end() - 1;
         }
-        if (!AddPolygon(world, *polygon, *batch->Submesh))
+        batchOf[static_cast<size_t>(p)] = static_cast<int>(batch - batches.begin());
+        const int corners = 3 * std::max(polygon->CornerCount() - 2, 0);
+        batch->RenderCorners += polygon->Visible != 0 ? corners : 0;
+        batch->ShadowCorners += polygon->CastShadows != 0 ? corners : 0;
+    }
+    for (PolygonBatch& batch : batches) {
+        batch.Submesh->RenderIndices.Reserve(batch.RenderCorners);
+        batch.Submesh->ShadowIndices.Reserve(batch.ShadowCorners);
+    }
+    for (int p = 0; p < world.Polygons.Count(); ++p) {
+        const int batch = batchOf[static_cast<size_t>(p)];
+        if (batch >= 0 && !AddPolygon(world, *world.Polygons[p], *batches[static_cast<size_t>(batch)].Submesh))
             return false;
     }
     return true;
