@@ -211,13 +211,17 @@ int Adjust(VMWorld& world, float epsVert, float epsUV, bool optimizeMesh)
         vertex->MergeLink = nullptr;
         vertex->MaterialLink = nullptr;
     }
-    SetCornerStates(world.Polygons, Used);
-
-    if (int result = SeparateSharedCorners(world, world.Patches); result != 0)
-        return result;
-    SetCornerStates(world.Patches, Used);
-    if (int result = SeparateSharedCorners(world, world.Heightfields); result != 0)
-        return result;
+    // The state words are read only by the patch and heightfield steps (FixID sets its own),
+    // so a world of polygons alone skips every pass over them.
+    const bool hasControlVertices = !world.Patches.IsEmpty() || !world.Heightfields.IsEmpty();
+    if (hasControlVertices) {
+        SetCornerStates(world.Polygons, Used);
+        if (int result = SeparateSharedCorners(world, world.Patches); result != 0)
+            return result;
+        SetCornerStates(world.Patches, Used);
+        if (int result = SeparateSharedCorners(world, world.Heightfields); result != 0)
+            return result;
+    }
 
     if (!optimizeMesh) {
         LinkPolygonCornerMaterials(world);
@@ -228,11 +232,10 @@ int Adjust(VMWorld& world, float epsVert, float epsUV, bool optimizeMesh)
     // Only the patch and heightfield passes depend on the tree's query order; it is built now,
     // over the positions before welding, because that is the tree those passes are defined on.
     VertexSearchTree tree;
-    if (!world.Patches.IsEmpty() || !world.Heightfields.IsEmpty()) {
+    if (hasControlVertices) {
         if (int result = tree.Build(world.Vertices.Count(), world.Vertices); result != 0)
             return result;
     }
-    SetVertexStates(world, Free);
     NumberVertices(world);
 
     WeldVertices(world.Vertices, epsVert, epsUV);
@@ -243,25 +246,24 @@ int Adjust(VMWorld& world, float epsVert, float epsUV, bool optimizeMesh)
     GeometryLog("  (%i Area, %i Normal, %i Multi, %i NonPlanar )\r\n", degenerate.Area, degenerate.Normal,
                 degenerate.Multi, 0);
 
-    SetVertexStates(world, Free);
-    SetCornerStates(world.Polygons, Used);
-    SetCornerStates(world.Heightfields, HeightfieldCorner);
     const int links = FoldExactDuplicates(world, epsVert, epsUV);
     GeometryLog("AdjustTriangles: %i exact matches to kill\r\n", links);
     GeometryLog("AdjustTriangles: Replacing references in polygons.\r\n");
     ReplaceReferences(world);
 
-    SetVertexStates(world, Free);
-    SetCornerStates(world.Polygons, Used);
-    SetCornerStates(world.Heightfields, HeightfieldCorner);
-    ShareControlVertices(world.Patches, tree, epsVert, "AdjustTri: Finding duplicate patchices (%d / %d)\r\n");
+    if (hasControlVertices) {
+        SetVertexStates(world, Free);
+        SetCornerStates(world.Polygons, Used);
+        SetCornerStates(world.Heightfields, HeightfieldCorner);
+        ShareControlVertices(world.Patches, tree, epsVert, "AdjustTri: Finding duplicate patchices (%d / %d)\r\n");
 
-    SetVertexStates(world, Free);
-    SetCornerStates(world.Polygons, Used);
-    SetCornerStates(world.Patches, PatchControl);
-    ShareControlVertices(world.Heightfields, tree, epsVert,
-                         "AdjustTri: Finding duplicate hightfieldices (%d / %d)\r\n");
-    tree.Destroy();
+        SetVertexStates(world, Free);
+        SetCornerStates(world.Polygons, Used);
+        SetCornerStates(world.Patches, PatchControl);
+        ShareControlVertices(world.Heightfields, tree, epsVert,
+                             "AdjustTri: Finding duplicate hightfieldices (%d / %d)\r\n");
+        tree.Destroy();
+    }
 
     RemoveStrayVertices(world);
 

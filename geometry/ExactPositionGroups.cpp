@@ -50,36 +50,33 @@ ExactPositionGroups::ExactPositionGroups(const VMOwnedList<VMVertex>& vertices)
     m_first.assign(count, -1);
     m_next.assign(count, -1);
 
-    std::vector<Key> keys(count);
+    // Open addressing at a load of at most two thirds; each slot keeps its group's key, first
+    // and last member, so that one pass in list order links every group in ascending order.
+    struct Slot {
+        Key Position;
+        int First;
+        int Last;
+    };
+    const uint64_t tableSize = count + count / 2 + 16;
+    std::vector<Slot> slots(tableSize, Slot{{}, -1, -1});
     for (size_t i = 0; i < count; ++i) {
-        if (const VMVertex* vertex = vertices.Get(static_cast<int>(i)); vertex && IsFinite(vertex->Position))
-            keys[i] = KeyOf(vertex->Position);
-        else
-            m_first[i] = -2;
-    }
-
-    size_t tableSize = 16;
-    while (tableSize < 2 * count)
-        tableSize *= 2;
-    const size_t mask = tableSize - 1;
-    // Each slot holds the lowest position of its group seen so far; walking the list downwards
-    // and prepending leaves every group linked in ascending order.
-    std::vector<int> slots(tableSize, -1);
-    for (size_t i = count; i-- > 0;) {
-        if (m_first[i] == -2)
+        const VMVertex* vertex = vertices.Get(static_cast<int>(i));
+        if (vertex == nullptr || !IsFinite(vertex->Position))
             continue;
-        size_t slot = Hash(keys[i]) & mask;
-        while (slots[slot] >= 0 && !SameKey(keys[static_cast<size_t>(slots[slot])], keys[i]))
-            slot = (slot + 1) & mask;
-        m_next[i] = slots[slot];
-        slots[slot] = static_cast<int>(i);
-    }
-    for (int head : slots) {
-        for (int member = head; member >= 0; member = m_next[static_cast<size_t>(member)])
-            m_first[static_cast<size_t>(member)] = head;
-    }
-    for (int& first : m_first) {
-        if (first == -2)
-            first = -1;
+        const Key key = KeyOf(vertex->Position);
+        uint64_t slot = ((Hash(key) >> 32) * tableSize) >> 32;
+        while (slots[slot].First >= 0 && !SameKey(slots[slot].Position, key)) {
+            if (++slot == tableSize)
+                slot = 0;
+        }
+        Slot& group = slots[slot];
+        const int index = static_cast<int>(i);
+        if (group.First < 0) {
+            group = {key, index, index};
+        } else {
+            m_next[static_cast<size_t>(group.Last)] = index;
+            group.Last = index;
+        }
+        m_first[i] = group.First;
     }
 }
