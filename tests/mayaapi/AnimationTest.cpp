@@ -1,0 +1,131 @@
+#include <maya/MAnimControl.h>
+#include <maya/MAnimUtil.h>
+#include <maya/MFnAnimCurve.h>
+#include <maya/MGlobal.h>
+#include <maya/MObjectArray.h>
+#include <maya/MPlugArray.h>
+#include <standin/SceneBuilder.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace standin;
+
+class AnimationTest : public ::testing::Test {
+protected:
+  void SetUp() override
+  {
+    NewScene();
+    CreateNode("transform", "ball");
+  }
+
+  static double At(double frame)
+  {
+    MGlobal::viewFrame(frame);
+    return Plug("ball.translateY").asDouble();
+  }
+
+  static MObject Keys(TangentType type)
+  {
+    return Animate("ball.translateY", {{MTime(0.0, MTime::kFilm), 0.0, type, type},
+                                       {MTime(10.0, MTime::kFilm), 10.0, type, type},
+                                       {MTime(20.0, MTime::kFilm), 0.0, type, type}});
+  }
+};
+
+TEST_F(AnimationTest, LinearKeysInterpolateStraightAndHoldOutsideTheRange)
+{
+  Keys(TangentType::Linear);
+  EXPECT_DOUBLE_EQ(At(0), 0.0);
+  EXPECT_DOUBLE_EQ(At(10), 10.0);
+  EXPECT_DOUBLE_EQ(At(5), 5.0);
+  EXPECT_DOUBLE_EQ(At(15), 5.0);
+  EXPECT_DOUBLE_EQ(At(-4), 0.0);
+  EXPECT_DOUBLE_EQ(At(30), 0.0);
+}
+
+TEST_F(AnimationTest, SteppedKeysHoldUntilTheNextKey)
+{
+  Keys(TangentType::Step);
+  EXPECT_DOUBLE_EQ(At(9.9), 0.0);
+  EXPECT_DOUBLE_EQ(At(10), 10.0);
+  EXPECT_DOUBLE_EQ(At(19), 10.0);
+}
+
+TEST_F(AnimationTest, FlatKeysEaseInAndOut)
+{
+  Keys(TangentType::Flat);
+  // A flat Hermite segment from 0 to 10 reaches 0.5*0.5*(3-2*0.5) = 0.5 of the way at its middle, 0.104 at a fifth.
+  EXPECT_DOUBLE_EQ(At(5), 5.0);
+  EXPECT_NEAR(At(2), 10.0 * (3 * 0.04 - 2 * 0.008), 1e-9);
+}
+
+TEST_F(AnimationTest, SplineKeysTakeTheSlopeOfTheirNeighbours)
+{
+  Animate("ball.translateY", {{MTime(0.0, MTime::kFilm), 0.0, TangentType::Spline, TangentType::Spline},
+                              {MTime(10.0, MTime::kFilm), 10.0, TangentType::Spline, TangentType::Spline},
+                              {MTime(20.0, MTime::kFilm), 30.0, TangentType::Spline, TangentType::Spline}});
+  // Middle slope (30-0)/20 frames; first key slope 10/10. h = 10 frames: m0 = 10, m1 = 15.
+  const double s = 0.5;
+  const double expected = (s * s * s - 2 * s * s + s) * 10 + (-2 * s * s * s + 3 * s * s) * 10 + (s * s * s - s * s) * 15;
+  EXPECT_NEAR(At(5), expected, 1e-9);
+  EXPECT_DOUBLE_EQ(At(10), 10.0);
+}
+
+TEST_F(AnimationTest, ClampedKeysGoFlatNextToAnEqualValue)
+{
+  Animate("ball.translateY", {{MTime(0.0, MTime::kFilm), 0.0}, {MTime(10.0, MTime::kFilm), 10.0},
+                              {MTime(20.0, MTime::kFilm), 10.0}});
+  // The middle key equals its right neighbour, so both of its tangents are flat: the second segment stays at 10.
+  EXPECT_DOUBLE_EQ(At(15), 10.0);
+  EXPECT_GT(At(5), 5.0);
+}
+
+TEST_F(AnimationTest, AngularCurveDrivesARotationInRadians)
+{
+  const MObject curve = Animate("ball.rotateZ", {{MTime(0.0, MTime::kFilm), 0.0, TangentType::Linear, TangentType::Linear},
+                                                 {MTime(1.0, MTime::kSeconds), 1.0, TangentType::Linear, TangentType::Linear}});
+  EXPECT_EQ(MFnAnimCurve(curve).animCurveType(), MFnAnimCurve::kAnimCurveTA);
+  MGlobal::viewFrame(MTime(0.5, MTime::kSeconds));
+  EXPECT_DOUBLE_EQ(Plug("ball.rotateZ").asDouble(), 0.5);
+}
+
+TEST_F(AnimationTest, CurveKeysReportTheirTimesInTheUiUnit)
+{
+  const MObject curve = Keys(TangentType::Linear);
+  MFnAnimCurve fn(curve);
+  ASSERT_EQ(fn.numKeys(), 3u);
+  EXPECT_EQ(fn.time(1).unit(), MTime::kFilm);
+  EXPECT_DOUBLE_EQ(fn.time(1).value(), 10.0);
+  MTime::setUIUnit(MTime::kNTSCFrame);
+  EXPECT_NEAR(fn.time(1).value(), 12.5, 1e-9);
+  EXPECT_EQ(fn.outTangentType(0), MFnAnimCurve::kTangentLinear);
+}
+
+TEST_F(AnimationTest, AnimUtilFindsTheDrivenPlugsAndTheirCurves)
+{
+  Keys(TangentType::Linear);
+  Animate("ball.translateX", {{MTime(3.0, MTime::kFilm), 1.0}});
+  MPlugArray plugs;
+  ASSERT_TRUE(MAnimUtil::findAnimatedPlugs(PathTo("|ball"), plugs));
+  ASSERT_EQ(plugs.length(), 2u);
+  EXPECT_EQ(plugs[0].name(), "ball.translateX");
+  EXPECT_EQ(plugs[1].name(), "ball.translateY");
+  MObjectArray curves;
+  ASSERT_TRUE(MAnimUtil::findAnimation(plugs[0], curves));
+  EXPECT_EQ(MFnAnimCurve(curves[0]).time(0).value(), 3.0);
+  EXPECT_TRUE(MAnimUtil::isAnimated(NodeByName("ball")));
+  EXPECT_FALSE(MAnimUtil::isAnimated(CreateNode("transform", "still")));
+}
+
+TEST_F(AnimationTest, ViewFrameMovesTheCurrentTimeInTheUiUnit)
+{
+  MGlobal::viewFrame(12.0);
+  EXPECT_DOUBLE_EQ(MAnimControl::currentTime().value(), 12.0);
+  EXPECT_DOUBLE_EQ(MAnimControl::currentTime().as(MTime::kSeconds), 0.5);
+  SetPlaybackRange(MTime(1.0, MTime::kFilm), MTime(48.0, MTime::kFilm));
+  EXPECT_DOUBLE_EQ(MAnimControl::maxTime().value(), 48.0);
+}
+
+}
