@@ -112,20 +112,50 @@ struct StripGathering::Data {
     struct Bucket {
         int Pass = 0;
         int Material = 0;
-        // Candidate numbers in list order.
-        std::vector<int> Candidates;
+        // The bucket's candidate numbers, in list order, are Order[First..End).
+        size_t First = 0;
+        size_t End = 0;
         // Candidates before the cursor are taken or too large for the cube of this pass.
         size_t Cursor = 0;
         bool SkippedUntaken = false;
     };
 
-    std::vector<StripCandidate> Candidates;
+    // A group's candidates not yet taken, in list order, are Members[First..End); the slots up
+    // to the next group's First held the ones taken since.
+    struct Group {
+        size_t First = 0;
+        size_t End = 0;
+    };
+
+    std::vector<VMPolygon*> Polygons;
+    std::vector<int> ListPositions;
     std::vector<uint8_t> Taken;
     std::vector<int> GroupOf;
-    // Per group, its candidates not yet taken, in list order.
-    std::vector<std::vector<int>> Groups;
+    std::vector<int> Order;
+    std::vector<Group> Groups;
+    std::vector<int> Members;
     std::vector<Bucket> Buckets;
 };
+
+namespace {
+
+BatchKey KeyOf(const VMPolygon& polygon, int bucket, bool stripObject)
+{
+    BatchKey key;
+    key.Bucket = bucket;
+    key.AttributeBits = polygon.AttributeBits;
+    key.AttributeWord = polygon.AttributeWord;
+    key.CollisionBits = static_cast<uint32_t>(polygon.CollisionFlags) & 0xFFFFu;
+    key.CastShadows = polygon.CastShadows;
+    key.Visible = polygon.Visible;
+    key.Opacity = polygon.Opacity;
+    key.Group = polygon.Group;
+    key.SourceNode = stripObject ? polygon.SourceNode : 0;
+    key.Name = &polygon.Name;
+    return key;
+}
+
+} // namespace
 
 StripGathering::StripGathering(const VMWorld& world, bool stripObject)
     : m_data(std::make_unique<Data>())
@@ -137,12 +167,12 @@ StripGathering::StripGathering(const VMWorld& world, bool stripObject)
         if (VMVisArea* area = world.VisAreas.Get(index))
             area->Index = index;
 
-    struct Placed {
-        int64_t BucketKey;
-        int Candidate;
-    };
-    std::vector<Placed> placed;
+    Data& data = *m_data;
+    std::vector<int64_t> bucketKeys;
     const int materialCount = world.Materials.Count();
+    data.Polygons.reserve(static_cast<size_t>(world.Polygons.Count()));
+    data.ListPositions.reserve(static_cast<size_t>(world.Polygons.Count()));
+    bucketKeys.reserve(static_cast<size_t>(world.Polygons.Count()));
     for (int position = 0; position < world.Polygons.Count(); ++position) {
         VMPolygon* polygon = world.Polygons.Get(position);
         if (polygon == nullptr || polygon->CornerCount() != 3 || polygon->Owners.Count() > 1)
@@ -159,42 +189,66 @@ StripGathering::StripGathering(const VMWorld& world, bool stripObject)
                 continue;
             pass = area->Index + 1;
         }
-        placed.push_back({static_cast<int64_t>(pass) * materialCount + material->Index, static_cast<int>(m_data->Candidates.size())});
-        m_data->Candidates.push_back({polygon, position});
+        bucketKeys.push_back(static_cast<int64_t>(pass) * materialCount + material->Index);
+        data.Polygons.push_back(polygon);
+        data.ListPositions.push_back(position);
     }
-    std::stable_sort(placed.begin(), placed.end(),
-                     [](const Placed& a, const Placed& b) { return a.BucketKey < b.BucketKey; });
 
-    m_data->Taken.assign(m_data->Candidates.size(), 0);
-    m_data->GroupOf.assign(m_data->Candidates.size(), 0);
+    const size_t count = data.Polygons.size();
+    data.Order.resize(count);
+    for (size_t candidate = 0; candidate < count; ++candidate)
+        data.Order[candidate] = static_cast<int>(candidate);
+    if (!std::is_sorted(bucketKeys.begin(), bucketKeys.end()))
+        std::stable_sort(data.Order.begin(), data.Order.end(), [&bucketKeys](int a, int b) {
+            return bucketKeys[static_cast<size_t>(a)] < bucketKeys[static_cast<size_t>(b)];
+        });
+
+    data.Taken.assign(count, 0);
+    data.GroupOf.assign(count, 0);
+    std::vector<size_t> groupSizes;
     std::unordered_map<BatchKey, int, BatchKeyHash> groupNumbers;
-    for (size_t entry = 0; entry < placed.size(); ++entry) {
-        if (entry == 0 || placed[entry].BucketKey != placed[entry - 1].BucketKey) {
+    BatchKey previousKey;
+    int previousGroup = -1;
+    for (size_t entry = 0; entry < count; ++entry) {
+        const int candidate = data.Order[entry];
+        const int64_t bucketKey = bucketKeys[static_cast<size_t>(candidate)];
+        if (entry == 0 || bucketKey != bucketKeys[static_cast<size_t>(data.Order[entry - 1])]) {
+            if (!data.Buckets.empty())
+                data.Buckets.back().End = entry;
             Data::Bucket bucket;
-            bucket.Pass = static_cast<int>(placed[entry].BucketKey / materialCount);
-            bucket.Material = static_cast<int>(placed[entry].BucketKey % materialCount);
-            m_data->Buckets.push_back(std::move(bucket));
+            bucket.Pass = static_cast<int>(bucketKey / materialCount);
+            bucket.Material = static_cast<int>(bucketKey % materialCount);
+            bucket.First = entry;
+            data.Buckets.push_back(bucket);
         }
-        const int candidate = placed[entry].Candidate;
-        m_data->Buckets.back().Candidates.push_back(candidate);
+        // Neighbouring triangles nearly always share their attributes.
+        const BatchKey key = KeyOf(*data.Polygons[static_cast<size_t>(candidate)],
+                                   static_cast<int>(data.Buckets.size()) - 1, stripObject);
+        int group = previousGroup;
+        if (previousGroup < 0 || !(key == previousKey)) {
+            const auto [found, added] = groupNumbers.try_emplace(key, static_cast<int>(groupSizes.size()));
+            if (added)
+                groupSizes.push_back(0);
+            group = found->second;
+            previousKey = key;
+            previousGroup = group;
+        }
+        ++groupSizes[static_cast<size_t>(group)];
+        data.GroupOf[static_cast<size_t>(candidate)] = group;
+    }
+    if (!data.Buckets.empty())
+        data.Buckets.back().End = count;
 
-        const VMPolygon& polygon = *m_data->Candidates[static_cast<size_t>(candidate)].Polygon;
-        BatchKey key;
-        key.Bucket = static_cast<int>(m_data->Buckets.size()) - 1;
-        key.AttributeBits = polygon.AttributeBits;
-        key.AttributeWord = polygon.AttributeWord;
-        key.CollisionBits = static_cast<uint32_t>(polygon.CollisionFlags) & 0xFFFFu;
-        key.CastShadows = polygon.CastShadows;
-        key.Visible = polygon.Visible;
-        key.Opacity = polygon.Opacity;
-        key.Group = polygon.Group;
-        key.SourceNode = stripObject ? polygon.SourceNode : 0;
-        key.Name = &polygon.Name;
-        const auto [found, added] = groupNumbers.try_emplace(key, static_cast<int>(m_data->Groups.size()));
-        if (added)
-            m_data->Groups.emplace_back();
-        m_data->Groups[static_cast<size_t>(found->second)].push_back(candidate);
-        m_data->GroupOf[static_cast<size_t>(candidate)] = found->second;
+    data.Groups.resize(groupSizes.size());
+    size_t first = 0;
+    for (size_t group = 0; group < groupSizes.size(); ++group) {
+        data.Groups[group] = {first, first};
+        first += groupSizes[group];
+    }
+    data.Members.resize(count);
+    for (const int candidate : data.Order) {
+        Data::Group& group = data.Groups[static_cast<size_t>(data.GroupOf[static_cast<size_t>(candidate)])];
+        data.Members[group.End++] = candidate;
     }
 }
 
@@ -207,26 +261,27 @@ int StripGathering::MaterialOf(int bucket) const { return m_data->Buckets[static
 void StripGathering::BeginBucket(int bucket)
 {
     Data::Bucket& entry = m_data->Buckets[static_cast<size_t>(bucket)];
-    entry.Cursor = 0;
+    entry.Cursor = entry.First;
     entry.SkippedUntaken = false;
 }
 
 // The batch's first triangle is the first candidate of the bucket, in list order, that is
 // not taken and fits the cube on its own; every candidate before it that is not taken was left
 // out for the cube. The others of its group join in list order while the box allows.
-bool StripGathering::Gather(int bucketNumber, float cubeSize, std::vector<StripCandidate>& batch, bool& cubeFull)
+bool StripGathering::Gather(int bucketNumber, float cubeSize, StripBatch& batch, bool& cubeFull)
 {
-    batch.clear();
+    batch.Triangles.clear();
+    batch.ListPositions.clear();
     Data& data = *m_data;
     Data::Bucket& bucket = data.Buckets[static_cast<size_t>(bucketNumber)];
     const bool cubeLimit = cubeSize > 0.0f;
     const auto isTaken = [&data](int candidate) { return data.Taken[static_cast<size_t>(candidate)] != 0; };
     const auto polygonOf = [&data](int candidate) -> const VMPolygon& {
-        return *data.Candidates[static_cast<size_t>(candidate)].Polygon;
+        return *data.Polygons[static_cast<size_t>(candidate)];
     };
 
-    while (bucket.Cursor < bucket.Candidates.size()) {
-        const int candidate = bucket.Candidates[bucket.Cursor];
+    while (bucket.Cursor < bucket.End) {
+        const int candidate = data.Order[bucket.Cursor];
         if (!isTaken(candidate)) {
             if (!cubeLimit || WithTriangle(Box(), polygonOf(candidate)).FitsIn(cubeSize))
                 break;
@@ -235,12 +290,16 @@ bool StripGathering::Gather(int bucketNumber, float cubeSize, std::vector<StripC
         ++bucket.Cursor;
     }
     cubeFull = bucket.SkippedUntaken;
-    if (bucket.Cursor == bucket.Candidates.size())
+    if (bucket.Cursor == bucket.End)
         return false;
 
-    std::vector<int>& group = data.Groups[static_cast<size_t>(data.GroupOf[static_cast<size_t>(bucket.Candidates[bucket.Cursor])])];
+    Data::Group& group = data.Groups[static_cast<size_t>(data.GroupOf[static_cast<size_t>(data.Order[bucket.Cursor])])];
+    const auto members = data.Members.begin();
+    batch.Triangles.reserve(group.End - group.First);
+    batch.ListPositions.reserve(group.End - group.First);
     Box box;
-    for (const int candidate : group) {
+    for (auto member = members + static_cast<std::ptrdiff_t>(group.First); member != members + static_cast<std::ptrdiff_t>(group.End); ++member) {
+        const int candidate = *member;
         if (isTaken(candidate))
             continue;
         if (cubeLimit) {
@@ -252,22 +311,31 @@ bool StripGathering::Gather(int bucketNumber, float cubeSize, std::vector<StripC
             box = grown;
         }
         data.Taken[static_cast<size_t>(candidate)] = 1;
-        batch.push_back(data.Candidates[static_cast<size_t>(candidate)]);
+        batch.Triangles.push_back(data.Polygons[static_cast<size_t>(candidate)]);
+        batch.ListPositions.push_back(data.ListPositions[static_cast<size_t>(candidate)]);
     }
-    std::erase_if(group, isTaken);
+    group.End = static_cast<size_t>(std::remove_if(members + static_cast<std::ptrdiff_t>(group.First),
+                                                   members + static_cast<std::ptrdiff_t>(group.End), isTaken)
+                                    - members);
     return true;
 }
 
-void StripGathering::GiveBack(int bucketNumber, const StripCandidate& candidate)
+void StripGathering::GiveBack(int bucketNumber, const VMPolygon* triangle)
 {
     Data& data = *m_data;
     const Data::Bucket& bucket = data.Buckets[static_cast<size_t>(bucketNumber)];
-    for (const int number : bucket.Candidates) {
-        if (data.Candidates[static_cast<size_t>(number)].Polygon != candidate.Polygon)
+    for (size_t entry = bucket.First; entry < bucket.End; ++entry) {
+        const int number = data.Order[entry];
+        if (data.Polygons[static_cast<size_t>(number)] != triangle)
             continue;
         data.Taken[static_cast<size_t>(number)] = 0;
-        std::vector<int>& group = data.Groups[static_cast<size_t>(data.GroupOf[static_cast<size_t>(number)])];
-        group.insert(std::lower_bound(group.begin(), group.end(), number), number);
+        Data::Group& group = data.Groups[static_cast<size_t>(data.GroupOf[static_cast<size_t>(number)])];
+        const auto first = data.Members.begin() + static_cast<std::ptrdiff_t>(group.First);
+        const auto end = data.Members.begin() + static_cast<std::ptrdiff_t>(group.End);
+        const auto position = std::upper_bound(first, end, number);
+        std::copy_backward(position, end, end + 1);
+        *position = number;
+        ++group.End;
         return;
     }
 }

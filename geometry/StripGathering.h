@@ -18,10 +18,13 @@
 class VMPolygon;
 class VMWorld;
 
-struct StripCandidate {
-    VMPolygon* Polygon = nullptr;
-    // Position in the world's polygon list when the gathering was set up.
-    int ListPosition = 0;
+// One batch: its triangles in gathering order, and where each sat in the world's polygon list
+// when the gathering was set up.
+struct StripBatch {
+    std::vector<VMPolygon*> Triangles;
+    std::vector<int> ListPositions;
+
+    int Count() const { return static_cast<int>(Triangles.size()); }
 };
 
 class StripGathering {
@@ -45,10 +48,10 @@ public:
     // Takes the next batch of the bucket into batch (emptied first); cubeSize 0 switches the
     // cube limit off. cubeFull tells whether any triangle was left out for the cube. Answers
     // false when no triangle joined.
-    bool Gather(int bucket, float cubeSize, std::vector<StripCandidate>& batch, bool& cubeFull);
+    bool Gather(int bucket, float cubeSize, StripBatch& batch, bool& cubeFull);
 
     // Returns the triangle of a one-triangle batch, to be gathered again in a later pass.
-    void GiveBack(int bucket, const StripCandidate& candidate);
+    void GiveBack(int bucket, const VMPolygon* triangle);
 
 private:
     struct Data;

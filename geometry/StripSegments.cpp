@@ -46,18 +46,23 @@ std::unique_ptr<VMTriList> MakeTriList(const StripBatchOutput& output, const Str
 
 } // namespace
 
-void CutIntoListRuns(const std::vector<VMPolygon*>& batch, int maxLength, StripBatchOutput& output)
+int EmitListRuns(const std::vector<VMPolygon*>& batch, int maxLength, std::vector<std::unique_ptr<VMTriList>>& triLists)
 {
-    const int count = static_cast<int>(batch.size());
-    output.Corners.reserve(batch.size() * 3);
-    output.Triangles.reserve(batch.size());
-    for (int position = 0; position < count; ++position) {
-        const VMPolygon& triangle = *batch[static_cast<size_t>(position)];
-        output.Corners.insert(output.Corners.end(), triangle.Corners.begin(), triangle.Corners.begin() + 3);
-        output.Triangles.push_back(position);
+    const size_t runLength = static_cast<size_t>(maxLength);
+    for (size_t start = 0; start < batch.size(); start += runLength) {
+        const size_t end = std::min(batch.size(), start + runLength);
+        std::unique_ptr<VMTriList> triList = VMWorld::NewTriList();
+        if (!triList)
+            return -301;
+        triList->Corners.reserve((end - start) * 3);
+        for (size_t triangle = start; triangle < end; ++triangle)
+            for (size_t corner = 0; corner < 3; ++corner)
+                triList->Corners.push_back(batch[triangle]->Corners[corner]);
+        triList->CopyAttributesFrom(*batch[start]);
+        triList->Group = batch[start]->Group;
+        triLists.push_back(std::move(triList));
     }
-    for (int start = 0; start < count; start += maxLength)
-        output.Segments.push_back({start, std::min(maxLength, count - start), -1});
+    return 0;
 }
 
 int EmitSegments(StripBatchOutput& output, const std::vector<VMPolygon*>& batch, int maxLength,

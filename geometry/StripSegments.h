@@ -26,8 +26,11 @@ struct StripBatchOutput {
     std::vector<StripSegment> Segments;
 };
 
-// Cuts the batch, in its own order, into list runs of maxLength triangles (the last run shorter).
-void CutIntoListRuns(const std::vector<VMPolygon*>& batch, int maxLength, StripBatchOutput& output);
+// The lists of a batch: its triangles, in their own order, cut into runs of maxLength triangles
+// (the last run shorter), one tri-list each with the corners as the triangles hold them. The
+// runs come out in the order that EmitSegments would take them. Answers 0, or -301 when memory
+// runs out.
+int EmitListRuns(const std::vector<VMPolygon*>& batch, int maxLength, std::vector<std::unique_ptr<VMTriList>>& triLists);
 
 // Makes one tri-list per segment, taking each time the segment with the most triangles (the
 // first on ties); a segment longer than maxLength first gives its tail beyond maxLength

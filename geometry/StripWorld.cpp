@@ -68,7 +68,7 @@ private:
         m_statistics.VisAreaNumber = gathering.PassOf(bucket);
         m_statistics.MaterialNumber = gathering.MaterialOf(bucket);
         gathering.BeginBucket(bucket);
-        std::vector<StripCandidate> batch;
+        StripBatch batch;
         for (;;) {
             bool cubeFull = false;
             const bool found = gathering.Gather(bucket, cubeSize, batch, cubeFull);
@@ -76,42 +76,39 @@ private:
             if (!found)
                 return 0;
             // A lone triangle beside a full cube waits for a larger cube, where it may find company.
-            if (cubeFull && batch.size() == 1) {
-                gathering.GiveBack(bucket, batch.front());
+            if (cubeFull && batch.Count() == 1) {
+                gathering.GiveBack(bucket, batch.Triangles.front());
                 return 0;
             }
             VMVisArea* area = m_statistics.VisAreaNumber == 0 ? nullptr : m_world.VisAreas.Get(m_statistics.VisAreaNumber - 1);
-            const int result = StripBatch(batch, area);
+            const int result = StripOneBatch(batch, area);
             if (result != 0)
                 return result;
         }
     }
 
-    int StripBatch(const std::vector<StripCandidate>& candidates, VMVisArea* area)
+    int StripOneBatch(const StripBatch& gathered, VMVisArea* area)
     {
         ++m_batchCount;
         GeometryLog("VA: %d / %d, Mat: %d / %d, Poly: %d, Seg: %d, Tls: %d\r\n", m_statistics.VisAreaNumber,
                     m_statistics.VisAreaCount, m_statistics.MaterialNumber, m_statistics.MaterialCount,
-                    static_cast<int>(candidates.size()), 0, m_world.TriLists.Count());
+                    gathered.Count(), 0, m_world.TriLists.Count());
 
-        std::vector<VMPolygon*> batch;
-        batch.reserve(candidates.size());
-        for (const StripCandidate& candidate : candidates)
-            batch.push_back(candidate.Polygon);
-
-        StripBatchOutput output;
+        const std::vector<VMPolygon*>& batch = gathered.Triangles;
+        TriListBatch triLists;
         if (m_limits.Method == ListsOnly) {
-            CutIntoListRuns(batch, m_limits.MaxLength, output);
+            if (EmitListRuns(batch, m_limits.MaxLength, triLists) != 0)
+                return -301;
         } else {
+            StripBatchOutput output;
             ForgetPreviousUseCounts();
             const int result = BuildStrips(batch, m_limits.Method, m_limits.MinLength, m_world.Vertices.Count(), output);
             if (result != 0)
                 return result;
             RememberUseCounts(batch);
+            if (EmitSegments(output, batch, m_limits.MaxLength, triLists) != 0)
+                return -301;
         }
-        TriListBatch triLists;
-        if (EmitSegments(output, batch, m_limits.MaxLength, triLists) != 0)
-            return -301;
 
         const bool joinPieces = (m_limits.Method == FewestNeighboursFirst || m_limits.Method == LookAheadAndStitch)
             && !m_limits.CubeLimit;
@@ -139,9 +136,9 @@ private:
         }
         // The vis areas' polygon lists were emptied up front, so a destroyed triangle has no
         // area left to leave.
-        for (const StripCandidate& candidate : candidates) {
-            candidate.Polygon->Owners.Clear();
-            m_world.Polygons.RemoveLeaveEmpty(candidate.ListPosition);
+        for (int index = 0; index < gathered.Count(); ++index) {
+            batch[static_cast<size_t>(index)]->Owners.Clear();
+            m_world.Polygons.RemoveLeaveEmpty(gathered.ListPositions[static_cast<size_t>(index)]);
         }
         return 0;
     }
