@@ -9,7 +9,6 @@
 #include "model/VMShaderAssignment.h"
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <string>
 

@@ -2,6 +2,7 @@
 #include "TestWorlds.h"
 
 #include "formats/CollisionMeshReader.h"
+#include "formats/DescribeAssetFile.h"
 #include "formats/SaveCollisionMesh.h"
 #include "formats/SaveWorld.h"
 #include "formats/StaticMeshChunks.h"
@@ -153,6 +154,22 @@ TEST(CollisionMeshReaderTest, HugeCountsAreRefusedWithoutAllocating)
     streams.SetFile("bad.qcolmesh", file.Str());
     VCollisionMeshFile mesh;
     EXPECT_FALSE(ReadCollisionMesh("bad.qcolmesh", mesh, &streams));
+}
+
+TEST_F(StaticMeshReaderTest, AssetDescriptionIsChosenByExtensionIgnoringCase)
+{
+    SavedMesh();
+    m_streams.SetFile("LEVEL.QMESH", *m_streams.FindFile("level.qmesh"));
+    std::string text;
+    ASSERT_TRUE(DescribeAssetFile("LEVEL.QMESH", text, &m_streams)) << LastError().Text;
+    EXPECT_EQ(text.rfind("Static mesh\n", 0), 0u);
+}
+
+TEST_F(StaticMeshReaderTest, UnknownExtensionIsRefusedByName)
+{
+    std::string text;
+    EXPECT_FALSE(DescribeAssetFile("level.anim", text, &m_streams));
+    EXPECT_EQ(LastError().Text, "Unknown asset file type '.anim': expected .qmesh, .qcolmesh or .model");
 }
 
 } // namespace

@@ -1,0 +1,36 @@
+#include "formats/DescribeAssetFile.h"
+
+#include "base/Path.h"
+#include "base/TextUtil.h"
+#include "formats/CollisionMeshReader.h"
+#include "formats/ModelFileSummary.h"
+#include "formats/StaticMeshReader.h"
+#include "formats/chunk/LastError.h"
+
+bool DescribeAssetFile(std::string_view path, std::string& text, VChunkStreamProvider* provider)
+{
+    const std::string extension = ExtensionOf(path);
+    if (EqualsNoCase(extension, ".qmesh")) {
+        VStaticMeshFile mesh;
+        if (!ReadStaticMesh(path, mesh, provider))
+            return false;
+        text = DescribeStaticMesh(mesh);
+        return true;
+    }
+    if (EqualsNoCase(extension, ".qcolmesh")) {
+        VCollisionMeshFile mesh;
+        if (!ReadCollisionMesh(path, mesh, provider))
+            return false;
+        text = DescribeCollisionMesh(mesh);
+        return true;
+    }
+    if (EqualsNoCase(extension, ".model")) {
+        VModelFileSummary summary;
+        if (!ReadModelFileSummary(path, summary, provider))
+            return false;
+        text = DescribeModelFile(summary);
+        return true;
+    }
+    SetLastError(Format("Unknown asset file type '%s': expected .qmesh, .qcolmesh or .model", extension.c_str()));
+    return false;
+}
