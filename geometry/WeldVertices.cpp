@@ -4,6 +4,7 @@
 #include "report/GeometryLog.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -122,14 +123,12 @@ double ReachPerAxis(float epsVert)
     return bound * 1.001;
 }
 
-}
-
-bool IsWeldCandidate(const VMVertex& s, const VMVertex& w, float epsVert)
+bool IsWeldCandidate(const float s[3], const float w[3], float epsVert)
 {
     const float box = 3.0f * epsVert;
-    const float dx = w.Position[0] - s.Position[0];
-    const float dy = w.Position[1] - s.Position[1];
-    const float dz = w.Position[2] - s.Position[2];
+    const float dx = w[0] - s[0];
+    const float dy = w[1] - s[1];
+    const float dz = w[2] - s[2];
     if (!(std::fabs(dx) <= box && std::fabs(dy) <= box && std::fabs(dz) <= box))
         return false;
     return dx * dx + dy * dy + dz * dz < epsVert * epsVert;
@@ -149,6 +148,8 @@ void WeldOnto(const VMVertex& s, VMVertex& w, float epsUV)
         std::copy(std::begin(s.Normal), std::end(s.Normal), w.Normal);
 }
 
+}
+
 void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float epsUV)
 {
     const int count = vertices.Count();
@@ -157,23 +158,32 @@ void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float ep
         return;
 
     std::vector<VMVertex*> list(vertices.begin(), vertices.end());
+    // Candidates are tested on a packed copy of the positions: only unclaimed, hence unmoved,
+    // vertices are ever compared, and the copy keeps the scan out of the scattered records.
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+    std::vector<std::array<float, 3>> positions(static_cast<size_t>(count), {nan, nan, nan});
+    for (size_t i = 0; i < list.size(); ++i) {
+        if (list[i])
+            positions[i] = {list[i]->Position[0], list[i]->Position[1], list[i]->Position[2]};
+    }
     const double reach = ReachPerAxis(epsVert);
-    const CellGrid grid(list, 4.0 * reach);
+    // Cells several reaches wide: a seed usually needs only its own cell.
+    const CellGrid grid(list, 8.0 * reach);
     std::vector<uint8_t> claimed(static_cast<size_t>(count), 0);
     std::vector<int> candidates;
 
     for (int s = 0; s < count; ++s) {
         if (s % 4096 == 0)
             GeometryLog("AdjustTri: Merging Vertices (%d / %d)\r\n", s, count);
-        const VMVertex* seed = list[static_cast<size_t>(s)];
-        if (claimed[static_cast<size_t>(s)] || seed == nullptr || !IsFinite(seed->Position))
+        const float* seed = positions[static_cast<size_t>(s)].data();
+        if (claimed[static_cast<size_t>(s)] || !IsFinite(seed))
             continue;
 
         int64_t low[3];
         int64_t high[3];
         for (int axis = 0; axis < 3; ++axis) {
-            low[axis] = grid.CellNumberOf(static_cast<double>(seed->Position[axis]) - reach);
-            high[axis] = grid.CellNumberOf(static_cast<double>(seed->Position[axis]) + reach);
+            low[axis] = grid.CellNumberOf(static_cast<double>(seed[axis]) - reach);
+            high[axis] = grid.CellNumberOf(static_cast<double>(seed[axis]) + reach);
         }
         candidates.clear();
         for (int64_t x = low[0]; x <= high[0]; ++x) {
@@ -181,7 +191,7 @@ void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float ep
                 for (int64_t z = low[2]; z <= high[2]; ++z) {
                     for (int w = grid.Head({x, y, z}); w >= 0; w = grid.Next(w)) {
                         if (w != s && !claimed[static_cast<size_t>(w)] &&
-                            IsWeldCandidate(*seed, *list[static_cast<size_t>(w)], epsVert))
+                            IsWeldCandidate(seed, positions[static_cast<size_t>(w)].data(), epsVert))
                             candidates.push_back(w);
                     }
                 }
@@ -190,9 +200,10 @@ void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float ep
         if (candidates.empty())
             continue;
         claimed[static_cast<size_t>(s)] = 1;
+        const VMVertex& seedVertex = *list[static_cast<size_t>(s)];
         for (int w : candidates) {
             claimed[static_cast<size_t>(w)] = 1;
-            WeldOnto(*seed, *list[static_cast<size_t>(w)], epsUV);
+            WeldOnto(seedVertex, *list[static_cast<size_t>(w)], epsUV);
         }
     }
 }

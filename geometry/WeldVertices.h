@@ -19,8 +19,3 @@ struct VMVertex;
 // unmoved, vertices are ever compared. The vertices' state words are not touched.
 // Throws std::bad_alloc when memory runs out.
 void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float epsUV);
-
-// Whether w is close enough to the seed s to be welded onto it.
-bool IsWeldCandidate(const VMVertex& s, const VMVertex& w, float epsVert);
-// Moves w onto s with the UV and normal adoption rules above.
-void WeldOnto(const VMVertex& s, VMVertex& w, float epsUV);
