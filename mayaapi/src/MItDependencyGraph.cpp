@@ -199,3 +199,9 @@ MFn::Type MItDependencyGraph::currentFilter(MStatus* status) const
   SetStatus(status, MS::kSuccess);
   return m_filter;
 }
+
+MItDependencyGraph::Level MItDependencyGraph::currentLevel(MStatus* status) const
+{
+  SetStatus(status, MS::kSuccess);
+  return m_level;
+}

@@ -1,7 +1,6 @@
 #include "Sets.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace standin {
 namespace {
@@ -33,7 +32,8 @@ void Disconnect(Node* set, Node* member, unsigned int instance, const std::share
 
 void TakeFacesAway(Node* engine, Node* member, unsigned int instance, const ComponentData* taken)
 {
-  for (Node* other : engine->scene->nodes | std::views::transform([](const auto& n) { return n.get(); })) {
+  for (const auto& owned : engine->scene->nodes) {
+    Node* other = owned.get();
     if (other == engine || other->type != MFn::kShadingEngine)
       continue;
     auto& members = other->members;

@@ -14,7 +14,9 @@ struct Node;
 
 // Walks connections from a node or a plug. The root comes first when it passes the filter; with pruning on the
 // filter (the default) the walk does not continue through nodes that fail it, with pruning off it walks through
-// them without returning them. Each node is visited once.
+// them without returning them. Each node is visited once. A walk from a plug starts out through that plug's
+// connections only; from then on, at either level, a node is left through all its connections in the walk's
+// direction, and the plug a node was entered through is its thisPlug.
 class MItDependencyGraph {
 public:
   enum Direction { kDownstream, kUpstream };
@@ -42,6 +44,8 @@ public:
   MStatus setCurrentFilter(MFn::Type filter);
   MStatus resetFilter();
   MFn::Type currentFilter(MStatus* status = nullptr) const;
+  Level currentLevel(MStatus* status = nullptr) const;
+  bool atNodeLevel(MStatus* status = nullptr) const { return currentLevel(status) == kNodeLevel; }
 
 private:
   struct Item {
