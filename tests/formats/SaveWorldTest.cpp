@@ -138,24 +138,67 @@ TEST_F(SaveWorldTest, OneTriangleWorldIsWrittenByteForByte)
     EXPECT_EQ(Save(world), expected.Str());
 }
 
-TEST_F(SaveWorldTest, TwoMaterialWorldGivesTriListSubmeshFirstThenPolygonBatches)
+// Every vertex at z = 1.
+//  3---2      the tri-list (wood) covers 0 1 2 / 0 2 3,
+//  |  /|\     the polygons (stone) are the quad 1 4 5 2 and the triangle 4 6 5
+//  0-1-4-6
+void BuildTwoMaterialWorld(VMWorld& world)
 {
-    //  3---2      the tri-list (wood) covers 0 1 2 / 0 2 3,
-    //  |  /|      the polygons (stone) are the quad 1 4 5 2 and the triangle 4 6 5
-    //  0-1-4-6
-    VMWorld world;
     VMMaterial& wood = AddMaterial(world, "wood");
     VMMaterial& stone = AddMaterial(world, "stone");
-    AddVertex(world, 0, 0, 0);
-    AddVertex(world, 1, 0, 0);
-    AddVertex(world, 1, 1, 0);
-    AddVertex(world, 0, 1, 0);
-    AddVertex(world, 2, 0, 0);
-    AddVertex(world, 2, 1, 0);
-    AddVertex(world, 3, 0, 0);
+    AddVertex(world, 0, 0, 1);
+    AddVertex(world, 1, 0, 1);
+    AddVertex(world, 1, 1, 1);
+    AddVertex(world, 0, 1, 1);
+    AddVertex(world, 2, 0, 1);
+    AddVertex(world, 2, 1, 1);
+    AddVertex(world, 3, 0, 1);
     AddPolygon(world, {1, 4, 5, 2}, stone);
     AddPolygon(world, {4, 6, 5}, stone);
     AddTriList(world, {0, 1, 2, 0, 2, 3}, wood);
+}
+
+TEST_F(SaveWorldTest, TwoMaterialWorldWritesShadowMeshAndSubmeshesByteForByte)
+{
+    VMWorld world;
+    BuildTwoMaterialWorld(world);
+
+    const std::string bytes = Save(world);
+
+    const GoldenBytes indexData = GoldenBytes()
+        .U16(0).U16(1).U16(2).U16(0).U16(2).U16(3)        // the tri-list first
+        .U16(1).U16(4).U16(5).U16(1).U16(5).U16(2)        // the quad, fanned from its first corner
+        .U16(4).U16(6).U16(5);
+    const GoldenBytes tail = GoldenBytes()
+        .Chunk(0, ChunkSMSH, GoldenBytes()
+            .I32(15)
+            .I32s({0, 1, 2, 0, 2, 3, 1, 4, 5, 1, 5, 2, 4, 6, 5})
+            .F32({0, 0, -1, 1}).F32({0, 0, -1, 1}).F32({0, 0, -1, 1}).F32({0, 0, -1, 1}).F32({0, 0, -1, 1})
+            .I32s({-1, 3, 1})                             // 1-2 is 2-1 of triangle 3, 2-0 is 0-2 of triangle 1
+            .I32s({0, -1, -1})
+            .I32s({-1, 4, 3})
+            .I32s({2, -1, 0})
+            .I32s({-1, -1, 2}))
+        .Chunk(0, ChunkSUBM, GoldenBytes()
+            .I32(2)
+            .I32s({0, 6, 0, 6})                           // render, shadow first index and count
+            .I32s({0, 4, 0, 4})                           // render, shadow first vertex and count
+            .F32({0, 0, 1, 1, 1, 1})
+            .I32(0)                                       // wood
+            .I32s({6, 9, 6, 9})
+            .I32s({1, 6, 1, 6})
+            .F32({1, 0, 1, 3, 1, 1})
+            .I32(1))                                      // stone
+        .FileEnd();
+    EXPECT_NE(bytes.find(indexData.Str() + GoldenBytes().F32({0, 0, 1, 3, 1, 1}).I32(0).Str()), std::string::npos);
+    ASSERT_GE(bytes.size(), tail.Size());
+    EXPECT_EQ(bytes.substr(bytes.size() - tail.Size()), tail.Str());
+}
+
+TEST_F(SaveWorldTest, TwoMaterialWorldReadsBackWithItsMaterialsInListOrder)
+{
+    VMWorld world;
+    BuildTwoMaterialWorld(world);
 
     const VStaticMeshFile mesh = SaveAndRead(world);
 
@@ -164,26 +207,8 @@ TEST_F(SaveWorldTest, TwoMaterialWorldGivesTriListSubmeshFirstThenPolygonBatches
     ASSERT_EQ(mesh.Materials.size(), 2u);
     EXPECT_EQ(mesh.Materials[0]->Name, "wood");
     EXPECT_EQ(mesh.Materials[1]->Name, "stone");
-    // The quad is fanned from its first corner.
-    const std::vector<uint32_t> indices = {0, 1, 2, 0, 2, 3, 1, 4, 5, 1, 5, 2, 4, 6, 5};
-    EXPECT_EQ(mesh.Indices, indices);
     EXPECT_EQ(mesh.TriangleCount, 5);
-    ASSERT_EQ(mesh.Submeshes.size(), 2u);
-    const VStaticMeshSubmesh& triList = mesh.Submeshes[0];
-    EXPECT_EQ(triList.Material, 0);
-    EXPECT_EQ(triList.RenderFirstIndex, 0);
-    EXPECT_EQ(triList.RenderIndexCount, 6);
-    EXPECT_EQ(triList.RenderFirstVertex, 0);
-    EXPECT_EQ(triList.RenderVertexCount, 4);
-    const VStaticMeshSubmesh& polygons = mesh.Submeshes[1];
-    EXPECT_EQ(polygons.Material, 1);
-    EXPECT_EQ(polygons.RenderFirstIndex, 6);
-    EXPECT_EQ(polygons.RenderIndexCount, 9);
-    EXPECT_EQ(polygons.ShadowFirstIndex, 6);
-    EXPECT_EQ(polygons.RenderFirstVertex, 1);
-    EXPECT_EQ(polygons.RenderVertexCount, 6);
-    EXPECT_EQ(polygons.Box.Min[0], 1.0f);
-    EXPECT_EQ(polygons.Box.Max[0], 3.0f);
+    EXPECT_EQ(mesh.Vertices[6].Position[0], 3.0f);
 }
 
 TEST_F(SaveWorldTest, PolygonsOfDifferentGroupsOrAreasFormSeparateBatches)
