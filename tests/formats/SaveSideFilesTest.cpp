@@ -100,6 +100,17 @@ TEST(SaveSideFilesTest, FailedSaveLeavesThePreviousFileIntact)
     EXPECT_EQ(folder.Read("level.qmesh"), "previous");
 }
 
+TEST(SaveSideFilesTest, TargetThatIsAFolderFailsWithoutCrashing)
+{
+    TempDirectory folder;
+    std::filesystem::create_directories(folder.Native("level.qmesh"));
+    VMWorld world;
+    AddGrid(world, 1, AddMaterial(world, "brick"));
+
+    EXPECT_FALSE(SaveWorld(world, folder.Path("level.qmesh"), VSaveParams {}));
+    EXPECT_EQ(LastError().Text, "Failed to create file '" + folder.Path("level.qmesh") + "'");
+}
+
 TEST(SaveSideFilesTest, ReadOnlyTargetFolderFailsWithoutCrashing)
 {
     if (::geteuid() == 0)

@@ -404,6 +404,20 @@ TEST_F(SaveWorldTest, SixtyFiveThousandFiveHundredThirtySixVerticesUseThirtyTwoB
     EXPECT_NE(bytes.find(lastIndex.Str() + GoldenBytes().F32({0, 0, 0}).Str()), std::string::npos);
 }
 
+TEST_F(SaveWorldTest, EmptyWorldWritesEmptyMeshAndNoSubmeshes)
+{
+    VMWorld world;
+
+    const VStaticMeshFile mesh = SaveAndRead(world);
+
+    EXPECT_TRUE(mesh.Vertices.empty());
+    EXPECT_TRUE(mesh.Indices.empty());
+    EXPECT_EQ(mesh.IndexWidth, 16);
+    EXPECT_TRUE(mesh.ShadowIndices.empty());
+    EXPECT_TRUE(mesh.Submeshes.empty());
+    EXPECT_EQ(mesh.Bounds.Min[0], 1e8f);
+}
+
 TEST_F(SaveWorldTest, UncreatableFileFailsWithTheTargetInTheMessage)
 {
     VMWorld world;
