@@ -143,8 +143,6 @@ private:
         return 0;
     }
 
-    // Each batch's connectivity counts the uses of the batch's vertices only, as though the
-    // batch were the whole world; the counts of the batch before are reset to match.
     void ForgetPreviousUseCounts()
     {
         for (VMVertex* vertex : m_countedVertices)
@@ -271,6 +269,12 @@ int Strip(VMWorld& world, const Limits& limits, float cubeSize, StripStatistics&
     world.Polygons.Compact();
     statistics.VisAreaCount = world.VisAreas.Count();
     statistics.MaterialCount = world.Materials.Count();
+
+    // Each batch's connectivity stands for a world of all vertices in which only the batch's
+    // corners count as uses.
+    if (limits.Method != ListsOnly)
+        for (VMVertex* vertex : world.Vertices)
+            vertex->UseCount = 0;
 
     StripGathering gathering(world, limits.StripObject);
     for (VMVisArea* area : world.VisAreas)

@@ -13,8 +13,8 @@
 
 namespace {
 
-// A jittered grid with random holes, a few materials and vis areas, two source nodes, and some
-// triangles wound the other way round.
+// A jittered grid with random holes, a few materials and vis areas, two source nodes, some
+// triangles wound the other way round, some with two equal corners and some given twice.
 void AddRandomMesh(VMWorld& world, std::mt19937& random)
 {
     std::uniform_int_distribution<int> sizes(1, 14);
@@ -46,10 +46,14 @@ void AddRandomMesh(VMWorld& world, std::mt19937& random)
                 VMVisArea* area = areaCount > 0 && random() % 2 == 0
                     ? world.VisAreas.Get(static_cast<int>(random() % static_cast<unsigned>(areaCount)))
                     : nullptr;
-                VMPolygon* polygon =
-                    AddStripTriangle(world, triangle, materials[random() % materials.size()], area);
+                if (random() % 17 == 0)
+                    triangle[2] = triangle[1];
+                VMMaterial* material = materials[random() % materials.size()];
+                VMPolygon* polygon = AddStripTriangle(world, triangle, material, area);
                 polygon->SourceNode = static_cast<uint32_t>(column * 2 / std::max(columns, 1));
                 polygon->Group = random() % 11 == 0 ? 1u : 0u;
+                if (random() % 19 == 0)
+                    AddStripTriangle(world, triangle, material, area);
             }
         }
     }
