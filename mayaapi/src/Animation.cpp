@@ -299,8 +299,6 @@ MTime MAnimControl::currentTime()
 
 MStatus MAnimControl::setCurrentTime(const MTime& time)
 {
-  standin::Scene& scene = standin::CurrentScene();
-  scene.currentSeconds = time.as(MTime::kSeconds);
-  scene.Touch();
+  standin::CurrentScene().SetTime(time.as(MTime::kSeconds));
   return MS::kSuccess;
 }

@@ -185,8 +185,12 @@ Value EvaluatePlug(Node* node, const PlugKey& key)
     return result;
   DepthGuard guard;
 
-  if (const Connection* c = IncomingConnection(node, key))
+  if (const Connection* c = IncomingConnection(node, key)) {
+    const auto stored = node->values.find(key);
+    if (stored != node->values.end() && stored->second.held && stored->second.timeEpoch == node->scene->timeEpoch)
+      return stored->second;
     return EvaluatePlug(c->srcNode, c->src);
+  }
   // A child of a connected compound (translateX of a connected translate) follows the source's matching child.
   if (attr->parent && attr->parent->kind == AttrKind::Compound && !(attr->array && !key.indices.empty())) {
     if (const Connection* c = IncomingConnection(node, PlugKey{attr->parent, key.indices})) {
@@ -252,6 +256,16 @@ Value EvaluatePlug(Node* node, const PlugKey& key)
   if (stored != node->values.end())
     return stored->second;
   return result;
+}
+
+void SetNumber(Node* node, const PlugKey& key, double value)
+{
+  Value& stored = node->values[key];
+  stored.number = value;
+  stored.held = IncomingConnection(node, key) != nullptr;
+  stored.timeEpoch = node->scene->timeEpoch;
+  RegisterElements(node, key);
+  node->scene->Touch();
 }
 
 // Maya's transform: [Sp^-1 S Sp Spt] [Rp^-1 Ra R Rp Rpt] [T]; a joint: [S] [Ra] [R] [Jo] [Is] [T] with Is the

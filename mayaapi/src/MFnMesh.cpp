@@ -430,8 +430,13 @@ MStatus MFnMesh::FaceFrames(int faceIndex, MFloatVectorArray& out, MSpace::Space
   const int set = SetIndex(*mesh->topology, uvSet);
   if (set < 0)
     return MS::kInvalidParameter;
-  const std::vector<float>& frames = binormals ? mesh->Binormals(set) : mesh->Tangents(set);
   const int begin = mesh->topology->faceOffsets[static_cast<size_t>(faceIndex)];
+  // Maya has no tangent frame for a face with an unmapped corner.
+  const auto& ids = mesh->topology->uvSets[static_cast<size_t>(set)].faceVertexUV;
+  for (int k = 0; k < count; ++k)
+    if (ids.empty() || ids[static_cast<size_t>(begin + k)] < 0)
+      return MStatus(MS::kFailure, "Face has corners without UVs in the set");
+  const std::vector<float>& frames = binormals ? mesh->Binormals(set) : mesh->Tangents(set);
   const MMatrix world = WorldMatrix(space);
   out.setLength(static_cast<unsigned int>(count));
   for (int k = 0; k < count; ++k)

@@ -50,7 +50,7 @@ MStatus RestoreBindPose(const std::string& nodeName)
     for (const standin::PoseEntry& entry : node->pose)
       for (const auto& [attrName, value] : entry.values)
         if (standin::Attribute* a = entry.member->FindAttribute(attrName))
-          entry.member->values[standin::PlugKey{a, {}}].number = value;
+          standin::SetNumber(entry.member, standin::PlugKey{a, {}}, value);
     restored = true;
   }
   standin::CurrentScene().Touch();
@@ -141,9 +141,7 @@ MStatus MGlobal::clearSelectionList()
 
 MStatus MGlobal::viewFrame(const MTime& time)
 {
-  standin::Scene& scene = standin::CurrentScene();
-  scene.currentSeconds = time.as(MTime::kSeconds);
-  scene.Touch();
+  standin::CurrentScene().SetTime(time.as(MTime::kSeconds));
   return MS::kSuccess;
 }
 

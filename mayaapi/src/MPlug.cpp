@@ -66,6 +66,9 @@ MPlug::MPlug(const MObject& node, const MObject& attribute)
 {
   standin::Node* n = node.standinNode();
   standin::Attribute* a = attribute.standinAttribute();
+  // Attribute objects of another node of the same type are matched by name, as Maya's static attributes are.
+  if (n && a && a->owner != n)
+    a = n->FindAttribute(a->name);
   if (n && a && a->owner == n) {
     m_node = n;
     m_key.attribute = a;
@@ -435,9 +438,7 @@ MStatus MPlug::setNumber(double value)
 {
   if (!m_node || !NumericKind(m_key.attribute->kind) || standin::IsArrayPlug(m_key))
     return MS::kInvalidParameter;
-  m_node->values[m_key].number = value;
-  standin::RegisterElements(m_node, m_key);
-  m_node->scene->Touch();
+  standin::SetNumber(m_node, m_key, value);
   return MS::kSuccess;
 }
 

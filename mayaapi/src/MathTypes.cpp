@@ -58,6 +58,12 @@ MVector MVector::transformAsNormal(const MMatrix& m) const
 
 MVector MVector::rotateBy(const MEulerRotation& rotation) const { return *this * rotation.asMatrix(); }
 
+MVector MVector::rotateBy(const double rotXYZ[3], MTransformationMatrix::RotationOrder order) const
+{
+  const int eulerOrder = order > MTransformationMatrix::kInvalid && order < MTransformationMatrix::kLast ? order - 1 : 0;
+  return rotateBy(MEulerRotation(rotXYZ[0], rotXYZ[1], rotXYZ[2], static_cast<MEulerRotation::RotationOrder>(eulerOrder)));
+}
+
 bool MVector::isEquivalent(const MVector& o, double tolerance) const
 {
   return std::fabs(x - o.x) <= tolerance && std::fabs(y - o.y) <= tolerance && std::fabs(z - o.z) <= tolerance;

@@ -87,6 +87,9 @@ struct Value {
   double number = 0.0;
   std::string text;
   std::shared_ptr<Data> data;
+  // A value set on a driven plug wins over its driver until the time is next set, as in Maya's DG.
+  bool held = false;
+  std::uint64_t timeEpoch = 0;
 };
 
 enum class Tangent { Linear, Step, Flat, Clamped, Spline };
@@ -162,6 +165,7 @@ struct Scene {
   MTime::Unit timeUnit = MTime::kFilm;
   MDistance::Unit distanceUnit = MDistance::kCentimeters;
   std::uint64_t generation = 1;
+  std::uint64_t timeEpoch = 0;
   bool interactive = false;
   std::vector<std::string> commandsRun;
   std::vector<std::string> messages;
@@ -169,6 +173,12 @@ struct Scene {
   std::vector<std::unique_ptr<Attribute>> pendingAttributes;
 
   void Touch() { ++generation; }
+  void SetTime(double seconds)
+  {
+    currentSeconds = seconds;
+    ++timeEpoch;
+    Touch();
+  }
 };
 
 Scene& CurrentScene();
@@ -194,6 +204,8 @@ const char* TypeName(MFn::Type type);
 bool BuildNodeType(Node& node);
 
 Value EvaluatePlug(Node* node, const PlugKey& key);
+// Stores a number on a plug; on a driven plug the number holds until the time is next set.
+void SetNumber(Node* node, const PlugKey& key, double value);
 MMatrix LocalMatrix(Node* node);
 MMatrix PathMatrix(const std::vector<Node*>& path);
 std::shared_ptr<Mesh> ShapeGeometry(Node* shape);

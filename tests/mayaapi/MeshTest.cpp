@@ -267,4 +267,17 @@ TEST_F(MeshTest, CreatedMeshWithoutParentComesWithATransform)
   EXPECT_EQ(fn.fullPathName(), "|transform1|polySurfaceShape1");
 }
 
+TEST_F(MeshTest, TangentQueryFailsOnAFaceWithUnmappedCorners)
+{
+  UVSpec uvs{"map1", {0.0f, 1.0f, 1.0f, 0.0f}, {0.0f, 0.0f, 1.0f, 1.0f}, std::vector<int>(24, -1)};
+  for (int k = 0; k < 4; ++k)
+    uvs.ids[static_cast<size_t>(k)] = k;
+  ASSERT_TRUE(SetUVs(shape, uvs));
+  MFnMesh fn(shape);
+  MFloatVectorArray tangents;
+  EXPECT_TRUE(fn.getFaceVertexTangents(0, tangents));
+  EXPECT_FALSE(fn.getFaceVertexTangents(1, tangents));
+  EXPECT_FALSE(fn.getFaceVertexBinormals(1, tangents));
+}
+
 }

@@ -142,4 +142,14 @@ TEST_F(PlugTest, MalformedPlugNamesGiveANullPlug)
   EXPECT_TRUE(Plug("rock.translateX[1]").isNull());
 }
 
+TEST_F(PlugTest, AttributeObjectOfAnotherNodeOfTheTypeReachesTheSamePlugByName)
+{
+  const MObject other = CreateNode("transform", "other");
+  SetAttr("rock.translateY", 3.0);
+  const MObject attribute = MFnDependencyNode(other).attribute("translateY");
+  const MPlug plug(transform, attribute);
+  EXPECT_EQ(plug.name(), "rock.translateY");
+  EXPECT_EQ(plug.asDouble(), 3.0);
+}
+
 }

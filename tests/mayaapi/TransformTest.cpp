@@ -135,4 +135,13 @@ TEST_F(TransformTest, UninheritedTransformIgnoresItsParents)
   ExpectNear(World("|p|c", MPoint(0, 0, 0)), 0.0, 0.0, 0.0);
 }
 
+TEST_F(TransformTest, VectorTurnsByEulerAnglesInTheirOrder)
+{
+  const double angles[3] = {kQuarter, kQuarter, 0.0};
+  const MVector xyz = MVector::yAxis.rotateBy(angles, MTransformationMatrix::kXYZ);
+  const MVector zyx = MVector::yAxis.rotateBy(angles, MTransformationMatrix::kZYX);
+  EXPECT_TRUE(xyz.isEquivalent(MVector::xAxis, 1e-12));
+  EXPECT_TRUE(zyx.isEquivalent(MVector::zAxis, 1e-12));
+}
+
 }

@@ -110,4 +110,17 @@ TEST_F(UnitsAndCommandsTest, VersionIsTheTargetedApi)
   EXPECT_EQ(MGlobal::mayaState(), MGlobal::kBatch);
 }
 
+TEST_F(UnitsAndCommandsTest, BindPoseWinsOverAnimationUntilTheTimeIsNextSet)
+{
+  const MObject root = CreateNode("joint", "root");
+  SaveBindPose({root});
+  Animate("root.rotateZ", {{MTime(0.0, MTime::kFilm), 1.0}, {MTime(10.0, MTime::kFilm), 2.0}});
+  MGlobal::viewFrame(0.0);
+  EXPECT_EQ(Plug("root.rotateZ").asDouble(), 1.0);
+  ASSERT_TRUE(MGlobal::executeCommand("dagPose -r -g -bp root"));
+  EXPECT_EQ(Plug("root.rotateZ").asDouble(), 0.0);
+  MGlobal::viewFrame(10.0);
+  EXPECT_EQ(Plug("root.rotateZ").asDouble(), 2.0);
+}
+
 }

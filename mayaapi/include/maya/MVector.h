@@ -1,6 +1,7 @@
 #pragma once
 
 #include <maya/MStatus.h>
+#include <maya/MTransformationMatrix.h>
 
 class MMatrix;
 class MEulerRotation;
@@ -23,6 +24,7 @@ public:
   double angle(const MVector& other) const;
   MVector transformAsNormal(const MMatrix& matrix) const;
   MVector rotateBy(const MEulerRotation& rotation) const;
+  MVector rotateBy(const double rotXYZ[3], MTransformationMatrix::RotationOrder order) const;
   bool isEquivalent(const MVector& other, double tolerance = 1.0e-10) const;
   MStatus get(double d[3]) const { d[0] = x; d[1] = y; d[2] = z; return MS::kSuccess; }
 
