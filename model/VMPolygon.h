@@ -22,8 +22,9 @@ public:
     uint32_t PolygonAttributes[3] = {0, 0, 0};
     uint32_t Subdivisions[2] = {16, 16};
     float SurfaceValues[5] = {0.0f, 0.0f, 0.0f, 0.0f, 0.0f};
-    // Kept across stripping.
-    uint32_t Group = 0;
+    // Kept across stripping. All bits set means no group, so worlds without groups write no
+    // group chunk.
+    uint32_t Group = NoGroup;
     float FurtherValues[3] = {0.0f, 0.0f, 0.0f};
     uint32_t PlaneFlags = 0;
     // Normal x, y, z and d: the polygon lies in normal . p = d, with a unit normal.

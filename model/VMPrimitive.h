@@ -13,6 +13,9 @@
 
 struct VMMaterial;
 struct VMVertex;
+// The group attribute of a primitive that belongs to no group.
+inline constexpr uint32_t NoGroup = 0xFFFFFFFFu;
+
 class VMVisArea;
 
 enum class VMPrimitiveKind { Polygon, TriList, Patch, Heightfield };

@@ -19,7 +19,7 @@ public:
 
     VMTriListKind ListKind = VMTriListKind::List;
     // The group attribute of the first triangle, given back when the batch is cut up again.
-    uint32_t Group = 0;
+    uint32_t Group = NoGroup;
 
     int TriangleCount() const { return CornerCount() / 3; }
     bool IsStrip() const { return ListKind != VMTriListKind::List; }

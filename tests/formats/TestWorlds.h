@@ -7,9 +7,6 @@
 #include <initializer_list>
 #include <string>
 
-// The group value of a primitive that belongs to no group.
-inline constexpr uint32_t NoGroup = 0xFFFFFFFFu;
-
 VMMaterial& AddMaterial(VMWorld& world, const std::string& name);
 VMVertex& AddVertex(VMWorld& world, float x, float y, float z);
 // A polygon of the listed vertex numbers, in no group.

@@ -64,7 +64,7 @@ TEST_F(VMPolygonTest, TheAttributeCopyTakesTheListedFieldsAndAUseOfTheMaterial)
     EXPECT_EQ(copy.PrimitiveNumber, -1);
     EXPECT_TRUE(copy.Owners.IsEmpty());
     EXPECT_EQ(copy.Factors[0], 1.0f);
-    EXPECT_EQ(copy.Group, 0u);
+    EXPECT_EQ(copy.Group, NoGroup);
     EXPECT_FALSE(copy.HasValidPlane());
 }
 
