@@ -63,7 +63,7 @@ MObject MFnDagNode::create(const MString& typeName, const MString& name, const M
   }
   standin::Node* created = node;
   if (parent.isNull() && standin::TypeHasFn(node->type, MFn::kShape)) {
-    standin::Node* transform = standin::NewNode("transform", "transform1");
+    standin::Node* transform = standin::NewNode("transform", standin::TransformNameFor(node->name));
     standin::AddChild(parentNode, transform);
     parentNode = transform;
     created = transform;

@@ -81,10 +81,7 @@ MObject CreateNode(const std::string& type, const std::string& name, const MObje
     return MObject();
   if (node->dag) {
     if (!parentNode && TypeHasFn(node->type, MFn::kShape)) {
-      std::string transformName = node->name;
-      const size_t shape = transformName.rfind("Shape");
-      transformName = shape != std::string::npos && shape > 0 ? transformName.substr(0, shape) : "transform1";
-      parentNode = standin::NewNode("transform", transformName);
+      parentNode = standin::NewNode("transform", TransformNameFor(node->name));
       AddChild(CurrentScene().world, parentNode);
     }
     AddChild(parentNode ? parentNode : CurrentScene().world, node);

@@ -92,6 +92,14 @@ std::string UniqueName(const std::string& wanted)
   }
 }
 
+std::string TransformNameFor(const std::string& shapeName)
+{
+  const size_t at = shapeName.rfind("Shape");
+  if (at == std::string::npos || at == 0)
+    return "transform1";
+  return shapeName.substr(0, at) + shapeName.substr(at + 5);
+}
+
 Node* NewNode(const std::string& typeName, const std::string& name)
 {
   Scene& scene = CurrentScene();

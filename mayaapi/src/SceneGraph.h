@@ -187,6 +187,8 @@ void ResetScene();
 Node* NewNode(const std::string& typeName, const std::string& name);
 Node* FindNode(std::string_view name);
 std::string UniqueName(const std::string& wanted);
+// The name Maya gives the transform made for a new shape: "polySurfaceShape1" gets "polySurface1".
+std::string TransformNameFor(const std::string& shapeName);
 bool AddChild(Node* parent, Node* child);
 
 PlugKey ParentKey(const PlugKey& key);

@@ -264,7 +264,7 @@ TEST_F(MeshTest, CreatedMeshWithoutParentComesWithATransform)
   ASSERT_TRUE(status);
   EXPECT_TRUE(created.hasFn(MFn::kTransform));
   EXPECT_EQ(fn.numPolygons(), 1);
-  EXPECT_EQ(fn.fullPathName(), "|transform1|polySurfaceShape1");
+  EXPECT_EQ(fn.fullPathName(), "|polySurface1|polySurfaceShape1");
 }
 
 TEST_F(MeshTest, TangentQueryFailsOnAFaceWithUnmappedCorners)
