@@ -15,10 +15,9 @@ VMVertex& AddVertex(VMWorld& world, float x, float y, float z)
     vertex->Position[0] = x;
     vertex->Position[1] = y;
     vertex->Position[2] = z;
-    VMVertex& record = *vertex;
+    world.Bounds.Grow(vertex->Position);
     world.Vertices.Add(std::move(vertex));
-    world.Bounds.Grow(record.Position);
-    return record;
+    return *world.Vertices.Get(world.Vertices.Count() - 1);
 }
 
 VMPolygon& AddPolygon(VMWorld& world, std::initializer_list<int> corners, VMMaterial& material)
