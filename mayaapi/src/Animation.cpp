@@ -5,7 +5,6 @@
 #include "SceneGraph.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 

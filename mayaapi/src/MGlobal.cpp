@@ -1,11 +1,8 @@
 #include <maya/MGlobal.h>
 
-#include <maya/MItSelectionList.h>
-
 #include "SceneGraph.h"
 #include "Sets.h"
 
-#include <cstdio>
 #include <algorithm>
 
 namespace {

@@ -4,7 +4,6 @@
 
 #include "SceneGraph.h"
 
-#include <cstring>
 
 namespace {
 

@@ -3,7 +3,6 @@
 #include <maya/MStringArray.h>
 
 #include <cctype>
-#include <cstdio>
 #include <cstdlib>
 #include <locale>
 #include <sstream>

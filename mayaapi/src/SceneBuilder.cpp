@@ -1,7 +1,5 @@
 #include <standin/SceneBuilder.h>
 
-#include <maya/MFnDependencyNode.h>
-
 #include "SceneGraph.h"
 #include "Sets.h"
 

@@ -13,6 +13,7 @@
 #include <maya/MVectorArray.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace standin {
