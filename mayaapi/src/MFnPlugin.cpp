@@ -68,7 +68,9 @@ MStatus MFnPlugin::registerFileTranslator(const MString& translatorName, const c
   entry.info.defaultOptions = defaultOptionsString ? defaultOptionsString : "";
   entry.info.requiresFullMel = requiresFullMel;
   entry.info.plugin = PluginName(m_object);
-  entry.creator = creatorFunction;
+  entry.instance.reset(static_cast<MPxFileTranslator*>(creatorFunction()));
+  if (!entry.instance)
+    return MStatus(MS::kFailure, "Translator creator returned nothing");
   translators.push_back(entry);
   return MS::kSuccess;
 }

@@ -20,11 +20,6 @@ const TranslatorEntry* FindTranslator(const std::string& name)
   return nullptr;
 }
 
-std::unique_ptr<MPxFileTranslator> MakeTranslator(const TranslatorEntry& entry)
-{
-  return std::unique_ptr<MPxFileTranslator>(static_cast<MPxFileTranslator*>(entry.creator()));
-}
-
 MFileObject FileNamed(const std::string& fileName)
 {
   std::string forward = fileName;
@@ -109,8 +104,8 @@ MStatus ExportFile(const std::string& translatorName, const std::string& fileNam
   if (mode != MPxFileTranslator::kExportAccessMode && mode != MPxFileTranslator::kExportActiveAccessMode &&
       mode != MPxFileTranslator::kSaveAccessMode)
     return MStatus(MS::kInvalidParameter, "Not a writing access mode");
-  std::unique_ptr<MPxFileTranslator> translator = MakeTranslator(*entry);
-  if (!translator || !translator->haveWriteMethod())
+  const std::shared_ptr<MPxFileTranslator> translator = entry->instance;
+  if (!translator->haveWriteMethod())
     return MStatus(MS::kFailure, "Translator " + translatorName + " cannot write files");
   AccessModeScope scope(mode);
   return translator->writer(FileNamed(fileName), MString(options), mode);
@@ -121,8 +116,8 @@ MStatus ImportFile(const std::string& translatorName, const std::string& fileNam
   const TranslatorEntry* entry = FindTranslator(translatorName);
   if (!entry)
     return MStatus(MS::kNotFound, "No translator named " + translatorName);
-  std::unique_ptr<MPxFileTranslator> translator = MakeTranslator(*entry);
-  if (!translator || !translator->haveReadMethod())
+  const std::shared_ptr<MPxFileTranslator> translator = entry->instance;
+  if (!translator->haveReadMethod())
     return MStatus(MS::kFailure, "Translator " + translatorName + " cannot read files");
   AccessModeScope scope(MPxFileTranslator::kImportAccessMode);
   return translator->reader(FileNamed(fileName), MString(options), MPxFileTranslator::kImportAccessMode);
@@ -132,11 +127,9 @@ std::vector<std::string> TranslatorsFor(const std::string& fileName)
 {
   std::vector<std::string> names;
   const MFileObject file = FileNamed(fileName);
-  for (const TranslatorEntry& entry : Registry().translators) {
-    std::unique_ptr<MPxFileTranslator> translator = MakeTranslator(entry);
-    if (translator && translator->identifyFile(file, nullptr, 0) == MPxFileTranslator::kIsMyFileType)
+  for (const TranslatorEntry& entry : Registry().translators)
+    if (entry.instance->identifyFile(file, nullptr, 0) == MPxFileTranslator::kIsMyFileType)
       names.push_back(entry.info.name);
-  }
   return names;
 }
 

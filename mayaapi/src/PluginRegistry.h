@@ -6,6 +6,7 @@
 #include <maya/MTypes.h>
 #include <standin/PluginHost.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -16,9 +17,11 @@ struct PluginData : Data {
   std::string name;
 };
 
+// Maya makes a translator once, when it is registered, and keeps that instance until it is deregistered; plug-ins
+// rely on this when their creator reads state set just before the registration call.
 struct TranslatorEntry {
   TranslatorInfo info;
-  MCreatorFunction creator = nullptr;
+  std::shared_ptr<MPxFileTranslator> instance;
 };
 
 struct CommandEntry {

@@ -60,6 +60,36 @@ public:
   static void* Create() { return new EchoCommand; }
 };
 
+// Like the exporter's translators: the creator takes the format set just before the registration call.
+std::string g_registering;
+std::vector<std::string> g_formatsWritten;
+
+class FormatTranslator : public MPxFileTranslator {
+public:
+  FormatTranslator() : m_format(g_registering) {}
+  MStatus writer(const MFileObject&, const MString&, FileAccessMode) override
+  {
+    g_formatsWritten.push_back(m_format);
+    return MS::kSuccess;
+  }
+  bool haveWriteMethod() const override { return true; }
+  static void* Create() { return new FormatTranslator; }
+
+private:
+  std::string m_format;
+};
+
+MStatus InitializeFormats(MObject object)
+{
+  MFnPlugin plugin(object);
+  for (const char* format : {"prefab", "qmesh", "model"}) {
+    g_registering = format;
+    plugin.registerFileTranslator(MString("Format_") + format, "none", FormatTranslator::Create);
+  }
+  g_registering.clear();
+  return MS::kSuccess;
+}
+
 MStatus InitializePlugin(MObject object)
 {
   MFnPlugin plugin(object, "Test Vendor", "1.0", "Any");
@@ -148,6 +178,18 @@ TEST_F(PluginHostTest, UnloadingRemovesEverythingThePluginRegistered)
   EXPECT_TRUE(RegisteredCommands().empty());
   EXPECT_FALSE(UnloadPlugin("testPlugin"));
   ASSERT_TRUE(LoadPlugin("testPlugin", InitializePlugin, UninitializePlugin));
+}
+
+TEST_F(PluginHostTest, TranslatorsAreMadeWhenRegisteredSoEachKeepsItsFormat)
+{
+  g_formatsWritten.clear();
+  ASSERT_TRUE(LoadPlugin("formats", InitializeFormats, nullptr));
+  ASSERT_TRUE(ExportFile("Format_qmesh", "a.qmesh", MPxFileTranslator::kExportAccessMode));
+  ASSERT_TRUE(ExportFile("Format_prefab", "a.prefab", MPxFileTranslator::kExportAccessMode));
+  ASSERT_TRUE(ExportFile("Format_model", "a.model", MPxFileTranslator::kExportAccessMode));
+  EXPECT_EQ(g_formatsWritten, (std::vector<std::string>{"qmesh", "prefab", "model"}));
+  ASSERT_TRUE(UnloadPlugin("formats"));
+  EXPECT_EQ(RegisteredTranslators().size(), 2u);
 }
 
 TEST_F(PluginHostTest, SecondRegistrationOfANameFails)
