@@ -119,10 +119,13 @@ MStatus MItMeshPolygon::setIndex(int index, int& prevIndex)
 
 int MItMeshPolygon::CornerBegin() const { return m_mesh->topology->faceOffsets[static_cast<size_t>(m_face)]; }
 
+// False for a mesh without faces, where there is no current polygon to ask about.
+bool MItMeshPolygon::OnFace() const { return m_mesh && m_face < m_mesh->topology->FaceCount(); }
+
 unsigned int MItMeshPolygon::polygonVertexCount(MStatus* status) const
 {
-  SetStatus(status, m_mesh ? MS::kSuccess : MS::kFailure);
-  if (!m_mesh)
+  SetStatus(status, OnFace() ? MS::kSuccess : MS::kFailure);
+  if (!OnFace())
     return 0;
   const auto& offsets = m_mesh->topology->faceOffsets;
   return static_cast<unsigned int>(offsets[static_cast<size_t>(m_face) + 1] - offsets[static_cast<size_t>(m_face)]);
@@ -130,7 +133,7 @@ unsigned int MItMeshPolygon::polygonVertexCount(MStatus* status) const
 
 int MItMeshPolygon::vertexIndex(int vertex, MStatus* status) const
 {
-  if (!m_mesh || vertex < 0 || vertex >= static_cast<int>(polygonVertexCount())) {
+  if (!OnFace() || vertex < 0 || vertex >= static_cast<int>(polygonVertexCount())) {
     SetStatus(status, MS::kInvalidParameter);
     return -1;
   }
@@ -184,8 +187,8 @@ int MItMeshPolygon::UVSetIndex(const MString* uvSet) const
 
 bool MItMeshPolygon::hasUVs(MStatus* status) const
 {
-  SetStatus(status, m_mesh ? MS::kSuccess : MS::kFailure);
-  if (!m_mesh)
+  SetStatus(status, OnFace() ? MS::kSuccess : MS::kFailure);
+  if (!OnFace())
     return false;
   const int set = UVSetIndex(nullptr);
   if (set < 0)
@@ -201,7 +204,7 @@ bool MItMeshPolygon::hasUVs(MStatus* status) const
 
 MStatus MItMeshPolygon::getUVIndex(int vertex, int& uvIndex, const MString* uvSet) const
 {
-  if (!m_mesh || vertex < 0 || vertex >= static_cast<int>(polygonVertexCount()))
+  if (!OnFace() || vertex < 0 || vertex >= static_cast<int>(polygonVertexCount()))
     return MS::kInvalidParameter;
   const int set = UVSetIndex(uvSet);
   if (set < 0)
@@ -233,7 +236,7 @@ MStatus MItMeshPolygon::getUV(int vertex, float2& uv, const MString* uvSet) cons
 
 MStatus MItMeshPolygon::getNormal(MVector& normal, MSpace::Space space) const
 {
-  if (!m_mesh || m_mesh->topology->FaceCount() == 0)
+  if (!OnFace())
     return MS::kFailure;
   const float* n = &m_mesh->FaceNormals()[static_cast<size_t>(m_face) * 3];
   normal = MVector(n[0], n[1], n[2]);
@@ -244,7 +247,7 @@ MStatus MItMeshPolygon::getNormal(MVector& normal, MSpace::Space space) const
 
 MStatus MItMeshPolygon::getNormal(unsigned int vertex, MVector& normal, MSpace::Space space) const
 {
-  if (!m_mesh || vertex >= polygonVertexCount())
+  if (!OnFace() || vertex >= polygonVertexCount())
     return MS::kInvalidParameter;
   const float* n = &m_mesh->FaceVertexNormals()[(static_cast<size_t>(CornerBegin()) + vertex) * 3];
   normal = MVector(n[0], n[1], n[2]);
@@ -264,7 +267,7 @@ MStatus MItMeshPolygon::getNormals(MVectorArray& normals, MSpace::Space space) c
 
 MStatus MItMeshPolygon::numTriangles(int& triangleCount) const
 {
-  if (!m_mesh)
+  if (!OnFace())
     return MS::kFailure;
   triangleCount = static_cast<int>(polygonVertexCount()) - 2;
   return MS::kSuccess;

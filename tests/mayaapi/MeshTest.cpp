@@ -280,4 +280,24 @@ TEST_F(MeshTest, TangentQueryFailsOnAFaceWithUnmappedCorners)
   EXPECT_FALSE(fn.getFaceVertexBinormals(1, tangents));
 }
 
+TEST_F(MeshTest, MeshWithoutFacesGivesFinishedIteratorsAndFailedQueries)
+{
+  const MObject empty = CreateMesh("emptyShape", MObject(), MeshSpec{});
+  ASSERT_FALSE(empty.isNull());
+  MItMeshPolygon polygons(PathTo("|empty|emptyShape"));
+  EXPECT_TRUE(polygons.isDone());
+  EXPECT_EQ(polygons.polygonVertexCount(), 0u);
+  MStatus status;
+  polygons.vertexIndex(0, &status);
+  EXPECT_FALSE(status);
+  MVector n;
+  EXPECT_FALSE(polygons.getNormal(0u, n));
+  int uv = 0;
+  EXPECT_FALSE(polygons.getUVIndex(0, uv));
+  MItMeshVertex vertices(PathTo("|empty|emptyShape"));
+  EXPECT_TRUE(vertices.isDone());
+  vertices.position(MSpace::kWorld, &status);
+  EXPECT_FALSE(status);
+}
+
 }

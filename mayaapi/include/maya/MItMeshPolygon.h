@@ -52,6 +52,7 @@ private:
   void Init(std::shared_ptr<standin::Mesh> mesh, const MObject& component, const MMatrix& world);
   int UVSetIndex(const MString* uvSet) const;
   int CornerBegin() const;
+  bool OnFace() const;
 
   std::shared_ptr<standin::Mesh> m_mesh;
   std::vector<int> m_faces;
