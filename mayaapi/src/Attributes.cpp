@@ -4,6 +4,7 @@
 #include <maya/MFnStringData.h>
 #include <maya/MFnTypedAttribute.h>
 
+#include "NumberCast.h"
 #include "SceneGraph.h"
 
 #include <algorithm>
@@ -310,6 +311,6 @@ MStatus MFnEnumAttribute::getDefault(short& value) const
   const standin::Attribute* a = AttributeOf(m_object);
   if (!a)
     return MS::kFailure;
-  value = static_cast<short>(a->defaultNumber);
+  value = standin::ClampTo<short>(a->defaultNumber);
   return MS::kSuccess;
 }

@@ -2,6 +2,7 @@
 #include <maya/MFnSkinCluster.h>
 #include <maya/MFnWeightGeometryFilter.h>
 
+#include "NumberCast.h"
 #include "SceneGraph.h"
 
 #include <algorithm>
@@ -273,7 +274,7 @@ MStatus MFnWeightGeometryFilter::getWeights(unsigned int index, const MObject& c
     float weight = 0.0f;
     for (size_t k = 0; k < members.size(); ++k)
       if (members[k] == v && stored != node->clusterWeights.end() && k < stored->second.size())
-        weight = static_cast<float>(stored->second[k]);
+        weight = standin::ClampTo<float>(stored->second[k]);
     weights.append(weight);
   }
   return MS::kSuccess;

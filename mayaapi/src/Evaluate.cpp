@@ -1,5 +1,7 @@
 #include "SceneGraph.h"
 
+#include "NumberCast.h"
+
 #include <maya/MEulerRotation.h>
 #include <maya/MPoint.h>
 
@@ -125,9 +127,9 @@ std::shared_ptr<Mesh> SkinnedMesh(Node* skin, unsigned int index)
       sum.y += row[j] * q.y;
       sum.z += row[j] * q.z;
     }
-    out->points[v * 3] = static_cast<float>(p.x + envelope * (sum.x - p.x));
-    out->points[v * 3 + 1] = static_cast<float>(p.y + envelope * (sum.y - p.y));
-    out->points[v * 3 + 2] = static_cast<float>(p.z + envelope * (sum.z - p.z));
+    out->points[v * 3] = ClampTo<float>(p.x + envelope * (sum.x - p.x));
+    out->points[v * 3 + 1] = ClampTo<float>(p.y + envelope * (sum.y - p.y));
+    out->points[v * 3 + 2] = ClampTo<float>(p.z + envelope * (sum.z - p.z));
   }
   return out;
 }
@@ -273,7 +275,7 @@ MMatrix LocalMatrix(Node* node)
 {
   if (!node || (node->type != MFn::kTransform && node->type != MFn::kJoint))
     return MMatrix();
-  const auto order = static_cast<MEulerRotation::RotationOrder>(static_cast<int>(Number(node, "rotateOrder")) % 6);
+  const auto order = static_cast<MEulerRotation::RotationOrder>(RotateOrderIndex(Number(node, "rotateOrder")));
   const MMatrix r = MEulerRotation(Triple(node, "rotate"), order).asMatrix();
   const MMatrix ra = MEulerRotation(Triple(node, "rotateAxis")).asMatrix();
   const MMatrix s = Scaling(Triple(node, "scale"));

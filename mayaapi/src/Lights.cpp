@@ -53,4 +53,4 @@ MColor MFnLight::color(MStatus* status) const
   return MColor(plug.child(0).asFloat(), plug.child(1).asFloat(), plug.child(2).asFloat());
 }
 
-float MFnLight::intensity(MStatus* status) const { return static_cast<float>(NumberOf("intensity", status)); }
+float MFnLight::intensity(MStatus* status) const { return findPlug("intensity").asFloat(status); }

@@ -3,6 +3,7 @@
 #include <maya/MFnNumericData.h>
 #include <maya/MFnStringData.h>
 
+#include "NumberCast.h"
 #include "SceneGraph.h"
 
 namespace {
@@ -42,7 +43,7 @@ MStatus Read(const MObject& object, unsigned int count, T* out)
   if (!data || data->count != count)
     return MS::kInvalidParameter;
   for (unsigned int i = 0; i < count; ++i)
-    out[i] = static_cast<T>(data->values[i]);
+    out[i] = standin::ClampTo<T>(data->values[i]);
   return MS::kSuccess;
 }
 

@@ -1,6 +1,7 @@
 #include <maya/MFnIkJoint.h>
 #include <maya/MFnTransform.h>
 
+#include "NumberCast.h"
 #include "SceneGraph.h"
 
 namespace {
@@ -72,7 +73,7 @@ MStatus MFnTransform::getRotation(MEulerRotation& rotation) const
   if (m_object.isNull())
     return MS::kFailure;
   rotation = MEulerRotation(ReadTriple(*this, "rotate"),
-                            static_cast<MEulerRotation::RotationOrder>(findPlug("rotateOrder").asInt() % 6));
+                            static_cast<MEulerRotation::RotationOrder>(standin::RotateOrderIndex(findPlug("rotateOrder").asDouble())));
   return MS::kSuccess;
 }
 
@@ -98,7 +99,7 @@ MStatus MFnTransform::setRotation(const MEulerRotation& rotation)
 MTransformationMatrix::RotationOrder MFnTransform::rotationOrder(MStatus* status) const
 {
   SetStatus(status, m_object.isNull() ? MS::kFailure : MS::kSuccess);
-  return static_cast<MTransformationMatrix::RotationOrder>(findPlug("rotateOrder").asInt() % 6 + 1);
+  return static_cast<MTransformationMatrix::RotationOrder>(standin::RotateOrderIndex(findPlug("rotateOrder").asDouble()) + 1);
 }
 
 MStatus MFnTransform::getScale(double scale[3]) const

@@ -6,6 +6,7 @@
 #include <maya/MPlugArray.h>
 #include <maya/MTime.h>
 
+#include "NumberCast.h"
 #include "SceneGraph.h"
 
 namespace {
@@ -302,7 +303,7 @@ MStatus MPlug::getValue(int& value) const
   double number = 0.0;
   const MStatus status = getValue(number);
   if (status)
-    value = static_cast<int>(number);
+    value = standin::ClampTo<int>(number);
   return status;
 }
 
@@ -311,7 +312,7 @@ MStatus MPlug::getValue(short& value) const
   double number = 0.0;
   const MStatus status = getValue(number);
   if (status)
-    value = static_cast<short>(number);
+    value = standin::ClampTo<short>(number);
   return status;
 }
 
@@ -320,7 +321,7 @@ MStatus MPlug::getValue(float& value) const
   double number = 0.0;
   const MStatus status = getValue(number);
   if (status)
-    value = static_cast<float>(number);
+    value = standin::ClampTo<float>(number);
   return status;
 }
 

@@ -152,6 +152,6 @@ MMatrix MEulerRotation::asMatrix() const
   };
   static const int sequence[6][3] = {{0, 1, 2}, {1, 2, 0}, {2, 0, 1}, {0, 2, 1}, {1, 0, 2}, {2, 1, 0}};
   const double angles[3] = {x, y, z};
-  const int* s = sequence[order];
+  const int* s = sequence[order >= kXYZ && order <= kZYX ? order : kXYZ];
   return axis(s[0], angles[s[0]]) * axis(s[1], angles[s[1]]) * axis(s[2], angles[s[2]]);
 }

@@ -1,5 +1,6 @@
 #include <standin/SceneBuilder.h>
 
+#include "NumberCast.h"
 #include "SceneGraph.h"
 #include "Sets.h"
 
@@ -202,9 +203,9 @@ MObject CreateMesh(const std::string& shapeName, const MObject& transform, const
   for (int count : spec.counts)
     topo.faceOffsets.push_back(topo.faceOffsets.back() + count);
   for (const MPoint& p : spec.points) {
-    node->mesh->points.push_back(static_cast<float>(p.x));
-    node->mesh->points.push_back(static_cast<float>(p.y));
-    node->mesh->points.push_back(static_cast<float>(p.z));
+    node->mesh->points.push_back(ClampTo<float>(p.x));
+    node->mesh->points.push_back(ClampTo<float>(p.y));
+    node->mesh->points.push_back(ClampTo<float>(p.z));
   }
   return shape;
 }

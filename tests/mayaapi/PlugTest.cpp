@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace {
 
 using namespace standin;
@@ -150,6 +152,26 @@ TEST_F(PlugTest, AttributeObjectOfAnotherNodeOfTheTypeReachesTheSamePlugByName)
   const MPlug plug(transform, attribute);
   EXPECT_EQ(plug.name(), "rock.translateY");
   EXPECT_EQ(plug.asDouble(), 3.0);
+}
+
+TEST_F(PlugTest, OutOfRangeNumbersAreClampedWhenReadNarrower)
+{
+  SetAttr("rock.translateX", 1e300);
+  EXPECT_EQ(Plug("rock.translateX").asInt(), 2147483647);
+  EXPECT_EQ(Plug("rock.translateX").asShort(), 32767);
+  EXPECT_EQ(Plug("rock.translateX").asFloat(), 3.4028234663852886e38f);
+  SetAttr("rock.translateX", std::nan(""));
+  EXPECT_EQ(Plug("rock.translateX").asInt(), 0);
+}
+
+TEST_F(PlugTest, RotateOrderOutsideItsFieldsIsReadAsXyz)
+{
+  SetAttr("rock.rotate", 0.5, 0.25, 0.0);
+  const MMatrix xyz = PathTo("|rock").inclusiveMatrix();
+  SetAttr("rock.rotateOrder", -7.0);
+  EXPECT_TRUE(PathTo("|rock").inclusiveMatrix().isEquivalent(xyz));
+  SetAttr("rock.rotateOrder", 99.0);
+  EXPECT_TRUE(PathTo("|rock").inclusiveMatrix().isEquivalent(xyz));
 }
 
 }

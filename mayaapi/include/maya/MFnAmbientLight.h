@@ -9,5 +9,5 @@ public:
   MFnAmbientLight(const MDagPath& path, MStatus* status = nullptr);
 
   MFn::Type type() const override { return MFn::kAmbientLight; }
-  float ambientShade(MStatus* status = nullptr) const { return static_cast<float>(NumberOf("ambientShade", status)); }
+  float ambientShade(MStatus* status = nullptr) const { return findPlug("ambientShade").asFloat(status); }
 };

@@ -10,5 +10,5 @@ public:
 
   MFn::Type type() const override { return MFn::kNonAmbientLight; }
   // 0 no decay, 1 linear, 2 quadratic, 3 cubic.
-  short decayRate(MStatus* status = nullptr) const { return static_cast<short>(NumberOf("decayRate", status)); }
+  short decayRate(MStatus* status = nullptr) const { return findPlug("decayRate").asShort(status); }
 };
