@@ -37,9 +37,9 @@ bool InHiddenLayer(MObject node)
         const unsigned int childCount = drawInfo.numChildren();
         for (unsigned int i = 0; i < childCount; ++i) {
             MPlug child = drawInfo.child(i);
-            const std::string_view name = child.name().asChar();
+            const MString name = child.name();
             bool visible = true;
-            if (name.find(".visibility") != std::string_view::npos && child.getValue(visible) && !visible)
+            if (std::string_view(name.asChar()).find(".visibility") != std::string_view::npos && child.getValue(visible) && !visible)
                 return true;
         }
     }
