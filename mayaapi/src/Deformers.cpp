@@ -4,6 +4,7 @@
 
 #include "NumberCast.h"
 #include "SceneGraph.h"
+#include "Sets.h"
 
 #include <algorithm>
 
@@ -30,7 +31,7 @@ std::vector<Output> Outputs(standin::Node* deformer)
     return outputs;
   if (deformer->deformerSet) {
     unsigned int index = 0;
-    for (const standin::SetMember& member : deformer->deformerSet->members)
+    for (const standin::SetMember& member : standin::MembersOf(deformer->deformerSet))
       outputs.push_back(Output{index++, member.node, member.instance, member.component});
     return outputs;
   }

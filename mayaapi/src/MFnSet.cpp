@@ -1,6 +1,7 @@
 #include <maya/MFnSet.h>
 
 #include "SceneGraph.h"
+#include "Sets.h"
 
 MFnSet::MFnSet(const MObject& object, MStatus* status)
 {
@@ -15,7 +16,7 @@ MStatus MFnSet::getMembers(MSelectionList& members, bool) const
   standin::Node* set = m_object.standinNode();
   if (!set)
     return MS::kFailure;
-  for (const standin::SetMember& member : set->members) {
+  for (const standin::SetMember& member : standin::MembersOf(set)) {
     if (!member.node->dag) {
       members.add(MObject(member.node));
       continue;
@@ -36,7 +37,7 @@ bool MFnSet::isMember(const MDagPath& path, const MObject&, MStatus* status) con
     *status = set ? MS::kSuccess : MS::kFailure;
   if (!set)
     return false;
-  for (const standin::SetMember& member : set->members)
+  for (const standin::SetMember& member : standin::MembersOf(set))
     if (member.node == path.standinLast() && member.instance == path.instanceNumber())
       return true;
   return false;

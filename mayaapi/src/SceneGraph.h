@@ -101,7 +101,7 @@ struct AnimKey {
   Tangent out = Tangent::Clamped;
 };
 
-// A set member: one instance of a DAG node, or a dependency node, with an optional component.
+// A set member: one instance of a DAG node, or a dependency node, with an optional component (null: all of it).
 struct SetMember {
   Node* node = nullptr;
   unsigned int instance = 0;
@@ -138,7 +138,6 @@ struct Node {
 
   std::shared_ptr<Mesh> mesh;
   std::vector<AnimKey> keys;
-  std::vector<SetMember> members;
   // Skin weights per geometry index: one row per vertex, one column per influence in "matrix" index order.
   std::map<unsigned int, std::vector<std::vector<double>>> skinWeights;
   // Joint cluster weights per geometry index, in the order of the deformer set's member vertices.

@@ -11,23 +11,34 @@ unsigned int NextIndex(Node* node, const PlugKey& arrayKey)
   return found == node->elements.end() || found->second.empty() ? 0 : *found->second.rbegin() + 1;
 }
 
-// Ends the wiring that made a member of the set, so that connection walks agree with the membership list.
-void Disconnect(Node* set, Node* member, unsigned int instance, const std::shared_ptr<ComponentData>& component)
+bool IsMembership(const Connection& c)
+{
+  if (!c.alive || !TypeHasFn(c.dstNode->type, MFn::kSet))
+    return false;
+  const std::string& into = c.dst.attribute->name;
+  return into == "dagSetMembers" || into == "dnSetMembers";
+}
+
+std::shared_ptr<ComponentData> GroupComponent(const Node* member, const PlugKey& group)
+{
+  const Attribute* list = member->FindAttribute("objectGrpCompList");
+  const auto value = member->values.find(PlugKey{const_cast<Attribute*>(list), group.indices});
+  return value == member->values.end() ? nullptr : std::dynamic_pointer_cast<ComponentData>(value->second.data);
+}
+
+// The connection that makes (member, instance, component) a member of the set.
+Connection* MembershipOf(Node* set, Node* member, unsigned int instance, const ComponentData* component)
 {
   Scene& scene = *set->scene;
-  for (size_t index : member->outgoing) {
+  for (size_t index : set->incoming) {
     Connection& c = scene.connections[index];
-    if (!c.alive || c.dstNode != set || c.src.indices.empty() || c.src.indices.front() != instance)
+    if (!IsMembership(c) || c.srcNode != member || c.src.indices.empty() || c.src.indices.front() != instance)
       continue;
-    if (!component && c.src.attribute->name == "instObjGroups")
-      c.alive = false;
-    if (component && c.src.attribute->name == "objectGroups") {
-      const PlugKey list{member->FindAttribute("objectGrpCompList"), c.src.indices};
-      const auto value = member->values.find(list);
-      if (value != member->values.end() && value->second.data == component)
-        c.alive = false;
-    }
+    const bool whole = c.src.attribute->name == "instObjGroups";
+    if ((whole && !component) || (!whole && component && GroupComponent(member, c.src).get() == component))
+      return &c;
   }
+  return nullptr;
 }
 
 void TakeFacesAway(Node* engine, Node* member, unsigned int instance, const ComponentData* taken)
@@ -36,31 +47,44 @@ void TakeFacesAway(Node* engine, Node* member, unsigned int instance, const Comp
     Node* other = owned.get();
     if (other == engine || other->type != MFn::kShadingEngine)
       continue;
-    auto& members = other->members;
-    for (auto it = members.begin(); it != members.end();) {
-      if (it->node != member || it->instance != instance) {
-        ++it;
+    for (const SetMember& held : MembersOf(other)) {
+      if (held.node != member || held.instance != instance)
+        continue;
+      Connection* wire = MembershipOf(other, member, instance, held.component.get());
+      if (!taken || !held.component) {
+        if (wire)
+          wire->alive = false;
         continue;
       }
-      if (!taken || !it->component) {
-        Disconnect(other, member, instance, it->component);
-        it = members.erase(it);
-        continue;
-      }
-      auto& faces = it->component->elements;
-      std::erase_if(faces, [&](int f) {
+      std::erase_if(held.component->elements, [&](int f) {
         return std::find(taken->elements.begin(), taken->elements.end(), f) != taken->elements.end();
       });
-      if (faces.empty()) {
-        Disconnect(other, member, instance, it->component);
-        it = members.erase(it);
-      } else {
-        ++it;
-      }
+      if (held.component->elements.empty() && wire)
+        wire->alive = false;
     }
   }
 }
 
+}
+
+std::vector<SetMember> MembersOf(const Node* set)
+{
+  std::vector<SetMember> members;
+  if (!set)
+    return members;
+  for (size_t index : set->incoming) {
+    const Connection& c = set->scene->connections[index];
+    if (!IsMembership(c))
+      continue;
+    const std::string& from = c.src.attribute->name;
+    if (from == "instObjGroups" && !c.src.indices.empty())
+      members.push_back(SetMember{c.srcNode, c.src.indices.front(), nullptr});
+    else if (from == "objectGroups" && c.src.indices.size() == 2)
+      members.push_back(SetMember{c.srcNode, c.src.indices.front(), GroupComponent(c.srcNode, c.src)});
+    else if (!c.srcNode->dag || from == "message")
+      members.push_back(SetMember{c.srcNode, 0, nullptr});
+  }
+  return members;
 }
 
 void AddSetMember(Node* set, Node* member, unsigned int instance, std::shared_ptr<ComponentData> component)
@@ -69,7 +93,6 @@ void AddSetMember(Node* set, Node* member, unsigned int instance, std::shared_pt
     return;
   if (set->type == MFn::kShadingEngine && member->dag)
     TakeFacesAway(set, member, instance, component.get());
-  set->members.push_back(SetMember{member, instance, component});
   Attribute* setMembers = set->FindAttribute(member->dag ? "dagSetMembers" : "dnSetMembers");
   const PlugKey dst{setMembers, {NextIndex(set, PlugKey{setMembers, {}})}};
   if (!member->dag) {

@@ -256,4 +256,23 @@ TEST_F(ShadingTest, ShadingEngineLeadsToItsSurfaceShaderAndTextures)
   EXPECT_EQ(MFnDependencyNode(place.thisNode()).findPlug("repeatU").asDouble(), 4.0);
 }
 
+TEST_F(ShadingTest, MembershipWiredWithConnectAttrCountsLikeAnAssignment)
+{
+  NewScene();
+  const MObject quad = CreateMesh("quadShape", MObject(),
+                                  MeshSpec{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(1, 1, 0)}, {3}, {0, 1, 2}});
+  CreateShader("lambert", "initial");
+  ASSERT_TRUE(ConnectAttr("quadShape.instObjGroups[0]", "initialSG.dagSetMembers[0]"));
+  MSelectionList members;
+  ASSERT_TRUE(MFnSet(NodeByName("initialSG")).getMembers(members, true));
+  ASSERT_EQ(members.length(), 1u);
+  MDagPath path;
+  members.getDagPath(0, path);
+  EXPECT_EQ(path.fullPathName(), "|quad|quadShape");
+  MObjectArray sets;
+  MObjectArray comps;
+  MFnMesh(quad).getConnectedSetsAndMembers(0, sets, comps, true);
+  EXPECT_EQ(SetNames(sets), (std::vector<std::string>{"initialSG"}));
+}
+
 }
