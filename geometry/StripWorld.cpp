@@ -274,11 +274,13 @@ int Strip(VMWorld& world, const Limits& limits, float cubeSize, StripStatistics&
     // corners count as uses.
     if (limits.Method != ListsOnly)
         for (VMVertex* vertex : world.Vertices)
-            vertex->UseCount = 0;
+            if (vertex != nullptr)
+                vertex->UseCount = 0;
 
     StripGathering gathering(world, limits.StripObject);
     for (VMVisArea* area : world.VisAreas)
-        area->ClearPolygons();
+        if (area != nullptr)
+            area->ClearPolygons();
 
     Stripper stripper(world, limits, statistics);
     int result = 0;
