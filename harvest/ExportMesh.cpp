@@ -171,13 +171,15 @@ struct SetAssignment {
     std::vector<int> SetOfPolygon;
 };
 
-bool AssignSets(HarvestState& state, MeshAccess& access, VMMeshBase& container, const MDagPath& shapePath,
+bool AssignSets(HarvestState& state, VMMeshBase& container, const MDagPath& shapePath,
                 const std::string& name, SetAssignment& assignment)
 {
     const unsigned int instance = shapePath.isInstanced() ? shapePath.instanceNumber() : 0;
+    // The sets belong to the shape, not to a skin cluster's input mesh that access may read.
+    MFnMesh shape(shapePath);
     MObjectArray sets;
     MObjectArray components;
-    if (!access.Mesh.getConnectedSetsAndMembers(instance, sets, components, true))
+    if (!shape.getConnectedSetsAndMembers(instance, sets, components, true))
         DebugPrint("Error: MFnMesh::getConnectedSetsAndMembers\r\n");
     DebugPrint("Number of sets: %d\r\n", static_cast<int>(sets.length()));
 
@@ -188,7 +190,7 @@ bool AssignSets(HarvestState& state, MeshAccess& access, VMMeshBase& container, 
         DebugPrint("No sets, for some reason. Let's try shaders\r\n");
         MObjectArray shaders;
         MIntArray indices;
-        access.Mesh.getConnectedShaders(instance, shaders, indices);
+        shape.getConnectedShaders(instance, shaders, indices);
         if (shaders.length() == 0) {
             DebugPrint("No shaders at all!\r\n");
             state.Report.AddIssue(IssueNodeWithoutMaterial, name);
@@ -268,7 +270,7 @@ void GetPolygonsInto(HarvestState& state, MeshAccess& access, Container& contain
     const int accessPolygons = static_cast<int>(access.Polygons->count());
     SetAssignment assignment;
     assignment.SetOfPolygon.assign(static_cast<size_t>(accessPolygons), 0);
-    if (!AssignSets(state, access, container, shapePath, name, assignment))
+    if (!AssignSets(state, container, shapePath, name, assignment))
         return;
 
     MStatus vertexStatus;
