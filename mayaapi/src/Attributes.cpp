@@ -33,11 +33,12 @@ standin::Attribute* Pending(const MString& fullName, const MString& briefName, A
   return made;
 }
 
-standin::Attribute* PendingTriple(const MString& fullName, const MString& briefName, AttrKind kind,
-                                  const char* suffixes)
+// A numeric compound of two or three children named by suffix (translateX, colorR ...).
+standin::Attribute* PendingNumbers(const MString& fullName, const MString& briefName, AttrKind kind,
+                                   const char* suffixes, int count)
 {
   standin::Attribute* parent = Pending(fullName, briefName, AttrKind::Compound);
-  for (int i = 0; i < 3; ++i) {
+  for (int i = 0; i < count; ++i) {
     standin::Attribute* child = Pending(fullName + MString(&suffixes[i], 1), briefName + MString(&suffixes[i], 1).toLowerCase(), kind);
     child->parent = parent;
     parent->children.push_back(child);
@@ -123,8 +124,10 @@ MObject MFnNumericAttribute::create(const MString& fullName, const MString& brie
   case MFnNumericData::kInt: made = Pending(fullName, briefName, AttrKind::Int); break;
   case MFnNumericData::kFloat: made = Pending(fullName, briefName, AttrKind::Float); break;
   case MFnNumericData::kDouble: made = Pending(fullName, briefName, AttrKind::Double); break;
-  case MFnNumericData::k3Float: made = PendingTriple(fullName, briefName, AttrKind::Float, "XYZ"); break;
-  case MFnNumericData::k3Double: made = PendingTriple(fullName, briefName, AttrKind::Double, "XYZ"); break;
+  case MFnNumericData::k2Float: made = PendingNumbers(fullName, briefName, AttrKind::Float, "XY", 2); break;
+  case MFnNumericData::k2Double: made = PendingNumbers(fullName, briefName, AttrKind::Double, "XY", 2); break;
+  case MFnNumericData::k3Float: made = PendingNumbers(fullName, briefName, AttrKind::Float, "XYZ", 3); break;
+  case MFnNumericData::k3Double: made = PendingNumbers(fullName, briefName, AttrKind::Double, "XYZ", 3); break;
   default: break;
   }
   if (!made || fullName.isEmpty()) {
@@ -141,7 +144,7 @@ MObject MFnNumericAttribute::create(const MString& fullName, const MString& brie
 
 MObject MFnNumericAttribute::createColor(const MString& fullName, const MString& briefName, MStatus* status)
 {
-  standin::Attribute* made = PendingTriple(fullName, briefName, AttrKind::Float, "RGB");
+  standin::Attribute* made = PendingNumbers(fullName, briefName, AttrKind::Float, "RGB", 3);
   setObject(MObject(made));
   SetStatus(status, MS::kSuccess);
   return m_object;

@@ -88,4 +88,17 @@ TEST_F(AttributeTest, AttributeCountListsEveryAttributeWithDynamicOnesLast)
   EXPECT_FALSE(MFnAttribute(fn.attribute(0u)).isDynamic());
 }
 
+TEST_F(AttributeTest, NumericPairAndColourAttributesGetNamedChildren)
+{
+  MFnNumericAttribute numeric;
+  MFnDependencyNode fn(node);
+  ASSERT_TRUE(fn.addAttribute(numeric.create("scroll", "scr", MFnNumericData::k2Float, 0.5)));
+  ASSERT_TRUE(fn.addAttribute(numeric.createColor("tint", "tn")));
+  EXPECT_EQ(fn.findPlug("scroll").numChildren(), 2u);
+  EXPECT_FLOAT_EQ(fn.findPlug("scrollY").asFloat(), 0.5f);
+  EXPECT_EQ(MFnNumericAttribute(fn.attribute("scroll")).unitType(), MFnNumericData::k2Float);
+  ASSERT_TRUE(SetAttr("portal.tint", 0.1, 0.2, 0.3));
+  EXPECT_FLOAT_EQ(fn.findPlug("tnb").asFloat(), 0.3f);
+}
+
 }
