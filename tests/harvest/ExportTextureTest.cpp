@@ -1,0 +1,368 @@
+#include "HarvestTestScene.h"
+
+#include "base/Path.h"
+#include "harvest/ExportMesh.h"
+#include "harvest/ExportTexture.h"
+#include "harvest/MaterialLookup.h"
+#include "harvest/MaterialNameCheck.h"
+#include "harvest/PolygonStep.h"
+#include "model/VMModel.h"
+#include "model/VMWorld.h"
+#include "report/VIssueKind.h"
+#include "settings/FindProjectFile.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+using namespace harvesttest;
+using namespace standin;
+namespace fs = std::filesystem;
+
+class ExportTextureTest : public HarvestTest {
+protected:
+    void SetUp() override
+    {
+        HarvestTest::SetUp();
+        m_root = fs::temp_directory_path() /
+                 ("kestrel_textures_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+        fs::remove_all(m_root);
+        fs::create_directories(m_root / "source");
+        fs::create_directories(m_root / "target" / "Textures");
+        parameters.Textures.BaseDirectory = SystemDir(m_root / "target");
+        parameters.Textures.TextureDirectory = SystemDir(m_root / "target" / "Textures");
+    }
+
+    void TearDown() override
+    {
+        HarvestTest::TearDown();
+        fs::remove_all(m_root);
+    }
+
+    static std::string SystemDir(const fs::path& path) { return FromNativePath(path.string()) + "\\"; }
+
+    // A texture file in the source folder, named as Maya stores it (forward slashes).
+    std::string SourceTexture(const std::string& name)
+    {
+        const fs::path path = m_root / "source" / name;
+        std::ofstream(path) << "pixels";
+        return path.generic_string();
+    }
+
+    MObject Shader(const std::string& type, const std::string& name)
+    {
+        CreateShader(type, name);
+        return NodeByName(name);
+    }
+
+    VMMaterial* Material(const MObject& shader, uint8_t doubleSided = 0)
+    {
+        return LookupMaterial(State(), world, shader, doubleSided);
+    }
+
+    fs::path m_root;
+    VMWorld world;
+};
+
+TEST_F(ExportTextureTest, BlinnExponentFollowsEccentricity)
+{
+    const MObject sharp = Shader("blinn", "sharp");
+    SetAttr("sharp.eccentricity", 0.0);
+    const MObject soft = Shader("blinn", "soft");
+    SetAttr("soft.eccentricity", 0.5);
+    const MObject edge = Shader("blinn", "edge");
+    SetAttr("edge.eccentricity", 0.03125);
+    EXPECT_FLOAT_EQ(Material(sharp)->SpecularExponent, 128.0f);
+    EXPECT_FLOAT_EQ(Material(soft)->SpecularExponent, 8.0f);
+    EXPECT_FLOAT_EQ(Material(edge)->SpecularExponent, 128.0f);
+}
+
+TEST_F(ExportTextureTest, PhongExponentIsFourTimesCosinePower)
+{
+    const MObject phong = Shader("phong", "shiny");
+    SetAttr("shiny.cosinePower", 20.0);
+    EXPECT_FLOAT_EQ(Material(phong)->SpecularExponent, 80.0f);
+}
+
+TEST_F(ExportTextureTest, PhongEExponentIsFourTimesRoughness)
+{
+    const MObject phongE = Shader("phongE", "rough");
+    SetAttr("rough.roughness", 0.25);
+    EXPECT_FLOAT_EQ(Material(phongE)->SpecularExponent, 1.0f);
+}
+
+TEST_F(ExportTextureTest, LambertHasNoSpecular)
+{
+    VMMaterial* material = Material(Shader("lambert", "matte"));
+    EXPECT_EQ(material->SpecularExponent, 0.0f);
+    EXPECT_EQ(material->SpecularMultiplier, 0.0f);
+}
+
+TEST_F(ExportTextureTest, SpecularMultiplierIsTheAverageOfTheSpecularColour)
+{
+    const MObject blinn = Shader("blinn", "tinted");
+    SetAttr("tinted.specularColor", 0.3, 0.6, 0.9);
+    EXPECT_FLOAT_EQ(Material(blinn)->SpecularMultiplier, 0.6f);
+}
+
+TEST_F(ExportTextureTest, TexturedSpecularAttributesGiveFixedValuesAndTheSpecularMap)
+{
+    const MObject blinn = Shader("blinn", "mapped");
+    CreateFileTexture("specFile", SourceTexture("spec.tga"), "mapped.specularColor");
+    CreateFileTexture("eccFile", SourceTexture("ecc.tga"), "");
+    ConnectAttr("eccFile.outAlpha", "mapped.eccentricity");
+    VMMaterial* material = Material(blinn);
+    EXPECT_FLOAT_EQ(material->SpecularMultiplier, 1.0f);
+    EXPECT_FLOAT_EQ(material->SpecularExponent, 128.0f);
+    EXPECT_EQ(material->SpecularMap, "Textures\\ecc.tga");
+}
+
+TEST_F(ExportTextureTest, DiffuseBytesAreColourTimesDiffuseRounded)
+{
+    const MObject lambert = Shader("lambert", "orange");
+    SetAttr("orange.color", 1.0, 0.5, 0.0);
+    SetAttr("orange.diffuse", 0.8);
+    SetAttr("orange.ambientColor", 0.2, 0.0, 1.0);
+    VMMaterial* material = Material(lambert);
+    EXPECT_EQ(material->DiffuseColour[0], 204u);
+    EXPECT_EQ(material->DiffuseColour[1], 102u);
+    EXPECT_EQ(material->DiffuseColour[2], 0u);
+    EXPECT_EQ(material->AmbientColour[0], 51u);
+    EXPECT_EQ(material->AmbientColour[2], 255u);
+    EXPECT_EQ(material->Name, "orange");
+    EXPECT_EQ(material->LightingFlag, 1);
+    EXPECT_EQ(material->ModelFlag, 0);
+}
+
+TEST_F(ExportTextureTest, UntexturedShaderBecomesAColourMaterialOfTheAtlas)
+{
+    VMMaterial* material = Material(Shader("lambert", "plain"));
+    EXPECT_EQ(material->AtlasFlag, 1u);
+    EXPECT_EQ(material->DiffuseTexture, "\\VColors.dds");
+    EXPECT_TRUE(report.Issues().empty());
+}
+
+TEST_F(ExportTextureTest, ColourMaterialUVsGoToTheCentreOfTheColoursAtlasTexel)
+{
+    VMMaterial material;
+    material.AtlasFlag = 1;
+    material.DiffuseColour[0] = 255;
+    material.DiffuseColour[1] = 128;
+    material.DiffuseColour[2] = 8;
+    // texel = (8 >> 3) * 2048 + (128 >> 2) * 32 + (255 >> 3) = 3103: column 31, row 12
+    float uv[2] = {0.7f, 0.2f};
+    MapMaterialUV(&material, uv);
+    EXPECT_FLOAT_EQ(uv[0], 31.5f / 256.0f);
+    EXPECT_FLOAT_EQ(uv[1], 12.5f / 256.0f);
+}
+
+TEST_F(ExportTextureTest, TexturedMaterialUVsGoThroughTheUVTransform)
+{
+    VMMaterial material;
+    material.UVTransform[0] = 2.0f;
+    material.UVTransform[1] = 3.0f;
+    material.UVTransform[2] = 0.5f;
+    material.UVTransform[3] = -1.0f;
+    float uv[2] = {0.25f, 0.5f};
+    MapMaterialUV(&material, uv);
+    EXPECT_FLOAT_EQ(uv[0], 1.0f);
+    EXPECT_FLOAT_EQ(uv[1], 0.5f);
+}
+
+TEST_F(ExportTextureTest, RepeatAndOffsetOfTheColourTextureBecomeTheUVTransform)
+{
+    const MObject lambert = Shader("lambert", "tiled");
+    const MObject file = CreateFileTexture("tiledFile", SourceTexture("tiles.tga"), "tiled.color");
+    AddAttr(file, "repeatU", AttrType::Float, 4.0);
+    AddAttr(file, "offsetV", AttrType::Float, 0.5);
+    VMMaterial* material = Material(lambert);
+    EXPECT_FLOAT_EQ(material->UVTransform[0], 4.0f);
+    EXPECT_FLOAT_EQ(material->UVTransform[1], 1.0f);
+    EXPECT_FLOAT_EQ(material->UVTransform[2], 0.0f);
+    EXPECT_FLOAT_EQ(material->UVTransform[3], 0.5f);
+    EXPECT_EQ(material->AtlasFlag, 0u);
+}
+
+TEST_F(ExportTextureTest, SameShaderOnDoubleAndSingleSidedMeshesGivesTwoMaterials)
+{
+    parameters.Options.DoubleSided = 1;
+    CreateShader("lambert", "paint");
+    const MObject single = CreateMesh("singleShape", CreateNode("transform", "single"), Cube());
+    const MObject both = CreateMesh("bothShape", CreateNode("transform", "both"), Cube());
+    Assign(NodeByName("paintSG"), single);
+    Assign(NodeByName("paintSG"), both);
+    SetAttr("singleShape.doubleSided", 0.0);
+    ASSERT_TRUE(ExportMesh(State(), PathTo("singleShape"), world, 0));
+    ASSERT_TRUE(ExportMesh(State(), PathTo("bothShape"), world, 0));
+    ASSERT_EQ(world.Materials.Count(), 2);
+    EXPECT_EQ(world.Materials[0]->Name, "paint");
+    EXPECT_EQ(world.Materials[0]->DoubleSided, 0);
+    EXPECT_EQ(world.Materials[1]->Name, "paint_dbl");
+    EXPECT_EQ(world.Materials[1]->DoubleSided, 1);
+    EXPECT_EQ(world.Polygons[6]->Material(), world.Materials[1]);
+}
+
+TEST_F(ExportTextureTest, MeshFlagIsIgnoredUnlessDoubleSidedComesFromTheMesh)
+{
+    parameters.Options.DoubleSided = 2;
+    CreateShader("lambert", "paint");
+    const MObject mesh = CreateMesh("meshShape", CreateNode("transform", "mesh"), Cube());
+    Assign(NodeByName("paintSG"), mesh);
+    AddAttr(NodeByName("paint"), "v_doublesided", AttrType::Bool, 1.0);
+    ASSERT_TRUE(ExportMesh(State(), PathTo("meshShape"), world, 0));
+    ASSERT_EQ(world.Materials.Count(), 1);
+    EXPECT_EQ(world.Materials[0]->Name, "paint");
+    EXPECT_EQ(world.Materials[0]->DoubleSided, 1);
+}
+
+TEST_F(ExportTextureTest, OpacityTextureWithoutColourTextureIsDroppedWithItsIssue)
+{
+    const MObject lambert = Shader("lambert", "glass");
+    CreateFileTexture("alphaFile", SourceTexture("alpha.tga"), "glass.transparency");
+    VMMaterial* material = Material(lambert);
+    EXPECT_EQ(material->Transparency, 2u);
+    EXPECT_EQ(material->AtlasFlag, 1u);
+    EXPECT_EQ(report.Details(IssueBumpOpacityOnUntextured), (std::vector<std::string>{"glass"}));
+}
+
+TEST_F(ExportTextureTest, OpacityMapThatDiffersFromTheColourMapIsReported)
+{
+    const MObject lambert = Shader("lambert", "leaf");
+    CreateFileTexture("leafColour", SourceTexture("leaf.tga"), "leaf.color");
+    CreateFileTexture("leafAlpha", SourceTexture("leaf_alpha.tga"), "leaf.transparency");
+    Material(lambert);
+    ASSERT_EQ(report.Count(IssueOpacityMapMismatch), 1);
+    EXPECT_EQ(report.Details(IssueOpacityMapMismatch)[0].rfind("Materials: leaf\r\n  Colormap: ", 0), 0u);
+}
+
+TEST_F(ExportTextureTest, BumpTextureNeedsABumpNodeWithDepth)
+{
+    const MObject lambert = Shader("lambert", "rock");
+    CreateFileTexture("rockColour", SourceTexture("rock.tga"), "rock.color");
+    CreateFileTexture("rockBump", SourceTexture("rock_n.tga"), "");
+    CreateNode("bump2d", "rockBumpNode");
+    ConnectAttr("rockBump.outAlpha", "rockBumpNode.bumpValue");
+    ConnectAttr("rockBumpNode.outNormal", "rock.normalCamera");
+    VMMaterial* material = Material(lambert);
+    EXPECT_EQ(material->DiffuseTexture, "Textures\\rock.tga");
+    EXPECT_EQ(material->NormalMap, "Textures\\rock_n.tga");
+}
+
+TEST_F(ExportTextureTest, CustomShaderAttributesOverrideTheHarvestedValues)
+{
+    const MObject lambert = Shader("lambert", "custom");
+    AddAttr(lambert, "v_blendmode", AttrType::Int, 5);
+    AddAttr(lambert, "v_userdata", AttrType::String);
+    SetAttr("custom.v_userdata", std::string("glow=1"));
+    AddAttr(lambert, "Bump_Texture_1", AttrType::String);
+    SetAttr("custom.Bump_Texture_1", SourceTexture("custom_n.tga"));
+    VMMaterial* material = Material(lambert);
+    EXPECT_EQ(material->Transparency, 5u);
+    EXPECT_EQ(material->UserData, "glow=1");
+    EXPECT_EQ(material->NormalMap, "Textures\\custom_n.tga");
+}
+
+TEST_F(ExportTextureTest, PureWhiteAmbientClearsTheLightingFlag)
+{
+    const MObject lambert = Shader("lambert", "lit");
+    SetAttr("lit.ambientColor", 1.0, 1.0, 1.0);
+    EXPECT_EQ(Material(lambert)->LightingFlag, 0);
+}
+
+TEST_F(ExportTextureTest, ModelExportMaterialsCarryTheModelFlagAndNoLighting)
+{
+    parameters.FormatKind = kFormatKindModel;
+    VMModel model;
+    VMMaterial* material = LookupMaterial(State(), model, Shader("lambert", "skin"), 0);
+    ASSERT_NE(material, nullptr);
+    EXPECT_EQ(material->ModelFlag, 1);
+    EXPECT_EQ(material->LightingFlag, 0);
+    EXPECT_EQ(model.Materials.Count(), 1);
+}
+
+TEST_F(ExportTextureTest, ShaderIsReadOncePerExportAndFlag)
+{
+    const MObject lambert = Shader("lambert", "once");
+    VMMaterial* first = Material(lambert);
+    EXPECT_EQ(Material(lambert), first);
+    EXPECT_NE(Material(lambert, 1), first);
+    EXPECT_EQ(world.Materials.Count(), 2);
+    EXPECT_EQ(Material(MObject()), nullptr);
+    EXPECT_EQ(State().Materials.Count(), 3);
+}
+
+TEST_F(ExportTextureTest, TextureUsedByThreeMaterialsIsCopiedOnceUnderOneName)
+{
+    const std::string source = SourceTexture("wood.tga");
+    for (const char* name : {"woodA", "woodB", "woodC"}) {
+        Shader("lambert", name);
+        CreateFileTexture(std::string(name) + "File", source, std::string(name) + ".color");
+    }
+    for (const char* name : {"woodA", "woodB", "woodC"})
+        EXPECT_EQ(Material(NodeByName(name))->DiffuseTexture, "Textures\\wood.tga");
+    EXPECT_TRUE(fs::exists(m_root / "target" / "Textures" / "wood.tga"));
+    EXPECT_EQ(State().TextureNames.Size(), 1u);
+    EXPECT_TRUE(report.Issues().empty());
+}
+
+TEST_F(ExportTextureTest, LocatedTextureIsFoundInASubFolderOfTheTextureDirectory)
+{
+    parameters.Textures.TextureBehaviour = 1;
+    fs::create_directories(m_root / "target" / "Textures" / "props");
+    std::ofstream(m_root / "target" / "Textures" / "props" / "crate.tga") << "pixels";
+    const MObject lambert = Shader("lambert", "crate");
+    CreateFileTexture("crateFile", "D:/art/crate.tga", "crate.color");
+    EXPECT_EQ(Material(lambert)->DiffuseTexture, "Textures\\props\\crate.tga");
+    EXPECT_TRUE(report.Issues().empty());
+}
+
+TEST_F(ExportTextureTest, TextureNamesAreRelativeToTheProjectFoundAboveTheTarget)
+{
+    fs::create_directories(m_root / "game" / "levels" / "town");
+    std::ofstream(m_root / "game" / "town.project");
+    const auto project = FindProjectFile(SystemDir(m_root / "game" / "levels" / "town"));
+    ASSERT_TRUE(project.has_value());
+    EXPECT_EQ(project->Directory, SystemDir(m_root / "game"));
+    parameters.Textures.ProjectDirectory = project->Directory;
+    parameters.Textures.TextureDirectory = project->Directory + "Textures\\";
+    parameters.Textures.ProjRelativeFilenames = true;
+    fs::create_directories(m_root / "game" / "Textures");
+    const MObject lambert = Shader("lambert", "brick");
+    CreateFileTexture("brickFile", SourceTexture("brick.tga"), "brick.color");
+    EXPECT_EQ(Material(lambert)->DiffuseTexture, "\\Textures\\brick.tga");
+}
+
+TEST_F(ExportTextureTest, MaterialNamesEqualButForCaseAreReportedOnce)
+{
+    Material(Shader("lambert", "Stone"));
+    Material(Shader("lambert", "stone"));
+    Material(Shader("lambert", "marble"));
+    EXPECT_EQ(CheckDuplicateMaterialNames(world, report), -1);
+    EXPECT_EQ(report.Details(IssueDuplicateMaterialNames), (std::vector<std::string>{"stone"}));
+}
+
+TEST_F(ExportTextureTest, DistinctMaterialNamesPassTheCheck)
+{
+    Material(Shader("lambert", "a"));
+    Material(Shader("lambert", "b"));
+    EXPECT_EQ(CheckDuplicateMaterialNames(world, report), 0);
+    EXPECT_TRUE(report.Issues().empty());
+}
+
+TEST_F(ExportTextureTest, MaterialsWithoutPolygonsLeaveTheModelInOrder)
+{
+    parameters.FormatKind = kFormatKindModel;
+    VMModel model;
+    CreateShader("lambert", "used");
+    const MObject mesh = CreateMesh("meshShape", CreateNode("transform", "mesh"), Cube());
+    Assign(NodeByName("usedSG"), mesh);
+    LookupMaterial(State(), model, Shader("lambert", "unused"), 0);
+    ASSERT_TRUE(ExportMesh(State(), PathTo("meshShape"), model, 0));
+    ASSERT_EQ(model.Materials.Count(), 2);
+    RemoveMaterialsWithoutPolygons(model);
+    ASSERT_EQ(model.Materials.Count(), 1);
+    EXPECT_EQ(model.Materials[0]->Name, "used");
+}
+
+}
