@@ -1,0 +1,86 @@
+#include "importers/assimp/AssimpFormats.h"
+
+#include "base/Path.h"
+#include "base/TextUtil.h"
+
+#include <algorithm>
+
+namespace {
+
+std::string_view WithoutByteOrderMark(std::string_view text)
+{
+    if (text.size() >= 3 && text.substr(0, 3) == "\xEF\xBB\xBF")
+        text.remove_prefix(3);
+    return text;
+}
+
+std::string_view WithoutLeadingSpace(std::string_view text)
+{
+    while (!text.empty() && (text.front() == ' ' || text.front() == '\t' || text.front() == '\r' || text.front() == '\n'))
+        text.remove_prefix(1);
+    return text;
+}
+
+bool IsText(std::string_view head)
+{
+    return std::find(head.begin(), head.end(), '\0') == head.end();
+}
+
+bool ContainsNoCase(std::string_view text, std::string_view word)
+{
+    if (word.size() > text.size())
+        return false;
+    for (size_t at = 0; at + word.size() <= text.size(); ++at)
+        if (EqualsNoCase(text.substr(at, word.size()), word))
+            return true;
+    return false;
+}
+
+} // namespace
+
+bool CanReadFbx(std::string_view path, std::string_view head)
+{
+    if (!EqualsNoCase(ExtensionOf(path), ".fbx"))
+        return false;
+    if (head.substr(0, 18) == "Kaydara FBX Binary")
+        return true;
+    // ASCII FBX starts with comment lines ("; FBX 7.5.0 project file") before FBXHeaderExtension.
+    return IsText(head) && (ContainsNoCase(head, "FBXHeaderExtension") || ContainsNoCase(head, "; FBX"));
+}
+
+bool CanReadGltf(std::string_view path, std::string_view head)
+{
+    const std::string extension = ExtensionOf(path);
+    if (EqualsNoCase(extension, ".glb"))
+        return head.substr(0, 4) == "glTF";
+    if (!EqualsNoCase(extension, ".gltf"))
+        return false;
+    const std::string_view text = WithoutLeadingSpace(WithoutByteOrderMark(head));
+    return !text.empty() && text.front() == '{';
+}
+
+bool CanReadCollada(std::string_view path, std::string_view head)
+{
+    if (!EqualsNoCase(ExtensionOf(path), ".dae"))
+        return false;
+    const std::string_view text = WithoutLeadingSpace(WithoutByteOrderMark(head));
+    return !text.empty() && text.front() == '<' && ContainsNoCase(head, "<COLLADA");
+}
+
+bool CanReadObj(std::string_view path, std::string_view head)
+{
+    return EqualsNoCase(ExtensionOf(path), ".obj") && IsText(head);
+}
+
+AssimpFormat DetectAssimpFormat(std::string_view path, std::string_view head)
+{
+    if (CanReadFbx(path, head))
+        return AssimpFormat::Fbx;
+    if (CanReadGltf(path, head))
+        return AssimpFormat::Gltf;
+    if (CanReadCollada(path, head))
+        return AssimpFormat::Collada;
+    if (CanReadObj(path, head))
+        return AssimpFormat::Obj;
+    return AssimpFormat::None;
+}

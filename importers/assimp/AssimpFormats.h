@@ -1,0 +1,14 @@
+#pragma once
+// Which of the formats read through Assimp a file is, by its extension and the first bytes of its contents.
+
+#include <string_view>
+
+enum class AssimpFormat { None, Fbx, Gltf, Collada, Obj };
+
+bool CanReadFbx(std::string_view path, std::string_view head);
+bool CanReadGltf(std::string_view path, std::string_view head);
+bool CanReadCollada(std::string_view path, std::string_view head);
+bool CanReadObj(std::string_view path, std::string_view head);
+AssimpFormat DetectAssimpFormat(std::string_view path, std::string_view head);
+// The number of leading bytes DetectAssimpFormat needs to see.
+constexpr size_t kAssimpSignatureBytes = 4096;

@@ -1,0 +1,273 @@
+#include "importers/assimp/AssimpContext.h"
+
+#include "base/TextUtil.h"
+
+#include <assimp/mesh.h>
+
+#include <cmath>
+#include <cstring>
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using VertexSkin = std::vector<std::pair<int, float>>; // influence column, weight
+
+struct MeshBuilder {
+    AssimpContext& Context;
+    const aiNode& Node;
+    RecordMesh& Mesh;
+    MMatrix PointMatrix; // file to Maya, row-vector convention
+    std::unordered_map<std::string, int> VertexByKey;
+    std::vector<VertexSkin> VertexSkins;
+    std::map<int, int> InfluenceColumn; // node index to column
+    std::vector<std::unordered_map<uint64_t, int>> UVByValue;
+};
+
+template <typename T>
+void AppendBytes(std::string& key, const T& value)
+{
+    char bytes[sizeof(T)];
+    std::memcpy(bytes, &value, sizeof(T));
+    key.append(bytes, sizeof(T));
+}
+
+MPoint ConvertPoint(MeshBuilder& builder, const aiVector3D& p)
+{
+    double x = p.x;
+    double y = p.y;
+    double z = p.z;
+    if (!std::isfinite(x) || !std::isfinite(y) || !std::isfinite(z)) {
+        builder.Context.Result.Warn("Vertex positions that are not numbers are placed at the origin");
+        x = y = z = 0.0;
+    }
+    const MMatrix& m = builder.PointMatrix;
+    return MPoint(x * m[0][0] + y * m[1][0] + z * m[2][0] + m[3][0], x * m[0][1] + y * m[1][1] + z * m[2][1] + m[3][1],
+                  x * m[0][2] + y * m[1][2] + z * m[2][2] + m[3][2]);
+}
+
+MVector ConvertNormal(const MeshBuilder& builder, const aiVector3D& n)
+{
+    const MMatrix& m = builder.PointMatrix;
+    const MVector converted(n.x * m[0][0] + n.y * m[1][0] + n.z * m[2][0], n.x * m[0][1] + n.y * m[1][1] + n.z * m[2][1],
+                            n.x * m[0][2] + n.y * m[1][2] + n.z * m[2][2]);
+    const double length = converted.length();
+    return std::isfinite(length) && length > 0.0 ? converted / length : MVector(0.0, 1.0, 0.0);
+}
+
+// Skin weights of every vertex of one Assimp mesh, by influence column.
+std::vector<VertexSkin> ReadBones(MeshBuilder& builder, const aiMesh& mesh)
+{
+    AssimpContext& context = builder.Context;
+    std::vector<VertexSkin> skins(mesh.mNumVertices);
+    const aiMatrix4x4 meshWorldInverse = context.FileWorld(builder.Node).Inverse();
+    for (unsigned int b = 0; b < mesh.mNumBones; ++b) {
+        const aiBone* bone = mesh.mBones[b];
+        const int node = bone ? context.FindNode(bone->mName.C_Str()) : -1;
+        if (node < 0) {
+            context.Result.Warn("Bones without a node of the same name are not imported");
+            continue;
+        }
+        auto [column, added] = builder.InfluenceColumn.emplace(node, static_cast<int>(builder.InfluenceColumn.size()));
+        if (added) {
+            // The offset matrix takes the mesh's space to the bone's; Maya's bindPreMatrix takes world space to
+            // the bone's, so the mesh's world matrix at bind time is undone first.
+            const MMatrix bindPre = context.WorldToMaya(bone->mOffsetMatrix * meshWorldInverse);
+            builder.Mesh.Skin.Influences.push_back(node);
+            builder.Mesh.Skin.BindPreMatrices.push_back(bindPre);
+            if (!bindPre.isSingular())
+                context.BindWorld.emplace(node, bindPre.inverse());
+        }
+        for (unsigned int w = 0; w < bone->mNumWeights; ++w) {
+            const aiVertexWeight& weight = bone->mWeights[w];
+            if (weight.mVertexId >= mesh.mNumVertices || !std::isfinite(weight.mWeight)) {
+                context.Result.Warn("Skin weights of vertices that do not exist are ignored");
+                continue;
+            }
+            skins[weight.mVertexId].emplace_back(column->second, weight.mWeight);
+        }
+    }
+    for (VertexSkin& skin : skins)
+        std::sort(skin.begin(), skin.end());
+    return skins;
+}
+
+// Corners at the same position with the same skin weights are one Maya vertex.
+int WeldedVertex(MeshBuilder& builder, const MPoint& point, const VertexSkin& skin)
+{
+    std::string key;
+    AppendBytes(key, static_cast<float>(point.x));
+    AppendBytes(key, static_cast<float>(point.y));
+    AppendBytes(key, static_cast<float>(point.z));
+    for (const auto& [column, weight] : skin) {
+        AppendBytes(key, column);
+        AppendBytes(key, weight);
+    }
+    const auto [found, added] = builder.VertexByKey.emplace(std::move(key), static_cast<int>(builder.Mesh.Points.size()));
+    if (added) {
+        builder.Mesh.Points.push_back(point);
+        builder.VertexSkins.push_back(skin);
+    }
+    return found->second;
+}
+
+int UVId(MeshBuilder& builder, size_t set, const aiVector3D& uv)
+{
+    float u = uv.x;
+    float v = uv.y;
+    if (!std::isfinite(u) || !std::isfinite(v)) {
+        builder.Context.Result.Warn("Texture coordinates that are not numbers are set to 0");
+        u = v = 0.0f;
+    }
+    uint32_t uBits = 0;
+    uint32_t vBits = 0;
+    std::memcpy(&uBits, &u, sizeof(u));
+    std::memcpy(&vBits, &v, sizeof(v));
+    RecordUVSet& uvSet = builder.Mesh.UVSets[set];
+    const auto [found, added] =
+        builder.UVByValue[set].emplace((uint64_t(uBits) << 32) | vBits, static_cast<int>(uvSet.U.size()));
+    if (added) {
+        uvSet.U.push_back(u);
+        uvSet.V.push_back(v);
+    }
+    return found->second;
+}
+
+void PrepareUVSets(MeshBuilder& builder, const std::vector<const aiMesh*>& parts)
+{
+    size_t setCount = 0;
+    for (const aiMesh* part : parts)
+        for (unsigned int c = 0; c < AI_MAX_NUMBER_OF_TEXTURECOORDS; ++c)
+            if (part->HasTextureCoords(c))
+                setCount = std::max<size_t>(setCount, c + 1);
+    builder.Mesh.UVSets.resize(setCount);
+    builder.UVByValue.resize(setCount);
+    for (size_t set = 0; set < setCount; ++set) {
+        RecordUVSet& uvSet = builder.Mesh.UVSets[set];
+        for (const aiMesh* part : parts) {
+            const unsigned int channel = static_cast<unsigned int>(set);
+            if (uvSet.Name.empty() && part->HasTextureCoords(channel) && part->HasTextureCoordsName(channel))
+                uvSet.Name = MayaName(part->GetTextureCoordsName(channel)->C_Str(), "");
+        }
+        if (uvSet.Name.empty())
+            uvSet.Name = set == 0 ? "map1" : Format("map%zu", set + 1);
+        for (size_t other = 0; other < set; ++other)
+            if (EqualsNoCase(builder.Mesh.UVSets[other].Name, uvSet.Name))
+                uvSet.Name = Format("map%zu", set + 1);
+    }
+}
+
+void AddFaces(MeshBuilder& builder, const aiMesh& part, bool withNormals)
+{
+    AssimpContext& context = builder.Context;
+    RecordMesh& mesh = builder.Mesh;
+    const std::vector<VertexSkin> skins = ReadBones(builder, part);
+    const int material = RecordMaterialFor(context, part.mMaterialIndex);
+    std::vector<int> corners;
+    for (unsigned int f = 0; f < part.mNumFaces; ++f) {
+        const aiFace& face = part.mFaces[f];
+        if (face.mNumIndices < 3 || !face.mIndices) {
+            context.Result.Warn("Points and lines are not imported");
+            continue;
+        }
+        bool valid = true;
+        for (unsigned int c = 0; c < face.mNumIndices; ++c)
+            valid = valid && face.mIndices[c] < part.mNumVertices;
+        if (!valid) {
+            context.Result.Warn("Polygons naming vertices that do not exist are not imported");
+            continue;
+        }
+        corners.clear();
+        for (unsigned int c = 0; c < face.mNumIndices; ++c) {
+            const unsigned int source = face.mIndices[c];
+            const MPoint point = ConvertPoint(builder, part.mVertices[source]);
+            int vertex = WeldedVertex(builder, point, skins[source]);
+            // Maya polygons cannot pass through one vertex twice; such corners keep a vertex of their own.
+            if (std::find(corners.begin(), corners.end(), vertex) != corners.end()) {
+                context.Result.Warn("Polygons passing twice through one point keep a separate vertex for each pass");
+                vertex = static_cast<int>(mesh.Points.size());
+                mesh.Points.push_back(point);
+                builder.VertexSkins.push_back(skins[source]);
+            }
+            corners.push_back(vertex);
+            for (size_t set = 0; set < mesh.UVSets.size(); ++set) {
+                const unsigned int channel = static_cast<unsigned int>(set);
+                mesh.UVSets[set].Ids.push_back(part.HasTextureCoords(channel)
+                                                   ? UVId(builder, set, part.mTextureCoords[channel][source])
+                                                   : -1);
+            }
+            if (withNormals)
+                mesh.Normals.push_back(ConvertNormal(builder, part.mNormals[source]));
+        }
+        mesh.Counts.push_back(static_cast<int>(corners.size()));
+        mesh.Connects.insert(mesh.Connects.end(), corners.begin(), corners.end());
+        mesh.FaceMaterials.push_back(material);
+    }
+}
+
+void FillSkinWeights(MeshBuilder& builder)
+{
+    RecordSkin& skin = builder.Mesh.Skin;
+    if (skin.Influences.empty())
+        return;
+    skin.Weights.assign(builder.Mesh.Points.size(), std::vector<double>(skin.Influences.size(), 0.0));
+    for (size_t v = 0; v < builder.VertexSkins.size(); ++v)
+        for (const auto& [column, weight] : builder.VertexSkins[v])
+            skin.Weights[v][static_cast<size_t>(column)] += weight;
+}
+
+bool BuildMesh(AssimpContext& context, const aiNode& node, const std::vector<const aiMesh*>& parts, RecordMesh& mesh)
+{
+    MeshBuilder builder {context, node, mesh, ToMayaMatrix(context.Conversion), {}, {}, {}, {}};
+    mesh.Name = MayaName(node.mName.C_Str(), "polySurface");
+    bool withNormals = true;
+    for (const aiMesh* part : parts) {
+        withNormals = withNormals && part->HasNormals();
+        if (part->mNumAnimMeshes > 0)
+            context.Result.Warn("Morph targets are not imported");
+    }
+    PrepareUVSets(builder, parts);
+    for (const aiMesh* part : parts)
+        AddFaces(builder, *part, withNormals);
+    FillSkinWeights(builder);
+    return !mesh.Counts.empty();
+}
+
+} // namespace
+
+void ReadAssimpMeshes(AssimpContext& context)
+{
+    std::map<std::vector<unsigned int>, int> meshOfParts;
+    for (size_t n = 0; n < context.Nodes.size(); ++n) {
+        const aiNode& node = *context.Nodes[n];
+        std::vector<unsigned int> partIndices;
+        std::vector<const aiMesh*> parts;
+        for (unsigned int i = 0; i < node.mNumMeshes && node.mMeshes; ++i) {
+            const unsigned int index = node.mMeshes[i];
+            if (index < context.Scene.mNumMeshes && context.Scene.mMeshes[index]) {
+                partIndices.push_back(index);
+                parts.push_back(context.Scene.mMeshes[index]);
+            }
+        }
+        if (parts.empty())
+            continue;
+        // Nodes that name the same meshes share one shape, as Maya's instances do.
+        const auto shared = meshOfParts.find(partIndices);
+        if (shared != meshOfParts.end()) {
+            context.Record.Nodes[n].Mesh = shared->second;
+            continue;
+        }
+        RecordMesh mesh;
+        if (!BuildMesh(context, node, parts, mesh)) {
+            context.Result.Warn("Meshes without polygons are not imported");
+            continue;
+        }
+        const int index = static_cast<int>(context.Record.Meshes.size());
+        context.Record.Meshes.push_back(std::move(mesh));
+        context.Record.Nodes[n].Mesh = index;
+        meshOfParts.emplace(std::move(partIndices), index);
+    }
+}

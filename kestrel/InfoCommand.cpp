@@ -1,0 +1,61 @@
+#include "kestrel/InfoCommand.h"
+
+#include "kestrel/DescribeScene.h"
+
+#include "base/Path.h"
+#include "base/TextUtil.h"
+#include "formats/DescribeAssetFile.h"
+#include "formats/chunk/LastError.h"
+#include "importers/ImportScene.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace {
+
+bool IsOwnAssetFile(const std::string& path)
+{
+    const std::string extension = ExtensionOf(path);
+    return EqualsNoCase(extension, ".qmesh") || EqualsNoCase(extension, ".qcolmesh") || EqualsNoCase(extension, ".model");
+}
+
+// Describing a scene must not leave files behind, so its embedded textures go to a scratch folder.
+std::string ScratchTextureFolder()
+{
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::temp_directory_path(error) / "kestrel-info-textures";
+    return error ? std::string() : FromNativePath(folder.string());
+}
+
+} // namespace
+
+int RunInfo(const std::string& nativePath, std::FILE* out, std::FILE* err)
+{
+    const std::string path = FromNativePath(nativePath);
+    if (IsOwnAssetFile(path)) {
+        std::string text;
+        if (!DescribeAssetFile(path, text)) {
+            std::fprintf(err, "kestrel info: '%s': %s\n", nativePath.c_str(), LastError().Text.c_str());
+            return 1;
+        }
+        std::fputs(text.c_str(), out);
+        return 0;
+    }
+    if (!CanImportScene(path)) {
+        std::fprintf(err, "kestrel info: '%s': not a scene or asset file kestrel can read "
+                          "(FBX, glTF, COLLADA, OBJ, .qmesh, .qcolmesh, .model)\n",
+                     nativePath.c_str());
+        return 1;
+    }
+    ImportOptions options;
+    options.EmbeddedTextureFolder = ScratchTextureFolder();
+    options.WriteEmbeddedTextures = !options.EmbeddedTextureFolder.empty();
+    const ImportResult result = ImportScene(path, options);
+    if (!result.Ok) {
+        std::fprintf(err, "kestrel info: cannot load %s\n", result.Error.c_str());
+        return 1;
+    }
+    std::fprintf(out, "Scene: %s\n", nativePath.c_str());
+    std::fputs(DescribeScene(result).c_str(), out);
+    return 0;
+}
