@@ -1,0 +1,126 @@
+#include "plugin/ImportExportScene.h"
+
+#include "base/TextUtil.h"
+#include "plugin/ExportSession.h"
+#include "plugin/PluginModule.h"
+#include "plugin/VExportFormat.h"
+#include "report/ExportBracket.h"
+#include "report/KestrelReportMessage.h"
+#include "report/LogWindow.h"
+#include "report/VIssueKind.h"
+#include "settings/ApplicationSettings.h"
+#include "settings/ExternalProgramServices.h"
+#include "settings/LaunchRegisteredProgram.h"
+
+#include <maya/MGlobal.h>
+#include <maya/MTime.h>
+
+#include <algorithm>
+
+namespace {
+
+VExportBracketParams BracketParams(VExportFormat& format, const ExportSession& session)
+{
+    const ApplicationSettings& settings = TheApplicationSettings();
+    VExportBracketParams params;
+    params.TargetFile = session.TargetFile;
+    params.TargetDirectory = session.TargetDirectory;
+    params.NoPrompt = session.NoPrompt;
+    params.DebugPrint = settings.DebugPrint != 0;
+    params.ShowLog = settings.ShowLog;
+    params.DisplayViewer = session.Options.DisplayViewer;
+    params.MayaVersion = MGlobal::mayaVersion().asChar();
+    params.LaunchLogViewer = [] {
+        LaunchLogViewer(ExternalProgramServices {TheSettingsStore(), TheProcessLauncher(), TheMessageBox()});
+    };
+    params.LaunchViewer = [&format] { format.LaunchViewer(); };
+    params.ReportView = TheServices().ReportView;
+    return params;
+}
+
+// Any exception out of the pipeline ends the export as the report's crash, never Maya's.
+bool RunGuarded(VExportFormat& format)
+{
+    try {
+        return format.Run();
+    } catch (...) {
+        ModuleReport().AddIssue(IssueCrash, "Export");
+        LogRaw("***Crash during export***");
+        return false;
+    }
+}
+
+} // namespace
+
+std::string ExportTargetPath(std::string_view fullName)
+{
+    std::string path(fullName);
+    std::replace(path.begin(), path.end(), '/', '\\');
+    const size_t lastDot = path.rfind('.');
+    if (lastDot == std::string::npos || lastDot == 0)
+        return path;
+    const std::string_view extension = std::string_view(path).substr(lastDot);
+    const std::string_view before = std::string_view(path).substr(0, lastDot);
+    if (EndsWithNoCase(before, extension))
+        path.resize(lastDot);
+    return path;
+}
+
+ImportExportScene::ImportExportScene(VExportFormat* format)
+    : m_format(format)
+{
+}
+
+MStatus ImportExportScene::reader(const MFileObject& file, const MString& /*optionsString*/, FileAccessMode /*mode*/)
+{
+    if (haveReadMethod())
+        MGlobal::displayError(MString("Importing '") + file.fullName() + "' as a mesh is not available yet");
+    return MS::kFailure;
+}
+
+MStatus ImportExportScene::writer(const MFileObject& file, const MString& /*optionsString*/, FileAccessMode mode)
+{
+    if (!m_format)
+        return MS::kFailure;
+    const std::string path = ExportTargetPath(file.fullName().asChar());
+
+    int prompt = 1;
+    MGlobal::executeCommand("file -q -prompt", prompt);
+    const bool noPrompt = prompt == 0;
+    const bool selectionOnly = mode == kExportActiveAccessMode;
+    if (!m_format->Init(path, 0, noPrompt, true, selectionOnly))
+        return MS::kFailure;
+
+    ExportSession& session = TheExportSession();
+    const VExportBracketParams bracket = BracketParams(*m_format, session);
+    BeginExportBracket(ModuleReport(), bracket);
+    MGlobal::executeCommand("minimizeApp;");
+    const bool exported = RunGuarded(*m_format);
+    EndExportBracket(ModuleReport(), bracket);
+    MGlobal::viewFrame(MTime(session.RestoreFrame));
+    MGlobal::executeCommand("showWindow MayaWindow;");
+    return exported ? MS::kSuccess : MS::kFailure;
+}
+
+bool ImportExportScene::haveReadMethod() const
+{
+    return m_format && m_format->FormatKind() == kFormatKindStatic;
+}
+
+MString ImportExportScene::defaultExtension() const
+{
+    return m_format ? MString(m_format->ShortName()) : MString();
+}
+
+MString ImportExportScene::filter() const
+{
+    return MString("*.") + defaultExtension();
+}
+
+MPxFileTranslator::MFileKind ImportExportScene::identifyFile(const MFileObject& file, const char* /*buffer*/,
+                                                            short /*size*/) const
+{
+    if (m_format && EndsWithNoCase(file.name().asChar(), m_format->ShortName()))
+        return kIsMyFileType;
+    return kNotMyFileType;
+}

@@ -1,0 +1,48 @@
+#pragma once
+// The module-wide objects of the plug-in, created and destroyed in one place: the platform
+// services the host hands in, the application settings, the export session and the format
+// objects.
+
+#include <string>
+#include <string_view>
+
+struct ApplicationSettings;
+struct ExportSession;
+class VExportFormat;
+class VExportOptionsDialog;
+class VMessageBox;
+class VProcessLauncher;
+class VReportView;
+class VSettingsStore;
+
+// What the host provides. Maya's module start-up provides the Windows services; the command
+// line and tests provide their own. A service left null gets the module's batch default.
+struct PluginServices {
+    VSettingsStore* SettingsStore = nullptr;
+    VProcessLauncher* ProcessLauncher = nullptr;
+    VMessageBox* MessageBox = nullptr;
+    VExportOptionsDialog* OptionsDialog = nullptr;
+    // Null: the report is only filed ("ErrLog.txt" in batch exports).
+    VReportView* ReportView = nullptr;
+    // A settings block ("// Key : Value" lines) applied over each target's stored settings, so
+    // that a batch run can change options of one export; empty for none.
+    std::string OptionOverrides;
+};
+
+// The module's start-up: takes the services and loads the application settings from the store.
+void StartPluginModule(const PluginServices& services);
+// Drops the services; the module falls back to its batch defaults.
+void StopPluginModule();
+
+const PluginServices& TheServices();
+VSettingsStore& TheSettingsStore();
+VProcessLauncher& TheProcessLauncher();
+VMessageBox& TheMessageBox();
+VExportOptionsDialog& TheOptionsDialog();
+
+ApplicationSettings& TheApplicationSettings();
+ExportSession& TheExportSession();
+
+// The format whose lookup name ("model", "qmesh", "prefab") or short name matches, ignoring
+// case; null when there is none.
+VExportFormat* FindExportFormat(std::string_view name);

@@ -1,0 +1,86 @@
+#include "plugin/VExportFormatQMesh.h"
+
+#include "base/FileSystem.h"
+#include "base/Path.h"
+#include "formats/SaveCollisionMesh.h"
+#include "formats/SaveParams.h"
+#include "formats/SaveWorld.h"
+#include "plugin/ExportSession.h"
+#include "plugin/PluginModule.h"
+#include "report/KestrelReportMessage.h"
+#include "report/LogWindow.h"
+#include "report/VIssueKind.h"
+#include "settings/ApplicationSettings.h"
+#include "settings/ExternalProgramServices.h"
+#include "settings/SettingsFile.h"
+#include "settings/StartViewerProgram.h"
+
+namespace {
+
+constexpr VExportFormat::Description QMeshDescription {"QMESH", "Zephra_Static_Mesh", kFormatKindStatic, true, true,
+                                                       false};
+
+void StoreSettings(const std::string& targetPath, const std::string& settingsText)
+{
+    const std::string dataFolder = targetPath + "_data";
+    if (!CreateDirectories(dataFolder))
+        LogPrint("Failed to create settings directory : %s.\r\n", dataFolder.c_str());
+    const std::string settingsFile = SettingsFilePath(targetPath);
+    if (WriteFileAtomically(settingsFile, settingsText))
+        LogPrint("Settings saved: %s.\r\n", settingsFile.c_str());
+    else
+        LogPrint("Settings saving failed: %s.\r\n", settingsFile.c_str());
+}
+
+} // namespace
+
+VExportFormatQMesh::VExportFormatQMesh(ExportSession& session)
+    : VExportFormatWorld(QMeshDescription, session)
+{
+}
+
+std::optional<std::string> VExportFormatQMesh::ReadSettingsFile(std::string_view targetPath) const
+{
+    return ::ReadSettingsFile(targetPath, false);
+}
+
+void VExportFormatQMesh::LaunchViewer()
+{
+    const ApplicationSettings& settings = TheApplicationSettings();
+    const ExportSession& session = Session();
+    const ExternalProgramServices services {TheSettingsStore(), TheProcessLauncher(), TheMessageBox()};
+    StartViewerProgram(services, settings.MeshViewer, settings.MeshArgs,
+                       ViewerTarget {session.TargetFile, session.TargetDirectory, session.ProjectDirectory});
+}
+
+bool VExportFormatQMesh::Save(VMWorld& world, const std::string& targetPath, const std::string& settingsText)
+{
+    if (!DirectoryExists(DirectoryOf(targetPath))) {
+        ModuleReport().AddIssue(IssueFileNotSaved);
+        return false;
+    }
+
+    const VExportOptions& options = Session().Options;
+    VSaveParams params;
+    if (options.CreateDataDir) {
+        // The editor finds a mesh's textures through resources.xml, so the data folder always
+        // carries it beside the material groups the options ask for.
+        params.Flags = static_cast<uint32_t>(options.ExportMaterialSettings) | SaveFlagVisibility | SaveFlagResources;
+        StoreSettings(targetPath, settingsText);
+    }
+    params.Console = [](const std::string& line) { LogRaw(line); };
+
+    LogPrint((params.Flags & SaveFlagShader) ? "Saving shader assignments\r\n" : "Not saving shader assignments\r\n");
+
+    const bool meshSaved = SaveWorld(world, targetPath, params);
+    LogPrint("SaveWorld returned %i\r\n", meshSaved ? 1 : 0);
+    if (options.ColMesh == 0) {
+        LogPrint("Not saving collision file\r\n");
+        return meshSaved;
+    }
+    if (options.ColMesh == 2)
+        LogPrint("Convex hull collision meshes are not available yet; saving the triangles instead\r\n");
+    const bool collisionSaved = SaveCollisionMesh(world, WithoutExtension(targetPath) + ".qcolmesh", params);
+    LogPrint("SaveCollisionMesh returned %i\r\n", collisionSaved ? 1 : 0);
+    return meshSaved && collisionSaved;
+}

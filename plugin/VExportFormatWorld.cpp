@@ -1,0 +1,199 @@
+#include "plugin/VExportFormatWorld.h"
+
+#include "geometry/AdjustTriangles.h"
+#include "geometry/StripWorld.h"
+#include "geometry/TessellatePolygons.h"
+#include "harvest/EngineTransform.h"
+#include "harvest/HarvestState.h"
+#include "harvest/MaterialNameCheck.h"
+#include "model/CheckMaterials.h"
+#include "model/ComputeWorldBounds.h"
+#include "model/ScaleWorld.h"
+#include "model/SortPrimitives.h"
+#include "model/Translate.h"
+#include "plugin/ApplyPlacement.h"
+#include "plugin/ExportSession.h"
+#include "plugin/TotalTimeLine.h"
+#include "plugin/VExportLogger.h"
+#include "report/DebugFile.h"
+#include "report/GeometryLog.h"
+#include "report/KestrelReportMessage.h"
+#include "report/LogWindow.h"
+#include "report/VIssueKind.h"
+
+#include <chrono>
+
+namespace {
+
+constexpr int MaxVerticesWithoutWarning = 65535;
+
+void CenterWorld(VMWorld& world, int centerMethod, const VExportState& state)
+{
+    if (centerMethod == 4) {
+        if (state.PlacementTaken)
+            ApplyPlacement(world, state.Placement);
+        return;
+    }
+    if (centerMethod != 1 && centerMethod != 3)
+        return;
+    ComputeWorldBounds(world);
+    if (world.Bounds.IsEmpty())
+        return;
+    const VMBoundingBox& box = world.Bounds;
+    const float offset[3] = {-(box.Min[0] + box.Max[0]) * 0.5f, -(box.Min[1] + box.Max[1]) * 0.5f,
+                             centerMethod == 3 ? -box.Min[2] : -(box.Min[2] + box.Max[2]) * 0.5f};
+    Translate(world, offset);
+}
+
+bool NeedsScaling(float meshFactor)
+{
+    return meshFactor < 0.99999f || meshFactor > 1.00001f;
+}
+
+StripParams StripParamsFrom(const VExportOptions& options)
+{
+    StripParams params;
+    params.StripPerformance = options.StripPerformance;
+    params.StripObject = options.StripObject;
+    params.MaxStripSize = options.MaxStripSize;
+    params.MaxStripLength = options.MaxStripLength;
+    params.MinStripLength = options.MinStripLength;
+    return params;
+}
+
+void FillHarvestParameters(ExportSession& session)
+{
+    HarvestParameters& parameters = session.Harvest.Parameters;
+    parameters.Options = session.Options;
+    parameters.FormatKind = session.FormatKind;
+    parameters.SelectionOnly = session.SelectionOnly;
+    parameters.UnitFactor = session.UnitFactor;
+    parameters.Textures.TextureDirectory = session.TextureDirectory;
+    parameters.Textures.ProjectDirectory = session.ProjectDirectory;
+    parameters.Textures.BaseDirectory = session.BaseDirectory;
+    parameters.Textures.TextureBehaviour = session.Options.TextureBehaviour;
+    parameters.Textures.ProjRelativeFilenames = session.Options.ProjRelativeFilenames;
+}
+
+} // namespace
+
+VExportFormatWorld::VExportFormatWorld(const Description& description, ExportSession& session)
+    : VExportFormat(description, session)
+    , m_state(session.Harvest)
+{
+}
+
+bool VExportFormatWorld::Export()
+{
+    ExportSession& session = Session();
+    const VExportOptions& options = session.Options;
+    HarvestState& harvest = session.Harvest;
+    VReport& report = ModuleReport();
+    VExportLogger logger;
+
+    // Per-export harvesting helpers, the node table sized once by the precalculation.
+    FillHarvestParameters(session);
+    harvest.Materials.Reset();
+    harvest.MeshNodes.Reset(harvest.Stats.MeshNodeCount);
+
+    LogPrint("*** ExportWorld started ***\r\n");
+    const auto started = std::chrono::steady_clock::now();
+
+    session.SceneBox.Reset();
+
+    LogRaw("Calculating meshes and textures...\r\n");
+
+    VExportState& state = GetExportState();
+    m_currentState = &state;
+    state.Reset();
+
+    // A nested export of a prefab node is placed at that node.
+    if (options.CenterMethod == 4 && RootPath().isValid()) {
+        state.Placement = PlacementFromNode(RootPath());
+        state.PlacementTaken = 1;
+    }
+
+    state.Iterate(RootPath(), session.SelectionOnly, true);
+
+    // Harvesting fills every vertex's tangent.
+    VMWorld& world = state.World;
+    world.Clear();
+    world.HasTangents = 1;
+
+    GetMeshes(harvest, world, state);
+
+    TessellatePolygons(world);
+    world.Enumerate();
+
+    if (options.ComputeVisibility != -1) {
+        LogPrint("Calculating visibility...\r\n");
+        logger.Warning("The visibility builder is not available yet.\r\n");
+        LogPrint("Error while calculating visibility. Visibility will not be added to world\r\n");
+    }
+
+    LogPrint("Centering Mesh...\r\n");
+    CenterWorld(world, options.CenterMethod, state);
+
+    // About the origin, so after centring: the centre or floor point stays where it was put.
+    if (NeedsScaling(options.MeshFactor)) {
+        LogPrint("Scaling Mesh...\r\n");
+        ScaleWorld(world, options.MeshFactor);
+    }
+
+    ComputeWorldBounds(world);
+
+    LogPrint("Checking materials...\r\n");
+    CheckMaterials(world);
+    CheckDuplicateMaterialNames(world, report);
+
+    const int adjusted = AdjustTriangles(world, options.EpsVert, options.EpsUV, options.OptimizeMesh != 0);
+    if (adjusted != 0)
+        DebugPrint("AdjustTriangles returned %i\r\n", adjusted);
+
+    if (options.LightmapUVs == 1) {
+        LogPrint("Generating UVs...\r\n");
+        logger.Warning("Lightmap UV generation is not available yet; the lightmap UVs stay as harvested.\r\n");
+    }
+
+    // After welding, which decides how many vertices there are.
+    if (options.WarnIfMoreThan64kVerts && world.Vertices.Count() > MaxVerticesWithoutWarning)
+        report.AddIssue(IssueMoreThan64kVertices);
+
+    if (options.ExportStrips) {
+        LogWindowForwarder progress;
+        const ScopedGeometryLogSink progressSink(&progress);
+        LogPrint("Generating triangle strips...\r\n");
+        StripWorld(world, StripParamsFrom(options));
+    }
+
+    LogPrint("Sorting primitivies...\r\n");
+    SortPrimitives(world);
+
+    LogPrint("Final enumeration...\r\n");
+    world.Enumerate();
+
+    harvest.Materials.Clear();
+
+    LogPrint("Saving to '%s'...\r\n", session.TargetFile.c_str());
+    if (!Save(world, session.TargetFile, SettingsText()))
+        report.AddIssue(IssueFileNotSaved, session.TargetFile);
+
+    DebugPrint("Managed to save. Now, trying to deinitialize\r\n");
+
+    const auto elapsed =
+        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - started).count();
+    DebugPrint("Freeing mesh nodes...\r\n");
+    harvest.MeshNodes.Reset(0);
+    DebugPrint("File dir\r\n");
+    world.Clear();
+
+    LogRaw("Finished!\r\n");
+    LogRaw(TotalTimeLine(elapsed));
+    return true;
+}
+
+void VExportFormatWorld::Finish()
+{
+    m_state.Reset();
+    m_currentState = nullptr;
+}

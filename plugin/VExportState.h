@@ -1,0 +1,19 @@
+#pragma once
+// The node collector of a static export with the world it fills. Owned by its format object for
+// the module's lifetime; Reset between exports.
+
+#include "harvest/StaticSceneVisitor.h"
+#include "model/VMWorld.h"
+
+class VExportState : public StaticSceneVisitor {
+public:
+    using StaticSceneVisitor::StaticSceneVisitor;
+
+    void Reset() override
+    {
+        StaticSceneVisitor::Reset();
+        PlacementTaken = 0;
+    }
+
+    VMWorld World;
+};

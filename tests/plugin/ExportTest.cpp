@@ -1,0 +1,139 @@
+// Whole exports through the translator's writer, as Maya's export-all and export-selection run
+// them in batch mode, read back with the format readers.
+
+#include "PluginFixture.h"
+#include "TestScenes.h"
+
+#include "formats/CollisionMeshReader.h"
+#include "formats/StaticMeshReader.h"
+
+#include <maya/MDagPath.h>
+#include <standin/SceneBuilder.h>
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+using ::testing::HasSubstr;
+
+namespace {
+
+class StaticExport : public PluginFixture {
+protected:
+    VStaticMeshFile ReadMesh(const std::string& relative)
+    {
+        VStaticMeshFile mesh;
+        EXPECT_TRUE(ReadStaticMesh(SystemPath(relative), mesh));
+        return mesh;
+    }
+};
+
+TEST_F(StaticExport, ExportAllWritesMeshCollisionMeshAndSettingsFolder)
+{
+    AssignMaterial(AddCube("boxA", 0, 0, 0, 100), "stone");
+    AssignMaterial(AddCube("boxB", 300, 0, 0, 100), "wood");
+
+    ASSERT_TRUE(ExportAll("level/town.qmesh"));
+
+    const VStaticMeshFile mesh = ReadMesh("level/town.qmesh");
+    EXPECT_EQ(mesh.TriangleCount, 24);
+    EXPECT_EQ(mesh.Materials.size(), 2u);
+    VCollisionMeshFile collision;
+    ASSERT_TRUE(ReadCollisionMesh(SystemPath("level/town.qcolmesh"), collision));
+    EXPECT_EQ(collision.Indices.size(), 24u * 3u);
+    EXPECT_TRUE(Has("level/town.qmesh_data/_config.Xportel"));
+    EXPECT_TRUE(Has("level/town.qmesh_data/materials.xml"));
+    EXPECT_TRUE(Has("level/town.qmesh_data/resources.xml"));
+    EXPECT_THAT(Read("level/town.qmesh_data/materials.xml"), HasSubstr("name=\"wood\""));
+}
+
+TEST_F(StaticExport, ExportSelectionWritesOnlyTheSelectedNodes)
+{
+    AssignMaterial(AddCube("boxA", 0, 0, 0, 100), "stone");
+    AssignMaterial(AddCube("boxB", 300, 0, 0, 100), "wood");
+    standin::Select({standin::PathTo("boxB")});
+
+    ASSERT_TRUE(ExportSelection("sel.qmesh"));
+    const VStaticMeshFile selected = ReadMesh("sel.qmesh");
+    EXPECT_EQ(selected.TriangleCount, 12);
+    EXPECT_FLOAT_EQ(selected.Bounds.Min[0], 300.0f);
+
+    ASSERT_TRUE(ExportAll("all.qmesh"));
+    EXPECT_EQ(ReadMesh("all.qmesh").TriangleCount, 24);
+}
+
+TEST_F(StaticExport, NodeTaggedExportSkipIsLeftOut)
+{
+    AssignMaterial(AddCube("boxA", 0, 0, 0, 100), "stone");
+    AssignMaterial(AddCube("skipped", 300, 0, 0, 100), "wood");
+    const MObject skipped = standin::NodeByName("skipped");
+    ASSERT_TRUE(standin::AddAttr(skipped, "ExportSkip", standin::AttrType::Int, 1.0));
+
+    ASSERT_TRUE(ExportAll("skip.qmesh"));
+    const VStaticMeshFile mesh = ReadMesh("skip.qmesh");
+    EXPECT_EQ(mesh.TriangleCount, 12);
+    EXPECT_FLOAT_EQ(mesh.Bounds.Max[0], 100.0f);
+}
+
+TEST_F(StaticExport, DoubledExtensionIsExportedUnderTheSingleOne)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+
+    ASSERT_TRUE(ExportAll("rock.qmesh.qmesh"));
+    EXPECT_TRUE(Has("rock.qmesh"));
+    EXPECT_FALSE(Has("rock.qmesh.qmesh"));
+}
+
+TEST_F(StaticExport, MissingTargetFolderIsIssueFourWithSuccessStatus)
+{
+    // With a project the textures go to the project's folder, so nothing creates the target's.
+    Write("game/town.project", "");
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+
+    EXPECT_TRUE(ExportAll("game/nowhere/town.qmesh"));
+    EXPECT_FALSE(Has("game/nowhere"));
+    const VReportEntry* entry = Report.Find("Could not save file");
+    ASSERT_NE(entry, nullptr);
+    EXPECT_THAT(entry->Detail, HasSubstr("town.qmesh"));
+}
+
+TEST_F(StaticExport, TargetOfAnotherFormatIsRefusedWithoutWritingAnything)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+
+    EXPECT_FALSE(ExportAll("out/rock.model"));
+    EXPECT_FALSE(Has("out"));
+    EXPECT_TRUE(Report.Entries.empty());
+}
+
+TEST_F(StaticExport, ExportRunsTheLogLinesOfEveryPhaseInOrder)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    ASSERT_TRUE(ExportAll("log.qmesh"));
+
+    const std::vector<std::string> phases {"*** ExportWorld started ***\r\n", "Calculating meshes and textures...\r\n",
+                                           "Centering Mesh...\r\n", "Checking materials...\r\n",
+                                           "Generating triangle strips...\r\n", "Sorting primitivies...\r\n",
+                                           "Final enumeration...\r\n", "SaveWorld returned 1\r\n",
+                                           "SaveCollisionMesh returned 1\r\n", "Finished!\r\n"};
+    auto from = Log.Messages.begin();
+    for (const std::string& phase : phases) {
+        from = std::find(from, Log.Messages.end(), phase);
+        ASSERT_NE(from, Log.Messages.end()) << "missing or out of order: " << phase;
+    }
+    EXPECT_TRUE(Log.Has("Total time taken : 0 minutes, 0 seconds\r\n"));
+}
+
+TEST_F(StaticExport, TexturesAreCopiedIntoTheEnclosingProject)
+{
+    Write("game/town.project", "");
+    std::filesystem::create_directories(Native("game/levels"));
+    Write("art/wall.tga", "not really an image");
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "wall", Native("art/wall.tga").generic_string());
+
+    ASSERT_TRUE(ExportAll("game/levels/town.qmesh"));
+    EXPECT_TRUE(Has("game/Textures/wall.tga"));
+    EXPECT_THAT(Read("game/levels/town.qmesh_data/resources.xml"), HasSubstr("wall.tga"));
+}
+
+} // namespace

@@ -1,0 +1,149 @@
+// How the option record steers a static export, set the way a batch run sets it.
+
+#include "PluginFixture.h"
+#include "TestScenes.h"
+
+#include "formats/StaticMeshReader.h"
+
+#include <gmock/gmock.h>
+
+using ::testing::HasSubstr;
+
+namespace {
+
+class ExportOptions : public PluginFixture {
+protected:
+    VMBoundingBox ExportedBounds(const std::string& relative)
+    {
+        EXPECT_TRUE(ExportAll(relative));
+        VStaticMeshFile mesh;
+        EXPECT_TRUE(ReadStaticMesh(SystemPath(relative), mesh));
+        EXPECT_EQ(mesh.TriangleCount, 12);
+        return mesh.Bounds;
+    }
+};
+
+TEST_F(ExportOptions, ColMeshZeroWritesNoCollisionFile)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    SetOptions("// ColMesh : 0\r\n");
+
+    ASSERT_TRUE(ExportAll("nocol.qmesh"));
+    EXPECT_TRUE(Has("nocol.qmesh"));
+    EXPECT_FALSE(Has("nocol.qcolmesh"));
+    EXPECT_TRUE(Log.Has("Not saving collision file\r\n"));
+}
+
+TEST_F(ExportOptions, SecondExportStartsFromTheStoredOptions)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    SetOptions("// ColMesh : 0\r\n");
+    ASSERT_TRUE(ExportAll("kept.qmesh"));
+    EXPECT_THAT(Read("kept.qmesh_data/_config.Xportel"), HasSubstr("// ColMesh : 0\r\n"));
+
+    SetOptions("");
+    ASSERT_TRUE(ExportAll("kept.qmesh"));
+    EXPECT_FALSE(Has("kept.qcolmesh"));
+    ASSERT_TRUE(ExportAll("fresh.qmesh"));
+    EXPECT_TRUE(Has("fresh.qcolmesh"));
+}
+
+TEST_F(ExportOptions, MeshFactorWithinTheToleranceOfOneDoesNotScale)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    SetOptions("// MeshFactor : 1.000005\r\n");
+
+    const VMBoundingBox box = ExportedBounds("near.qmesh");
+    EXPECT_FLOAT_EQ(box.Max[0], 100.0f);
+    EXPECT_FALSE(Log.Has("Scaling Mesh...\r\n"));
+}
+
+TEST_F(ExportOptions, MeshFactorBeyondTheToleranceScalesAboutTheOrigin)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    SetOptions("// MeshFactor : 1.000020\r\n");
+
+    const VMBoundingBox box = ExportedBounds("far.qmesh");
+    EXPECT_FLOAT_EQ(box.Max[0], 100.002f);
+    EXPECT_TRUE(Log.Has("Scaling Mesh...\r\n"));
+}
+
+TEST_F(ExportOptions, MeshFactorTwoDoublesTheWorld)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    SetOptions("// MeshFactor : 2.0\r\n");
+
+    const VMBoundingBox box = ExportedBounds("double.qmesh");
+    EXPECT_FLOAT_EQ(box.Max[0], 200.0f);
+}
+
+TEST_F(ExportOptions, CenterMethodOneMovesTheBoxCentreToTheOrigin)
+{
+    // Maya (x, y, z) enters the engine as (x, -z, y): the box spans engine x 100..300,
+    // y -250..-50, z 20..60.
+    AssignMaterial(AddCube("box", 100, 20, 50, 200), "stone");
+    SetOptions("// CenterMethod : 1\r\n");
+
+    const VMBoundingBox box = ExportedBounds("centre.qmesh");
+    for (int axis = 0; axis < 3; ++axis) {
+        EXPECT_FLOAT_EQ(box.Min[axis], -100.0f) << axis;
+        EXPECT_FLOAT_EQ(box.Max[axis], 100.0f) << axis;
+    }
+}
+
+TEST_F(ExportOptions, CenterMethodThreePutsTheFloorPointAtTheOrigin)
+{
+    AssignMaterial(AddCube("box", 100, 20, 50, 200), "stone");
+    SetOptions("// CenterMethod : 3\r\n");
+
+    const VMBoundingBox box = ExportedBounds("floor.qmesh");
+    EXPECT_FLOAT_EQ(box.Min[0], -100.0f);
+    EXPECT_FLOAT_EQ(box.Max[0], 100.0f);
+    EXPECT_FLOAT_EQ(box.Min[1], -100.0f);
+    EXPECT_FLOAT_EQ(box.Max[1], 100.0f);
+    EXPECT_FLOAT_EQ(box.Min[2], 0.0f);
+    EXPECT_FLOAT_EQ(box.Max[2], 200.0f);
+}
+
+TEST_F(ExportOptions, CenterMethodTwoLeavesTheWorldWhereItIs)
+{
+    AssignMaterial(AddCube("box", 100, 20, 50, 200), "stone");
+    SetOptions("// CenterMethod : 2\r\n");
+
+    const VMBoundingBox box = ExportedBounds("stay.qmesh");
+    EXPECT_FLOAT_EQ(box.Min[0], 100.0f);
+    EXPECT_FLOAT_EQ(box.Min[2], 20.0f);
+}
+
+TEST_F(ExportOptions, VisibilityAndLightmapUVsAnswerThatTheyAreNotAvailableYet)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    SetOptions("// ComputeVisibility : 0\r\n// LightmapUVs : 1\r\n");
+
+    ASSERT_TRUE(ExportAll("vis.qmesh"));
+    EXPECT_TRUE(Log.Has("Calculating visibility...\r\n"));
+    EXPECT_TRUE(Log.Has("Error while calculating visibility. Visibility will not be added to world\r\n"));
+    EXPECT_TRUE(Log.Has("Generating UVs...\r\n"));
+    EXPECT_FALSE(Has("vis.qmesh_data/_debug.VISINFO"));
+}
+
+TEST_F(ExportOptions, WithoutVisibilityNoVisibilityLineIsLogged)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+
+    ASSERT_TRUE(ExportAll("novis.qmesh"));
+    EXPECT_FALSE(Log.Has("Calculating visibility...\r\n"));
+}
+
+TEST_F(ExportOptions, InvalidTextureSubfolderRefusesTheBatchExport)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    SetOptions("// TextureSubdir : C:\\textures\r\n");
+
+    EXPECT_FALSE(ExportAll("badtex.qmesh"));
+    EXPECT_FALSE(Has("badtex.qmesh"));
+    ASSERT_FALSE(MessageBoxes.Requests.empty());
+    EXPECT_THAT(MessageBoxes.Requests.back().Text, HasSubstr("not allowed to be an absolute path"));
+}
+
+} // namespace
