@@ -1,6 +1,7 @@
 // The command-line exporter: runs the plug-in's translators over scenes loaded into the
 // Maya API stand-in, in batch mode.
 
+#include "kestrel/ExportCommand.h"
 #include "kestrel/InfoCommand.h"
 
 #include "base/Version.h"
@@ -19,6 +20,8 @@ int main(int argc, char** argv)
     CLI::App* info = app.add_subcommand("info", "Describe a scene file (FBX, glTF, COLLADA, OBJ) or an asset file "
                                                 "(.qmesh, .qcolmesh, .model)");
     info->add_option("FILE", infoFile, "The file to describe")->required();
+
+    AddExportCommand(app);
 
     CLI11_PARSE(app, argc, argv);
     if (info->parsed())

@@ -1,0 +1,224 @@
+#include "kestrel/ExportCommand.h"
+
+#include "base/FileSystem.h"
+#include "base/Path.h"
+#include "base/TextUtil.h"
+#include "importers/ImportScene.h"
+#include "plugin/PluginEntry.h"
+#include "plugin/PluginModule.h"
+#include "report/LogWindow.h"
+#include "report/ReportText.h"
+#include "report/TerminalLogSink.h"
+#include "report/VReportView.h"
+#include "settings/ApplicationSettings.h"
+#include "settings/ExportOptionKeys.h"
+#include "settings/IniSettingsStore.h"
+#include "settings/PosixProcessLauncher.h"
+#include "ui/BatchMessageBox.h"
+
+#include <maya/MDagPath.h>
+#include <maya/MPxFileTranslator.h>
+#include <standin/PluginHost.h>
+#include <standin/SceneBuilder.h>
+
+#include <CLI/CLI.hpp>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <system_error>
+
+namespace {
+
+constexpr const char* PluginName = "Kestrel";
+
+class PrintedReport final : public VReportView {
+public:
+    PrintedReport(std::FILE* out, TerminalLogSink& log) : m_out(out), m_log(log) {}
+
+    void ShowReport(std::string_view caption, const std::vector<VReportEntry>& entries) override
+    {
+        m_log.EndLine();
+        std::string text = ReportText(entries, caption);
+        std::erase(text, '\r');
+        std::fputs(text.c_str(), m_out);
+    }
+
+private:
+    std::FILE* m_out;
+    TerminalLogSink& m_log;
+};
+
+// The plug-in loaded for one export and everything it was handed, let go in reverse order.
+class LoadedPlugin {
+public:
+    explicit LoadedPlugin(const PluginServices& services) { StartPluginModule(services); }
+    ~LoadedPlugin()
+    {
+        standin::UnloadPlugin(PluginName);
+        StopPluginModule();
+        SetLogSink(nullptr);
+    }
+    LoadedPlugin(const LoadedPlugin&) = delete;
+    LoadedPlugin& operator=(const LoadedPlugin&) = delete;
+
+    bool Load() { return static_cast<bool>(standin::LoadPlugin(PluginName, initializePlugin, uninitializePlugin)); }
+};
+
+// "Key=Value" lines as the settings block stores them; nothing (with the reason) for an
+// unknown key or a value that could not be stored.
+std::optional<std::string> OptionBlock(const std::vector<std::string>& settings, std::string& error)
+{
+    std::string block;
+    for (const std::string& setting : settings) {
+        const size_t equals = setting.find('=');
+        const std::string key(TrimSpaces(std::string_view(setting).substr(0, equals)));
+        if (equals == std::string::npos || key.empty()) {
+            error = "'" + setting + "' is not of the form Key=Value";
+            return std::nullopt;
+        }
+        const VOptionKey* option = FindExportOptionKey(key);
+        if (!option) {
+            error = "'" + key + "' is not an export option";
+            return std::nullopt;
+        }
+        const std::string value(TrimSpaces(std::string_view(setting).substr(equals + 1)));
+        if (value.find_first_of("\r\n") != std::string::npos) {
+            error = "the value of '" + key + "' holds a line break";
+            return std::nullopt;
+        }
+        block += "// " + std::string(option->Name) + " : " + value + "\r\n";
+    }
+    return block;
+}
+
+std::string AbsoluteNative(const std::string& path)
+{
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+    return error ? path : absolute.lexically_normal().string();
+}
+
+// The export translator that claims the target; the project translator is not one.
+std::optional<std::string> ExportTranslatorFor(const std::string& target)
+{
+    for (const std::string& name : standin::TranslatorsFor(target)) {
+        if (name != "Tessor_Project")
+            return name;
+    }
+    return std::nullopt;
+}
+
+// The extensions of the export formats the plug-in registered.
+std::string KnownExtensions()
+{
+    std::string known;
+    for (const char* extension : {".qmesh", ".model", ".prefab"}) {
+        if (ExportTranslatorFor(std::string("x") + extension))
+            known += (known.empty() ? "" : ", ") + std::string(extension);
+    }
+    return known;
+}
+
+} // namespace
+
+int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::FILE* out, std::FILE* err)
+{
+    std::string error;
+    const std::optional<std::string> options = OptionBlock(request.Settings, error);
+    if (!options) {
+        std::fprintf(err, "kestrel export: --set %s\n", error.c_str());
+        return 2;
+    }
+
+    const std::string scene = FromNativePath(AbsoluteNative(request.Scene));
+    if (!loadScene(scene, error)) {
+        std::fprintf(err, "kestrel export: cannot load '%s': %s\n", request.Scene.c_str(), error.c_str());
+        return 1;
+    }
+    std::vector<MDagPath> selection;
+    for (const std::string& node : request.Selection) {
+        const MDagPath path = standin::PathTo(node);
+        if (!path.isValid()) {
+            std::fprintf(err, "kestrel export: the scene has no node named '%s'\n", node.c_str());
+            return 1;
+        }
+        selection.push_back(path);
+    }
+    standin::Select(selection);
+
+    TerminalLogSink log(out);
+    IniSettingsStore store(DefaultUserSettingsFilePath());
+    store.Load();
+    PosixProcessLauncher launcher;
+    BatchMessageBox messageBox(out);
+    PrintedReport report(out, log);
+    PluginServices services;
+    services.SettingsStore = &store;
+    services.ProcessLauncher = &launcher;
+    services.MessageBox = &messageBox;
+    services.ReportView = &report;
+    services.OptionOverrides = *options;
+
+    LoadedPlugin plugin(services);
+    if (request.Debug)
+        TheApplicationSettings().DebugPrint = 1;
+    // The terminal is the log window of a batch run, whatever the user chose for Maya's.
+    SetLogSink(&log);
+    if (!plugin.Load()) {
+        std::fprintf(err, "kestrel export: the plug-in did not load\n");
+        return 1;
+    }
+
+    const std::string targetNative = AbsoluteNative(request.Target);
+    const std::string target = FromNativePath(targetNative);
+    const std::optional<std::string> translator = ExportTranslatorFor(target);
+    if (!translator) {
+        std::fprintf(err, "kestrel export: no translator writes '%s'; the known extensions are %s\n",
+                     request.Target.c_str(), KnownExtensions().c_str());
+        return 2;
+    }
+    // Maya's file dialog offers only existing folders; on the command line the folder is made.
+    if (!CreateDirectories(DirectoryOf(target), &error)) {
+        std::fprintf(err, "kestrel export: cannot create the folder of '%s': %s\n", request.Target.c_str(),
+                     error.c_str());
+        return 1;
+    }
+
+    const MPxFileTranslator::FileAccessMode mode =
+        selection.empty() ? MPxFileTranslator::kExportAccessMode : MPxFileTranslator::kExportActiveAccessMode;
+    const MStatus status = standin::ExportFile(*translator, target, mode);
+    log.EndLine();
+    if (!status) {
+        std::fprintf(err, "kestrel export: the export to '%s' failed\n", targetNative.c_str());
+        return 1;
+    }
+    std::fprintf(out, "Exported '%s' to '%s'\n", request.Scene.c_str(), targetNative.c_str());
+    return 0;
+}
+
+void AddExportCommand(CLI::App& app)
+{
+    auto request = std::make_shared<ExportRequest>();
+    CLI::App* command = app.add_subcommand("export", "Export a scene (Maya ASCII, FBX, glTF, COLLADA, OBJ) to an "
+                                                     "engine asset (.qmesh)");
+    command->add_option("SCENE", request->Scene, "The scene file")->required();
+    command->add_option("-o,--output", request->Target, "The asset file to write")->required();
+    command->add_option("--selection", request->Selection, "Export only these nodes, as Export Selection does");
+    command->add_option("--set", request->Settings, "Change an export option for this export (Key=Value)");
+    command->add_flag("--debug", request->Debug, "Write debug.txt beside the target");
+    command->callback([request] {
+        const SceneLoader load = [](const std::string& path, std::string& error) {
+            const ImportResult result = ImportScene(path);
+            for (const ImportWarning& warning : result.Warnings)
+                std::fprintf(stderr, "kestrel export: warning: %s (%d times)\n", warning.Text.c_str(), warning.Count);
+            error = result.Error;
+            return result.Ok;
+        };
+        const int code = RunExport(*request, load, stdout, stderr);
+        // The exit code travels through CLI11's own exit path, so that main stays one dispatch.
+        if (code == 0)
+            throw CLI::Success();
+        throw CLI::RuntimeError(code);
+    });
+}

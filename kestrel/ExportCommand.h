@@ -1,0 +1,33 @@
+#pragma once
+// "kestrel export SCENE -o TARGET [--selection NODE...] [--set Key=Value...] [--debug]": loads the
+// scene into the Maya stand-in, loads the plug-in through the host and runs the translator of
+// the target's format in batch mode, as Maya's export-all or export-selection would.
+
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+struct ExportRequest {
+    // Native paths, as typed.
+    std::string Scene;
+    std::string Target;
+    // Nodes to select; empty exports the whole scene.
+    std::vector<std::string> Selection;
+    // "Key=Value" changes of the option record for this export.
+    std::vector<std::string> Settings;
+    bool Debug = false;
+};
+
+// Replaces the stand-in's scene by the file's (a system path); false with the reason in error.
+using SceneLoader = std::function<bool(const std::string& path, std::string& error)>;
+
+// Returns the process exit code: 0 when the translator answered success.
+int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::FILE* out, std::FILE* err);
+
+// Adds the subcommand; it loads scenes through the importers.
+void AddExportCommand(CLI::App& app);

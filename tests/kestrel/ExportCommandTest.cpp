@@ -1,0 +1,216 @@
+// "kestrel export" run in-process: the scene loader is handed in, the terminal is a temporary file.
+
+#include "kestrel/ExportCommand.h"
+
+#include "base/Path.h"
+#include "formats/StaticMeshReader.h"
+#include "importers/ImportScene.h"
+
+#include <maya/MObject.h>
+#include <maya/MPoint.h>
+#include <standin/SceneBuilder.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <random>
+#include <string>
+
+using ::testing::HasSubstr;
+
+namespace {
+
+bool LoadTwoCubes(const std::string&, std::string&)
+{
+    standin::NewScene();
+    for (int cube = 0; cube < 2; ++cube) {
+        const std::string name = cube == 0 ? "near" : "far";
+        const MObject transform = standin::CreateNode("transform", name);
+        standin::MeshSpec spec;
+        for (int corner = 0; corner < 8; ++corner)
+            spec.points.emplace_back(300.0 * cube + 100.0 * (corner & 1), 100.0 * ((corner >> 1) & 1),
+                                     100.0 * ((corner >> 2) & 1));
+        spec.counts = {4, 4, 4, 4, 4, 4};
+        spec.connects = {0, 2, 3, 1, 4, 5, 7, 6, 0, 1, 5, 4, 2, 6, 7, 3, 0, 4, 6, 2, 1, 3, 7, 5};
+        const MObject shape = standin::CreateMesh(name + "Shape", transform, spec);
+        standin::Assign(standin::CreateShader("lambert", name + "Stone"), shape);
+    }
+    return true;
+}
+
+class ExportCommand : public ::testing::Test {
+protected:
+    ExportCommand()
+    {
+        std::random_device random;
+        m_folder = std::filesystem::temp_directory_path() / ("kestrel_export_" + std::to_string(random()));
+        std::filesystem::create_directories(m_folder);
+        // The command keeps the user's application settings; tests keep theirs apart.
+        setenv("XDG_CONFIG_HOME", (m_folder / "config").c_str(), 1);
+    }
+    ~ExportCommand() override
+    {
+        std::error_code error;
+        std::filesystem::remove_all(m_folder, error);
+    }
+
+    int Run(ExportRequest request, const SceneLoader& loader = LoadTwoCubes)
+    {
+        std::FILE* out = std::tmpfile();
+        std::FILE* err = std::tmpfile();
+        const int code = RunExport(request, loader, out, err);
+        Out = Contents(out);
+        Err = Contents(err);
+        std::fclose(out);
+        std::fclose(err);
+        return code;
+    }
+    ExportRequest Request(const std::string& target) const
+    {
+        ExportRequest request;
+        request.Scene = (m_folder / "scene.ma").string();
+        request.Target = (m_folder / target).string();
+        return request;
+    }
+    std::filesystem::path Native(const std::string& relative) const { return m_folder / relative; }
+    int Triangles(const std::string& relative) const
+    {
+        VStaticMeshFile mesh;
+        EXPECT_TRUE(ReadStaticMesh(FromNativePath(Native(relative).string()), mesh));
+        return mesh.TriangleCount;
+    }
+
+    std::string Out;
+    std::string Err;
+
+private:
+    static std::string Contents(std::FILE* file)
+    {
+        std::string text;
+        std::rewind(file);
+        char buffer[4096];
+        for (size_t read; (read = std::fread(buffer, 1, sizeof buffer, file)) > 0;)
+            text.append(buffer, read);
+        return text;
+    }
+
+    std::filesystem::path m_folder;
+};
+
+TEST_F(ExportCommand, ExportsTheWholeSceneAndSaysWhere)
+{
+    EXPECT_EQ(Run(Request("out/level.qmesh")), 0);
+    EXPECT_EQ(Triangles("out/level.qmesh"), 24);
+    EXPECT_TRUE(std::filesystem::exists(Native("out/level.qcolmesh")));
+    EXPECT_THAT(Out, HasSubstr("*** ExportWorld started ***\n"));
+    EXPECT_THAT(Out, HasSubstr("Exported '"));
+    EXPECT_TRUE(Err.empty()) << Err;
+}
+
+TEST_F(ExportCommand, SelectionExportsOnlyTheNamedNodes)
+{
+    ExportRequest request = Request("sel.qmesh");
+    request.Selection = {"far"};
+    EXPECT_EQ(Run(request), 0);
+    EXPECT_EQ(Triangles("sel.qmesh"), 12);
+}
+
+TEST_F(ExportCommand, SetChangesAnOptionAndIsStoredWithTheTarget)
+{
+    ExportRequest request = Request("nocol.qmesh");
+    request.Settings = {"ColMesh=0"};
+    EXPECT_EQ(Run(request), 0);
+    EXPECT_FALSE(std::filesystem::exists(Native("nocol.qcolmesh")));
+
+    EXPECT_EQ(Run(Request("nocol.qmesh")), 0);
+    EXPECT_FALSE(std::filesystem::exists(Native("nocol.qcolmesh")));
+}
+
+TEST_F(ExportCommand, UnknownOptionKeyIsRefusedBeforeLoading)
+{
+    ExportRequest request = Request("x.qmesh");
+    request.Settings = {"ColourMesh=0"};
+    bool loaded = false;
+    EXPECT_EQ(Run(request, [&](const std::string&, std::string&) { return loaded = true; }), 2);
+    EXPECT_FALSE(loaded);
+    EXPECT_THAT(Err, HasSubstr("'ColourMesh' is not an export option"));
+}
+
+TEST_F(ExportCommand, SettingWithoutEqualsSignIsRefused)
+{
+    ExportRequest request = Request("x.qmesh");
+    request.Settings = {"ColMesh"};
+    EXPECT_EQ(Run(request), 2);
+    EXPECT_THAT(Err, HasSubstr("is not of the form Key=Value"));
+}
+
+TEST_F(ExportCommand, UnknownSelectedNodeIsNamed)
+{
+    ExportRequest request = Request("x.qmesh");
+    request.Selection = {"nowhere"};
+    EXPECT_EQ(Run(request), 1);
+    EXPECT_THAT(Err, HasSubstr("no node named 'nowhere'"));
+}
+
+TEST_F(ExportCommand, TargetOfNoKnownFormatIsRefusedWithTheKnownExtensions)
+{
+    EXPECT_EQ(Run(Request("level.obj")), 2);
+    EXPECT_THAT(Err, HasSubstr("the known extensions are .qmesh"));
+    EXPECT_FALSE(std::filesystem::exists(Native("level.obj")));
+}
+
+TEST_F(ExportCommand, SceneThatCannotBeLoadedFailsWithTheReason)
+{
+    const SceneLoader broken = [](const std::string&, std::string& error) {
+        error = "not a scene";
+        return false;
+    };
+    EXPECT_EQ(Run(Request("x.qmesh"), broken), 1);
+    EXPECT_THAT(Err, HasSubstr("not a scene"));
+}
+
+TEST_F(ExportCommand, DebugWritesTheDebugFileBesideTheTarget)
+{
+    ExportRequest request = Request("dbg/level.qmesh");
+    request.Debug = true;
+    EXPECT_EQ(Run(request), 0);
+    EXPECT_TRUE(std::filesystem::exists(Native("dbg/debug.txt")));
+}
+
+TEST_F(ExportCommand, EveryStaticSceneOfTheSharedSetExports)
+{
+    const std::filesystem::path scenes = KESTREL_SHARED_SCENES_DIR;
+    if (!std::filesystem::exists(scenes))
+        GTEST_SKIP() << "the shared scenes are not on this machine";
+
+    const SceneLoader import = [](const std::string& path, std::string& error) {
+        const ImportResult result = ImportScene(path);
+        error = result.Error;
+        return result.Ok;
+    };
+    int exported = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(scenes)) {
+        const std::string scene = entry.path().string();
+        if (!entry.is_regular_file() || !CanImportScene(FromNativePath(scene)))
+            continue;
+        ExportRequest request;
+        request.Scene = scene;
+        request.Target = Native("shared/" + entry.path().stem().string() + "/" + entry.path().stem().string() + ".qmesh").string();
+        const int code = Run(request, import);
+        if (Err.find("cannot load") != std::string::npos)
+            continue;
+        SCOPED_TRACE(scene);
+        EXPECT_EQ(code, 0) << Err;
+        const std::filesystem::path target = request.Target;
+        EXPECT_TRUE(std::filesystem::exists(target));
+        EXPECT_TRUE(std::filesystem::exists(target.string() + "_data/_config.Xportel"));
+        EXPECT_TRUE(std::filesystem::exists(target.string() + "_data/materials.xml"));
+        ++exported;
+    }
+    EXPECT_GT(exported, 20);
+}
+
+} // namespace
