@@ -341,8 +341,8 @@ void SetTimeLine(const SceneRecord& record, ImportResult& result)
         first = std::min(first, clip.StartSeconds);
         last = std::max(last, clip.EndSeconds);
     }
-    const double startFrame = std::floor(MTime(first, MTime::kSeconds).as(record.TimeUnit) + 1e-6);
-    const double endFrame = std::ceil(MTime(last, MTime::kSeconds).as(record.TimeUnit) - 1e-6);
+    const double startFrame = std::floor(MTime(first, MTime::kSeconds).as(record.TimeUnit) + 1e-3);
+    const double endFrame = std::ceil(MTime(last, MTime::kSeconds).as(record.TimeUnit) - 1e-3);
     standin::SetPlaybackRange(MTime(startFrame, record.TimeUnit), MTime(std::max(startFrame, endFrame), record.TimeUnit));
 }
 

@@ -13,6 +13,9 @@
 
 namespace {
 
+// Key times stored in milliseconds as floats land a little off whole frames.
+constexpr double kFrameTolerance = 1e-3;
+
 template <typename Value>
 struct Key {
     double Time;
@@ -179,7 +182,7 @@ void ReadAssimpAnimations(AssimpContext& context)
         }
         for (const ChannelKeys& channel : channels)
             clip.Channels.push_back(SampleChannel(context, channel, ticksPerSecond, offsetSeconds));
-        nextStartFrame = std::ceil(clip.EndSeconds * framesPerSecond - 1e-6) + 1.0;
+        nextStartFrame = std::ceil(clip.EndSeconds * framesPerSecond - kFrameTolerance) + 1.0;
         context.Record.Clips.push_back(std::move(clip));
     }
     HoldUnanimatedNodes(context.Record);

@@ -297,10 +297,13 @@ void ReadCustomProperties(const AssimpContext& context, const aiMetadata* metada
             attribute.Kind = RecordAttributeKind::Int;
             attribute.Number = *static_cast<const int32_t*>(entry.mData);
             break;
-        case AI_UINT64:
-            attribute.Kind = RecordAttributeKind::Double;
-            attribute.Number = static_cast<double>(*static_cast<const uint64_t*>(entry.mData));
+        case AI_UINT64: {
+            // glTF extras arrive as unsigned 64-bit numbers; Maya's exporter attributes are ints.
+            const uint64_t value = *static_cast<const uint64_t*>(entry.mData);
+            attribute.Kind = value <= 0x7FFFFFFF ? RecordAttributeKind::Int : RecordAttributeKind::Double;
+            attribute.Number = static_cast<double>(value);
             break;
+        }
         case AI_FLOAT:
             attribute.Kind = RecordAttributeKind::Double;
             attribute.Number = *static_cast<const float*>(entry.mData);

@@ -1,0 +1,76 @@
+#include "SceneFiles.h"
+
+#include "importers/ImportScene.h"
+#include "importers/SceneRecord.h"
+#include "importers/assimp/ReadAssimpScene.h"
+
+#include <maya/MFn.h>
+#include <maya/MItDependencyNodes.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+bool SceneIsEmpty()
+{
+    return MItDependencyNodes(MFn::kDagNode).isDone();
+}
+
+TEST(MalformedFiles, AMissingFileIsNamedInTheError)
+{
+    const std::string folder = MakeTestFolder("missing");
+    const ImportResult result = ImportScene(folder + "\\nothing.fbx");
+    EXPECT_FALSE(result.Ok);
+    EXPECT_EQ(result.Error, "'nothing.fbx': no such file");
+}
+
+TEST(MalformedFiles, AFileOfAnotherKindIsRefused)
+{
+    const std::string folder = MakeTestFolder("other");
+    const ImportResult result = ImportScene(WriteTestFile(folder, "notes.txt", "hello"));
+    EXPECT_FALSE(result.Ok);
+    EXPECT_EQ(result.Error, "'notes.txt': not an FBX, glTF, COLLADA or OBJ file");
+}
+
+TEST(MalformedFiles, TruncatedGltfGivesAssimpsReasonAndAnEmptyScene)
+{
+    const std::string folder = MakeTestFolder("truncated_gltf");
+    const ImportResult result = ImportScene(WriteTestFile(folder, "cut.gltf", "{\"asset\":{\"version\":\"2.0\"},\"nodes\":[{\"na"));
+    EXPECT_FALSE(result.Ok);
+    EXPECT_EQ(result.Error.rfind("'cut.gltf': ", 0), 0u) << result.Error;
+    EXPECT_GT(result.Error.size(), std::string("'cut.gltf': ").size());
+    EXPECT_TRUE(SceneIsEmpty());
+}
+
+TEST(MalformedFiles, TruncatedBinaryFbxFails)
+{
+    const std::string folder = MakeTestFolder("truncated_fbx");
+    std::string bytes("Kaydara FBX Binary  \0\x1a\0\xe8\x1c\0\0", 27);
+    bytes += std::string(40, '\xff');
+    const ImportResult result = ImportScene(WriteTestFile(folder, "cut.fbx", bytes));
+    EXPECT_FALSE(result.Ok);
+    EXPECT_EQ(result.Error.rfind("'cut.fbx': ", 0), 0u) << result.Error;
+}
+
+TEST(MalformedFiles, AGlbWithAHugeDeclaredLengthFails)
+{
+    std::string bytes("glTF\x02\0\0\0\xff\xff\xff\x7f\xff\xff\xff\x7fJSON", 20);
+    SceneRecord record;
+    ImportResult result;
+    EXPECT_FALSE(ReadAssimpMemory(bytes.data(), bytes.size(), "glb", record, result));
+    EXPECT_FALSE(result.Error.empty());
+}
+
+TEST(MalformedFiles, FacesNamingMissingVerticesAreRefusedByTheReader)
+{
+    const std::string folder = MakeTestFolder("bad_faces");
+    const ImportResult result = ImportScene(WriteTestFile(folder, "bad.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 9\n"));
+    if (result.Ok)
+        EXPECT_GE(result.WarningCount(), 1);
+    else
+        EXPECT_EQ(result.Error.rfind("'bad.obj': ", 0), 0u) << result.Error;
+}
+
+} // namespace
