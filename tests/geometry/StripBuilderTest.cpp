@@ -156,8 +156,8 @@ private:
 void AddRandomTriangles(VMWorld& world, std::mt19937& random)
 {
     VMMaterial* material = AddStripMaterial(world);
-    const int columns = 2 + static_cast<int>(random() % 12);
-    const int rows = 2 + static_cast<int>(random() % 12);
+    const int columns = 2 + static_cast<int>(random() % 8);
+    const int rows = 2 + static_cast<int>(random() % 8);
     for (int row = 0; row <= rows; ++row)
         for (int column = 0; column <= columns; ++column)
             AddStripVertex(world, static_cast<float>(column), static_cast<float>(row));
