@@ -1,12 +1,26 @@
 #!/usr/bin/env bash
-# Builds the command-line exporter and runs it. Installs what it needs first.
+# Builds the command-line exporter and exports the example scenes into an editor project under
+# out/examples. Installs what it needs first.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
 
 cmake -G Ninja -S . -B build/release -DCMAKE_BUILD_TYPE=Release -DKESTREL_TESTS=OFF -DKESTREL_BENCH=OFF >/dev/null
 cmake --build build/release --target kestrel -j "$(nproc)"
-
 kestrel=build/release/kestrel/kestrel
 "$kestrel" --version
-"$kestrel" --help
+
+project=out/examples
+mkdir -p "$project"/{Textures,Prefabs,Models,Meshes,Shaders}
+touch "$project/Examples.project"
+
+for scene in examples/*/*.obj; do
+  name=$(basename "$scene" .obj)
+  echo
+  echo "=== $scene"
+  "$kestrel" export "$scene" -o "$project/Meshes/$name.qmesh"
+done
+
+echo
+echo "The project is $(pwd)/$project:"
+find "$project" -type f | sort | sed 's/^/  /'
