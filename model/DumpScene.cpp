@@ -147,8 +147,10 @@ void DumpOutlines(const char* kind, const VMOwnedList<T>& list, const Positions&
         if constexpr (std::is_same_v<T, VMVisPortal>)
             out += Format(" front %d back %d outside %d", areas.Of(outline->Front), areas.Of(outline->Back),
                           outline->LeadsOutside);
-        for (const std::unique_ptr<VMVertex>& corner : outline->Corners)
-            out += corner ? " " + Vector(corner->Position, 3) : std::string(" none");
+        for (const std::unique_ptr<VMVertex>& corner : outline->Corners) {
+            out += ' ';
+            out += corner ? Vector(corner->Position, 3) : std::string("none");
+        }
         out += "\n";
     }
 }
