@@ -28,7 +28,6 @@ VExportBracketParams BracketParams(VExportFormat& format, const ExportSession& s
     params.NoPrompt = session.NoPrompt;
     params.DebugPrint = settings.DebugPrint != 0;
     params.ShowLog = settings.ShowLog;
-    params.DisplayViewer = session.Options.DisplayViewer;
     params.MayaVersion = MGlobal::mayaVersion().asChar();
     params.LaunchLogViewer = [] {
         LaunchLogViewer(ExternalProgramServices {TheSettingsStore(), TheProcessLauncher(), TheMessageBox()});
@@ -92,10 +91,12 @@ MStatus ImportExportScene::writer(const MFileObject& file, const MString& /*opti
         return MS::kFailure;
 
     ExportSession& session = TheExportSession();
-    const VExportBracketParams bracket = BracketParams(*m_format, session);
+    VExportBracketParams bracket = BracketParams(*m_format, session);
     BeginExportBracket(ModuleReport(), bracket);
     MGlobal::executeCommand("minimizeApp;");
     const bool exported = RunGuarded(*m_format);
+    // The options dialog may have changed the choice.
+    bracket.DisplayViewer = session.Options.DisplayViewer;
     EndExportBracket(ModuleReport(), bracket);
     MGlobal::viewFrame(MTime(session.RestoreFrame));
     MGlobal::executeCommand("showWindow MayaWindow;");
