@@ -17,8 +17,14 @@
 
 namespace {
 
-constexpr VExportFormat::Description QMeshDescription {"QMESH", "Zephra_Static_Mesh", kFormatKindStatic, true, true,
-                                                       false};
+constexpr VExportFormat::Description QMeshDescription {
+    .ShortName = "QMESH",
+    .TranslatorName = "Zephra_Static_Mesh",
+    .FormatKind = kFormatKindStatic,
+    .StaticGeometryControls = true,
+    .UsesProject = true,
+    .RequiresProject = false,
+};
 
 void StoreSettings(const std::string& targetPath, const std::string& settingsText)
 {

@@ -21,11 +21,11 @@ public:
     bool ShowOptionsDialog(const VExportFormat& format, ExportSession& session) override
     {
         ++Shown;
-        if (!Confirm)
+        if (!Confirm || !BatchOptionsDialog().ShowOptionsDialog(format, session))
             return false;
         if (Edit)
             Edit(session.Options);
-        return BatchOptionsDialog().ShowOptionsDialog(format, session);
+        return true;
     }
 
     bool Confirm = true;
@@ -101,6 +101,53 @@ TEST_F(InteractiveExport, InteractiveReportIsShownAndNotFiled)
     EXPECT_TRUE(ExportAll("blocked.qmesh"));
     EXPECT_NE(Report.Find("Could not save file"), nullptr);
     EXPECT_FALSE(Has("ErrLog.txt"));
+}
+
+// Separate flat triangles and quads, three or four vertices each, one material: nothing is welded,
+// so the world keeps exactly 3 x triangles + 4 x quads vertices.
+void AddSeparatePolygons(int triangles, int quads)
+{
+    const MObject transform = standin::CreateNode("transform", "soup");
+    standin::MeshSpec spec;
+    for (int polygon = 0; polygon < triangles + quads; ++polygon) {
+        const double x = 2.0 * (polygon % 256);
+        const double z = 2.0 * (polygon / 256);
+        const int corners = polygon < triangles ? 3 : 4;
+        const int first = static_cast<int>(spec.points.size());
+        spec.points.emplace_back(x, 0.0, z);
+        spec.points.emplace_back(x, 0.0, z + 1.0);
+        spec.points.emplace_back(x + 1.0, 0.0, z + 1.0);
+        if (corners == 4)
+            spec.points.emplace_back(x + 1.0, 0.0, z);
+        spec.counts.push_back(corners);
+        for (int corner = 0; corner < corners; ++corner)
+            spec.connects.push_back(first + corner);
+    }
+    AssignMaterial(standin::CreateMesh("soupShape", transform, spec), "ground");
+}
+
+TEST_F(InteractiveExport, WorldOf65535VerticesRaisesNoVertexCountWarning)
+{
+    AddSeparatePolygons(21845, 0);
+    Dialog.Edit = [](VExportOptions& options) {
+        options.WarnIfMoreThan64kVerts = true;
+        options.ExportStrips = false;
+    };
+
+    EXPECT_TRUE(ExportAll("small.qmesh"));
+    EXPECT_EQ(Report.Find("Model has more than 65536 vertices"), nullptr);
+}
+
+TEST_F(InteractiveExport, WorldOf65536VerticesRaisesTheVertexCountWarning)
+{
+    AddSeparatePolygons(21844, 1);
+    Dialog.Edit = [](VExportOptions& options) {
+        options.WarnIfMoreThan64kVerts = true;
+        options.ExportStrips = false;
+    };
+
+    EXPECT_TRUE(ExportAll("large.qmesh"));
+    EXPECT_NE(Report.Find("Model has more than 65536 vertices"), nullptr);
 }
 
 TEST_F(PluginFixture, CookedMeshesOfTheTargetAreDeleted)
