@@ -4,6 +4,7 @@
 #include "base/TextUtil.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace {
 
@@ -34,6 +35,12 @@ bool ContainsNoCase(std::string_view text, std::string_view word)
         if (EqualsNoCase(text.substr(at, word.size()), word))
             return true;
     return false;
+}
+
+uint32_t LittleEndian32(std::string_view bytes, size_t at)
+{
+    return uint32_t(uint8_t(bytes[at])) | uint32_t(uint8_t(bytes[at + 1])) << 8 | uint32_t(uint8_t(bytes[at + 2])) << 16 |
+           uint32_t(uint8_t(bytes[at + 3])) << 24;
 }
 
 } // namespace
@@ -70,6 +77,15 @@ bool CanReadCollada(std::string_view path, std::string_view head)
 bool CanReadObj(std::string_view path, std::string_view head)
 {
     return EqualsNoCase(ExtensionOf(path), ".obj") && IsText(head);
+}
+
+bool GlbLengthsExceed(std::string_view head, unsigned long long fileSize)
+{
+    if (head.size() < 20 || head.substr(0, 4) != "glTF")
+        return false;
+    const unsigned long long total = LittleEndian32(head, 8);
+    const unsigned long long firstChunk = LittleEndian32(head, 12);
+    return total > fileSize || firstChunk + 20 > total;
 }
 
 AssimpFormat DetectAssimpFormat(std::string_view path, std::string_view head)

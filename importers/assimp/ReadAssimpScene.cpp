@@ -16,16 +16,20 @@
 #include <algorithm>
 #include <cmath>
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <new>
 #include <string_view>
+#include <system_error>
 
 namespace {
 
 // Polygons keep their corner count and vertices stay per corner: the build step welds them the way Maya
 // shares vertices, so no post-processing beyond Assimp's own consistency check runs.
 constexpr unsigned int kAssimpSteps = aiProcess_ValidateDataStructure;
+
+constexpr const char* kGlbTooShort = "the binary glTF file is shorter than its header says (truncated?)";
 
 // FBX properties of every model node, and Maya's own attributes its FBX exporter writes as user properties;
 // anything else in a node's metadata was added by the user.
@@ -582,6 +586,12 @@ bool ReadAssimpFile(const std::string& path, const ImportOptions& options, Scene
             result.Error = "'" + fileName + "': not an FBX, glTF, COLLADA or OBJ file";
             return false;
         }
+        std::error_code sizeError;
+        const auto fileSize = std::filesystem::file_size(ToNativePath(path), sizeError);
+        if (!sizeError && GlbLengthsExceed(head, fileSize)) {
+            result.Error = "'" + fileName + "': " + kGlbTooShort;
+            return false;
+        }
         Assimp::Importer importer;
         ConfigureImporter(importer);
         const aiScene* scene = importer.ReadFile(ToNativePath(path), kAssimpSteps);
@@ -606,6 +616,10 @@ bool ReadAssimpMemory(const void* data, size_t size, const std::string& extensio
         const AssimpFormat format = FormatOfExtension(extension, data, size);
         if (format == AssimpFormat::None) {
             result.Error = "'" + fileName + "': not an FBX, glTF, COLLADA or OBJ file";
+            return false;
+        }
+        if (GlbLengthsExceed(std::string_view(static_cast<const char*>(data), size), size)) {
+            result.Error = "'" + fileName + "': " + kGlbTooShort;
             return false;
         }
         Assimp::Importer importer;

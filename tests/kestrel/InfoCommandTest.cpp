@@ -1,0 +1,125 @@
+#include "kestrel/InfoCommand.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace {
+
+struct Captured {
+    int ExitCode = 0;
+    std::string Out;
+    std::string Err;
+};
+
+std::string ReadBack(std::FILE* file)
+{
+    std::string text;
+    std::rewind(file);
+    char buffer[4096];
+    for (size_t got; (got = std::fread(buffer, 1, sizeof(buffer), file)) > 0;)
+        text.append(buffer, got);
+    std::fclose(file);
+    return text;
+}
+
+Captured RunInfoOn(const std::string& path)
+{
+    std::FILE* out = std::tmpfile();
+    std::FILE* err = std::tmpfile();
+    Captured captured;
+    captured.ExitCode = RunInfo(path, out, err);
+    captured.Out = ReadBack(out);
+    captured.Err = ReadBack(err);
+    return captured;
+}
+
+std::string WriteFile(const std::string& name, const std::string& text)
+{
+    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "kestrel_info";
+    std::filesystem::create_directories(folder);
+    const std::filesystem::path path = folder / name;
+    std::ofstream(path, std::ios::binary) << text;
+    return path.string();
+}
+
+const char* const kTwoMaterialObj = "mtllib board.mtl\n"
+                                    "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nv 0 2 0\n"
+                                    "vt 0 0\nvt 1 0\nvt 1 1\nvt 0 1\nvt 0 1\n"
+                                    "o board\n"
+                                    "usemtl red\nf 1/1 2/2 3/3 4/4\n"
+                                    "usemtl blue\nf 4/4 3/3 5/5\n";
+
+class InfoOnObj : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        WriteFile("board.mtl", "newmtl red\nKd 1 0 0\nmap_Kd red.png\nnewmtl blue\nKd 0 0 1\n");
+        m_path = WriteFile("board.obj", kTwoMaterialObj);
+        m_info = RunInfoOn(m_path);
+    }
+
+    std::string m_path;
+    Captured m_info;
+};
+
+TEST_F(InfoOnObj, SucceedsAndNamesTheScene)
+{
+    EXPECT_EQ(m_info.ExitCode, 0) << m_info.Err;
+    EXPECT_EQ(m_info.Out.rfind("Scene: " + m_path + "\n", 0), 0u) << m_info.Out;
+    EXPECT_NE(m_info.Out.find("Units: centimetre, time film (24 fps)\n"), std::string::npos) << m_info.Out;
+}
+
+TEST_F(InfoOnObj, ShowsTheDagWithNodeTypesAndMeshStatistics)
+{
+    EXPECT_NE(m_info.Out.find("DAG:\n  board (transform)\n"
+                              "    boardShape (mesh): 5 vertices, 2 polygons, 7 face-vertices, UV sets: map1 (current)\n"),
+              std::string::npos)
+        << m_info.Out;
+}
+
+TEST_F(InfoOnObj, ShowsEachShadingSetWithItsShaderTextureAndMembers)
+{
+    EXPECT_NE(m_info.Out.find("  redSG: 1 members\n    shader red (lambert)\n      colour texture \""),
+              std::string::npos)
+        << m_info.Out;
+    EXPECT_NE(m_info.Out.find("red.png\"\n    member boardShape: 1 faces\n"), std::string::npos) << m_info.Out;
+    EXPECT_NE(m_info.Out.find("  blueSG: 1 members\n    shader blue (lambert)\n    member boardShape: 1 faces\n"),
+              std::string::npos)
+        << m_info.Out;
+}
+
+TEST_F(InfoOnObj, ReportsNoSkinsAndNoAnimation)
+{
+    EXPECT_NE(m_info.Out.find("Skins:\nAnimation: 0 curves\n"), std::string::npos) << m_info.Out;
+}
+
+TEST(InfoFailures, ATruncatedSceneNamesTheFileAndTheReasonAndFails)
+{
+    const std::string path = WriteFile("cut.gltf", "{\"asset\":{\"version\":\"2.0\"},\"nodes\":[");
+    const Captured info = RunInfoOn(path);
+    EXPECT_EQ(info.ExitCode, 1);
+    EXPECT_TRUE(info.Out.empty());
+    EXPECT_EQ(info.Err.rfind("kestrel info: cannot load 'cut.gltf': ", 0), 0u) << info.Err;
+}
+
+TEST(InfoFailures, AFileOfUnknownKindIsRefused)
+{
+    const std::string path = WriteFile("notes.txt", "hello");
+    const Captured info = RunInfoOn(path);
+    EXPECT_EQ(info.ExitCode, 1);
+    EXPECT_NE(info.Err.find("'" + path + "': not a scene or asset file kestrel can read"), std::string::npos) << info.Err;
+}
+
+TEST(InfoFailures, AMissingAssetFileNamesTheFile)
+{
+    const std::string path = WriteFile("gone", "") + ".qmesh";
+    const Captured info = RunInfoOn(path);
+    EXPECT_EQ(info.ExitCode, 1);
+    EXPECT_EQ(info.Err.rfind("kestrel info: '" + path + "': ", 0), 0u) << info.Err;
+}
+
+} // namespace
