@@ -115,7 +115,6 @@ bool ExportMeshInto(HarvestState& state, const MDagPath& path, Container& contai
         attributes = ReadRenderAttributes(path);
 
     const int firstVertex = container.Vertices.Count();
-    container.Vertices.Reserve(firstVertex + mayaVertexCount);
     for (MItMeshVertex& vertices = *access.Vertices; !vertices.isDone(); vertices.next()) {
         auto vertex = NewVertexOf(container);
         if (!vertex) {
@@ -129,7 +128,10 @@ bool ExportMeshInto(HarvestState& state, const MDagPath& path, Container& contai
         for (int i = 0; i < 3; ++i)
             vertex->Normal[i] = kUnsetVertexValue;
         vertex->BaseUV[0] = vertex->BaseUV[1] = kUnsetVertexValue;
-        container.Vertices.Add(std::move(vertex));
+        if (container.Vertices.Add(std::move(vertex)) != 0) {
+            state.Report.AddIssue(IssueOutOfMemory, "ExportMesh: vertex");
+            return false;
+        }
     }
 
     ReadUVTables(access, container);
