@@ -26,6 +26,7 @@
 namespace {
 
 constexpr int MaxVerticesWithoutWarning = 65535;
+constexpr int GeometryOutOfMemory = -301;
 
 void CenterWorld(VMWorld& world, int centerMethod, const VExportState& state)
 {
@@ -43,6 +44,17 @@ void CenterWorld(VMWorld& world, int centerMethod, const VExportState& state)
     const float offset[3] = {-(box.Min[0] + box.Max[0]) * 0.5f, -(box.Min[1] + box.Max[1]) * 0.5f,
                              centerMethod == 3 ? -box.Min[2] : -(box.Min[2] + box.Max[2]) * 0.5f};
     Translate(world, offset);
+}
+
+// A pass that ran out of memory leaves the world as far as it got, which is still exported; the
+// artist learns from the report that it is incomplete.
+void ReportPassResult(const char* pass, int result, VReport& report)
+{
+    if (result == 0)
+        return;
+    DebugPrint("%s returned %i\r\n", pass, result);
+    if (result == GeometryOutOfMemory)
+        report.AddIssue(IssueOutOfMemory, pass);
 }
 
 bool NeedsScaling(float meshFactor)
@@ -146,9 +158,8 @@ bool VExportFormatWorld::Export()
     CheckMaterials(world);
     CheckDuplicateMaterialNames(world, report);
 
-    const int adjusted = AdjustTriangles(world, options.EpsVert, options.EpsUV, options.OptimizeMesh != 0);
-    if (adjusted != 0)
-        DebugPrint("AdjustTriangles returned %i\r\n", adjusted);
+    ReportPassResult("AdjustTriangles",
+                     AdjustTriangles(world, options.EpsVert, options.EpsUV, options.OptimizeMesh != 0), report);
 
     if (options.LightmapUVs == 1) {
         LogPrint("Generating UVs...\r\n");
@@ -163,7 +174,7 @@ bool VExportFormatWorld::Export()
         LogWindowForwarder progress;
         const ScopedGeometryLogSink progressSink(&progress);
         LogPrint("Generating triangle strips...\r\n");
-        StripWorld(world, StripParamsFrom(options));
+        ReportPassResult("StripWorld", StripWorld(world, StripParamsFrom(options)), report);
     }
 
     LogPrint("Sorting primitivies...\r\n");
