@@ -9,7 +9,9 @@
 
 #include <standin/SceneBuilder.h>
 
+#include <filesystem>
 #include <fstream>
+#include <system_error>
 
 namespace {
 
@@ -22,6 +24,14 @@ std::string FileHead(const std::string& path)
     return head;
 }
 
+// Texture paths are resolved against the scene's folder, which needs to be known even for a relative path.
+std::string AbsoluteScenePath(const std::string& path)
+{
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(ToNativePath(path), error);
+    return error ? path : FromNativePath(absolute.lexically_normal().string());
+}
+
 } // namespace
 
 bool CanImportScene(const std::string& path)
@@ -29,8 +39,9 @@ bool CanImportScene(const std::string& path)
     return DetectAssimpFormat(path, FileHead(path)) != AssimpFormat::None;
 }
 
-ImportResult ImportScene(const std::string& path, const ImportOptions& options)
+ImportResult ImportScene(const std::string& scenePath, const ImportOptions& options)
 {
+    const std::string path = IsAbsolutePath(scenePath) ? scenePath : AbsoluteScenePath(scenePath);
     ImportResult result;
     SceneRecord record;
     standin::NewScene();

@@ -2,6 +2,7 @@
 
 #include "importers/TransformMath.h"
 #include "importers/assimp/AssimpContext.h"
+#include "importers/assimp/FbxContentCheck.h"
 
 #include "base/FileSystem.h"
 #include "base/Number.h"
@@ -30,6 +31,7 @@ namespace {
 constexpr unsigned int kAssimpSteps = aiProcess_ValidateDataStructure;
 
 constexpr const char* kGlbTooShort = "the binary glTF file is shorter than its header says (truncated?)";
+constexpr const char* kBrokenFbxContent = "an embedded file of this ASCII FBX is not whole base64 (truncated?)";
 
 // FBX properties of every model node, and Maya's own attributes its FBX exporter writes as user properties;
 // anything else in a node's metadata was added by the user.
@@ -592,6 +594,11 @@ bool ReadAssimpFile(const std::string& path, const ImportOptions& options, Scene
             result.Error = "'" + fileName + "': " + kGlbTooShort;
             return false;
         }
+        std::string contents;
+        if (format == AssimpFormat::Fbx && ReadWholeFile(path, contents) && !FbxContentIsWholeBase64(contents)) {
+            result.Error = "'" + fileName + "': " + kBrokenFbxContent;
+            return false;
+        }
         Assimp::Importer importer;
         ConfigureImporter(importer);
         const aiScene* scene = importer.ReadFile(ToNativePath(path), kAssimpSteps);
@@ -618,8 +625,13 @@ bool ReadAssimpMemory(const void* data, size_t size, const std::string& extensio
             result.Error = "'" + fileName + "': not an FBX, glTF, COLLADA or OBJ file";
             return false;
         }
-        if (GlbLengthsExceed(std::string_view(static_cast<const char*>(data), size), size)) {
+        const std::string_view bytes(static_cast<const char*>(data), size);
+        if (GlbLengthsExceed(bytes, size)) {
             result.Error = "'" + fileName + "': " + kGlbTooShort;
+            return false;
+        }
+        if (format == AssimpFormat::Fbx && !FbxContentIsWholeBase64(bytes)) {
+            result.Error = "'" + fileName + "': " + kBrokenFbxContent;
             return false;
         }
         Assimp::Importer importer;

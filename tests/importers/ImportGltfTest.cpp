@@ -2,6 +2,8 @@
 
 #include "importers/ImportScene.h"
 
+#include "base/Path.h"
+
 #include <standin/SceneBuilder.h>
 
 #include <maya/MAnimControl.h>
@@ -15,6 +17,8 @@
 #include <maya/MFnSkinCluster.h>
 #include <maya/MGlobal.h>
 #include <maya/MItDependencyNodes.h>
+#include <maya/MPlug.h>
+#include <maya/MPlugArray.h>
 #include <maya/MPointArray.h>
 #include <maya/MTime.h>
 
@@ -136,6 +140,48 @@ TEST(ImportGltf, PunctualLightsBecomeMayaLightsWithIntensityApartFromColour)
     EXPECT_NEAR(standin::Plug("spotShape.coneAngle").asDouble(), 0.8, 1e-6);
     EXPECT_NEAR(standin::Plug("spotShape.penumbraAngle").asDouble(), 0.2, 1e-6);
     EXPECT_EQ(std::string(MFnDependencyNode(standin::NodeByName("sunShape")).typeName().asChar()), "directionalLight");
+}
+
+std::string UpstreamNode(const std::string& plug)
+{
+    MPlugArray sources;
+    standin::Plug(plug).connectedTo(sources, true, false);
+    return sources.length() ? MFnDependencyNode(sources[0].node()).name().asChar() : std::string();
+}
+
+TEST(ImportGltfMaterials, TexturesBecomeFileNodesPlacedAsTheFileSaysWithBumpThroughBump2d)
+{
+    Triangle triangle;
+    const std::string folder = MakeTestFolder("materials");
+    const std::string path = WriteTestFile(
+        folder, "painted.gltf",
+        triangle.Writer.Json(
+            "\"meshes\":[{\"primitives\":[{\"attributes\":{\"POSITION\":0,\"TEXCOORD_0\":1},\"indices\":2,"
+            "\"material\":0}]}],\"nodes\":[{\"name\":\"tri\",\"mesh\":0}],\"scenes\":[{\"nodes\":[0]}],\"scene\":0,"
+            "\"extensionsUsed\":[\"KHR_texture_transform\"],"
+            "\"images\":[{\"uri\":\"maps/color.png\"},{\"uri\":\"maps/normal.png\"}],"
+            "\"textures\":[{\"source\":0},{\"source\":1}],"
+            "\"materials\":[{\"name\":\"painted\",\"pbrMetallicRoughness\":{\"baseColorFactor\":[0.5,0.25,1,1],"
+            "\"baseColorTexture\":{\"index\":0,\"extensions\":{\"KHR_texture_transform\":{\"offset\":[0.5,0.25],"
+            "\"scale\":[2,3]}}}},\"normalTexture\":{\"index\":1}}]"));
+    const ImportResult result = ImportScene(path);
+    ASSERT_TRUE(result.Ok) << result.Error;
+    const std::string file = UpstreamNode("painted.color");
+    ASSERT_FALSE(file.empty());
+    EXPECT_EQ(std::string(standin::Plug(file + ".fileTextureName").asString().asChar()),
+              DirectoryOf(path) + "\\maps\\color.png");
+    const std::string place = UpstreamNode(file + ".uvCoord");
+    EXPECT_NEAR(standin::Plug(place + ".repeatU").asDouble(), 2.0, 1e-6);
+    EXPECT_NEAR(standin::Plug(place + ".repeatV").asDouble(), 3.0, 1e-6);
+    EXPECT_NEAR(standin::Plug(place + ".offsetU").asDouble(), 0.5, 1e-6);
+    // glTF's offset is measured from the top; in Maya's bottom-up space 3 repeats from 0.25 start at 1 - 0.25 - 3.
+    EXPECT_NEAR(standin::Plug(place + ".offsetV").asDouble(), -2.25, 1e-6);
+    const std::string bump = UpstreamNode("painted.normalCamera");
+    ASSERT_FALSE(bump.empty());
+    EXPECT_EQ(std::string(MFnDependencyNode(standin::NodeByName(bump)).typeName().asChar()), "bump2d");
+    const std::string bumpFile = UpstreamNode(bump + ".bumpValue");
+    EXPECT_EQ(std::string(standin::Plug(bumpFile + ".fileTextureName").asString().asChar()),
+              DirectoryOf(path) + "\\maps\\normal.png");
 }
 
 // Two clips on one node: "move" keys the translation at 0, 1 and 2 seconds, "turn" the rotation at 0 and 0.5.

@@ -2,6 +2,7 @@
 
 #include "importers/ImportScene.h"
 #include "importers/SceneRecord.h"
+#include "importers/assimp/FbxContentCheck.h"
 #include "importers/assimp/ReadAssimpScene.h"
 
 #include <maya/MFn.h>
@@ -61,6 +62,27 @@ TEST(MalformedFiles, AGlbWithAHugeDeclaredLengthFails)
     ImportResult result;
     EXPECT_FALSE(ReadAssimpMemory(bytes.data(), bytes.size(), "glb", record, result));
     EXPECT_EQ(result.Error, "'scene.glb': the binary glTF file is shorter than its header says (truncated?)");
+}
+
+TEST(MalformedFiles, AsciiFbxContentThatIsNotWholeBase64IsRefusedBeforeAssimpReadsIt)
+{
+    const std::string folder = MakeTestFolder("fbx_content");
+    const ImportResult result = ImportScene(WriteTestFile(folder, "cut.fbx",
+                                                          "; FBX 7.5.0 project file\nObjects:  {\n"
+                                                          "  Video: 1, \"Video::a\", \"Clip\" {\n"
+                                                          "    Content: ,\n \"iVBORw0KGgo\"\n  }\n}\n"));
+    EXPECT_FALSE(result.Ok);
+    EXPECT_EQ(result.Error, "'cut.fbx': an embedded file of this ASCII FBX is not whole base64 (truncated?)");
+}
+
+TEST(FbxContentCheck, WholeBase64ContentPassesAndBrokenContentDoesNot)
+{
+    EXPECT_TRUE(FbxContentIsWholeBase64("Content: ,\n \"iVBORw0K\"\n}"));
+    EXPECT_TRUE(FbxContentIsWholeBase64("Content: \"iVBO\", \"Rw0K\"\n}"));
+    EXPECT_FALSE(FbxContentIsWholeBase64("Content: \"iVBOR\"\n}"));
+    EXPECT_FALSE(FbxContentIsWholeBase64("Content: \"iV*O\"\n}"));
+    EXPECT_FALSE(FbxContentIsWholeBase64("Content: \"iVBO"));
+    EXPECT_TRUE(FbxContentIsWholeBase64(std::string("Kaydara FBX Binary  \0Content: \"x\"", 32)));
 }
 
 TEST(MalformedFiles, FacesNamingMissingVerticesAreRefusedByTheReader)
