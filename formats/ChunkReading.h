@@ -5,7 +5,9 @@
 #include "formats/chunk/VChunkedFile.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 template <class T>
@@ -33,3 +35,8 @@ inline bool EndedAtMarker(const VChunkedFile& file)
 
 // "VMSH" for a chunk identifier.
 std::string ChunkName(uint32_t id);
+
+// Opens path, runs parse (which answers "" or what makes the file unreadable) and closes the
+// file; a failure sets the module's last error, naming the file and the kind of file expected.
+bool ReadChunkFile(std::string_view path, VChunkStreamProvider* provider, const char* kindName,
+                   const std::function<std::string(VChunkedFile&)>& parse);

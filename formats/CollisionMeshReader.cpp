@@ -8,7 +8,6 @@
 #include "model/VMBoundingBox.h"
 
 #include <algorithm>
-#include <new>
 
 namespace {
 
@@ -68,25 +67,8 @@ std::string Parse(VChunkedFile& file, VCollisionMeshFile& mesh)
 
 bool ReadCollisionMesh(std::string_view path, VCollisionMeshFile& mesh, VChunkStreamProvider* provider)
 {
-    mesh = VCollisionMeshFile {};
-    const std::string shownPath(path);
-    VChunkedFile file;
-    if (!file.Open(path, provider)) {
-        SetLastError(Format("Failed to open file '%s': %s", shownPath.c_str(), LastError().Text.c_str()));
-        return false;
-    }
-    std::string problem;
-    try {
-        problem = Parse(file, mesh);
-    } catch (const std::bad_alloc&) {
-        problem = "out of memory";
-    }
-    file.Close();
-    if (!problem.empty()) {
-        SetLastError(Format("File '%s' is not a readable collision mesh: %s", shownPath.c_str(), problem.c_str()));
-        return false;
-    }
-    return true;
+    mesh = {};
+    return ReadChunkFile(path, provider, "collision mesh", [&](VChunkedFile& file) { return Parse(file, mesh); });
 }
 
 std::string DescribeCollisionMesh(const VCollisionMeshFile& mesh)

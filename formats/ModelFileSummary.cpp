@@ -9,7 +9,6 @@
 #include "formats/chunk/VChunkedFile.h"
 
 #include <algorithm>
-#include <new>
 #include <vector>
 
 namespace {
@@ -171,25 +170,8 @@ std::string Box(const VMBoundingBox& box)
 
 bool ReadModelFileSummary(std::string_view path, VModelFileSummary& summary, VChunkStreamProvider* provider)
 {
-    summary = VModelFileSummary {};
-    const std::string shownPath(path);
-    VChunkedFile file;
-    if (!file.Open(path, provider)) {
-        SetLastError(Format("Failed to open file '%s': %s", shownPath.c_str(), LastError().Text.c_str()));
-        return false;
-    }
-    std::string problem;
-    try {
-        problem = Parse(file, summary);
-    } catch (const std::bad_alloc&) {
-        problem = "out of memory";
-    }
-    file.Close();
-    if (!problem.empty()) {
-        SetLastError(Format("File '%s' is not a readable model file: %s", shownPath.c_str(), problem.c_str()));
-        return false;
-    }
-    return true;
+    summary = {};
+    return ReadChunkFile(path, provider, "model file", [&](VChunkedFile& file) { return Parse(file, summary); });
 }
 
 std::string DescribeModelFile(const VModelFileSummary& summary)

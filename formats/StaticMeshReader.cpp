@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <new>
 
 namespace {
 
@@ -267,26 +266,9 @@ std::string DescribeMaterial(size_t number, const VMMaterial& material)
 
 bool ReadStaticMesh(std::string_view path, VStaticMeshFile& mesh, VChunkStreamProvider* provider)
 {
-    mesh = VStaticMeshFile {};
-    const std::string shownPath(path);
-    VChunkedFile file;
-    if (!file.Open(path, provider)) {
-        SetLastError(Format("Failed to open file '%s': %s", shownPath.c_str(), LastError().Text.c_str()));
-        file.Close();
-        return false;
-    }
-    std::string problem;
-    try {
-        problem = StaticMeshParser(file, mesh).Parse();
-    } catch (const std::bad_alloc&) {
-        problem = "out of memory";
-    }
-    file.Close();
-    if (!problem.empty()) {
-        SetLastError(Format("File '%s' is not a readable static mesh: %s", shownPath.c_str(), problem.c_str()));
-        return false;
-    }
-    return true;
+    mesh = {};
+    return ReadChunkFile(path, provider, "static mesh",
+                         [&](VChunkedFile& file) { return StaticMeshParser(file, mesh).Parse(); });
 }
 
 std::string DescribeStaticMesh(const VStaticMeshFile& mesh)
