@@ -2,6 +2,7 @@
 
 #include "importers/TransformMath.h"
 #include "importers/assimp/AssimpContext.h"
+#include "importers/assimp/ColladaIndexCheck.h"
 #include "importers/assimp/FbxContentCheck.h"
 
 #include "base/FileSystem.h"
@@ -31,7 +32,6 @@ namespace {
 constexpr unsigned int kAssimpSteps = aiProcess_ValidateDataStructure;
 
 constexpr const char* kGlbTooShort = "the binary glTF file is shorter than its header says (truncated?)";
-constexpr const char* kBrokenFbxContent = "an embedded file of this ASCII FBX is not whole base64 (truncated?)";
 
 // FBX properties of every model node, and Maya's own attributes its FBX exporter writes as user properties;
 // anything else in a node's metadata was added by the user.
@@ -501,6 +501,20 @@ void ConfigureImporter(Assimp::Importer& importer)
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
 }
 
+// Inputs on which Assimp itself misbehaves instead of failing.
+bool PassesAssimpQuirkChecks(AssimpFormat format, std::string_view contents, ImportResult& result)
+{
+    if (format == AssimpFormat::Fbx && !FbxContentIsWholeBase64(contents)) {
+        result.Error = "an embedded file of this ASCII FBX is not whole base64 (truncated?)";
+        return false;
+    }
+    if (format == AssimpFormat::Collada && !ColladaIndexListsAreNumeric(contents)) {
+        result.Error = "an index list of this COLLADA file holds something other than numbers";
+        return false;
+    }
+    return true;
+}
+
 bool ReadFileHead(const std::string& path, std::string& head)
 {
     std::ifstream file(ToNativePath(path), std::ios::binary);
@@ -595,8 +609,9 @@ bool ReadAssimpFile(const std::string& path, const ImportOptions& options, Scene
             return false;
         }
         std::string contents;
-        if (format == AssimpFormat::Fbx && ReadWholeFile(path, contents) && !FbxContentIsWholeBase64(contents)) {
-            result.Error = "'" + fileName + "': " + kBrokenFbxContent;
+        if ((format == AssimpFormat::Fbx || format == AssimpFormat::Collada) && ReadWholeFile(path, contents) &&
+            !PassesAssimpQuirkChecks(format, contents, result)) {
+            result.Error = "'" + fileName + "': " + result.Error;
             return false;
         }
         Assimp::Importer importer;
@@ -630,8 +645,8 @@ bool ReadAssimpMemory(const void* data, size_t size, const std::string& extensio
             result.Error = "'" + fileName + "': " + kGlbTooShort;
             return false;
         }
-        if (format == AssimpFormat::Fbx && !FbxContentIsWholeBase64(bytes)) {
-            result.Error = "'" + fileName + "': " + kBrokenFbxContent;
+        if (!PassesAssimpQuirkChecks(format, bytes, result)) {
+            result.Error = "'" + fileName + "': " + result.Error;
             return false;
         }
         Assimp::Importer importer;

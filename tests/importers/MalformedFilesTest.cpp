@@ -2,6 +2,7 @@
 
 #include "importers/ImportScene.h"
 #include "importers/SceneRecord.h"
+#include "importers/assimp/ColladaIndexCheck.h"
 #include "importers/assimp/FbxContentCheck.h"
 #include "importers/assimp/ReadAssimpScene.h"
 
@@ -83,6 +84,15 @@ TEST(FbxContentCheck, WholeBase64ContentPassesAndBrokenContentDoesNot)
     EXPECT_FALSE(FbxContentIsWholeBase64("Content: \"iV*O\"\n}"));
     EXPECT_FALSE(FbxContentIsWholeBase64("Content: \"iVBO"));
     EXPECT_TRUE(FbxContentIsWholeBase64(std::string("Kaydara FBX Binary  \0Content: \"x\"", 32)));
+}
+
+TEST(ColladaIndexCheck, IndexListsOfNumbersPassAndStrayCharactersDoNot)
+{
+    EXPECT_TRUE(ColladaIndexListsAreNumeric("<param name=\"X\"/><vcount>3 4</vcount><p>0 1 -2\n3</p><v/>"));
+    EXPECT_TRUE(ColladaIndexListsAreNumeric("<float_array count=\"1\">1.5e3</float_array>"));
+    EXPECT_FALSE(ColladaIndexListsAreNumeric("<p>0 1 \xc2\xcf" "2</p>"));
+    EXPECT_FALSE(ColladaIndexListsAreNumeric("<vcount>3x</vcount>"));
+    EXPECT_FALSE(ColladaIndexListsAreNumeric("<p count=\"2\">0 1.5</p>"));
 }
 
 TEST(MalformedFiles, FacesNamingMissingVerticesAreRefusedByTheReader)
