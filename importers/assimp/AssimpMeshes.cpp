@@ -214,9 +214,22 @@ void FillSkinWeights(MeshBuilder& builder)
     if (skin.Influences.empty())
         return;
     skin.Weights.assign(builder.Mesh.Points.size(), std::vector<double>(skin.Influences.size(), 0.0));
-    for (size_t v = 0; v < builder.VertexSkins.size(); ++v)
-        for (const auto& [column, weight] : builder.VertexSkins[v])
-            skin.Weights[v][static_cast<size_t>(column)] += weight;
+    for (size_t v = 0; v < builder.VertexSkins.size(); ++v) {
+        std::vector<double>& row = skin.Weights[v];
+        double total = 0.0;
+        for (const auto& [column, weight] : builder.VertexSkins[v]) {
+            row[static_cast<size_t>(column)] += weight;
+            total += weight;
+        }
+        // Maya's skin clusters keep each vertex's weights normalised; files written by older tools do not always.
+        if (total <= 0.0) {
+            builder.Context.Result.Warn("Skinned vertices without weights follow no joint");
+        } else if (std::abs(total - 1.0) > 1e-3) {
+            builder.Context.Result.Warn("Skin weights that did not add up to one were normalised");
+            for (double& weight : row)
+                weight /= total;
+        }
+    }
 }
 
 bool BuildMesh(AssimpContext& context, const aiNode& node, const std::vector<const aiMesh*>& parts, RecordMesh& mesh)

@@ -246,13 +246,13 @@ TEST(ImportGltfAnimation, ClipsFollowOneAnotherAndThePlaybackRangeCoversThem)
 //   |  /|
 //   | / |
 //   0---1   bound to j0 (at the origin)
-std::string SkinnedStrip()
+std::string SkinnedStrip(float firstWeight = 1.0f)
 {
     GltfWriter w;
     const int positions = w.AddFloats({0, 0, 0, 1, 0, 0, 1, 2, 0, 0, 2, 0}, "VEC3");
     const int indices = w.AddIndices({0, 1, 2, 0, 2, 3});
     const int joints = w.AddJoints({0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0});
-    const int weights = w.AddFloats({1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0}, "VEC4");
+    const int weights = w.AddFloats({firstWeight, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0}, "VEC4");
     const int inverseBinds =
         w.AddFloats({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, -1, 0, 1},
                     "MAT4");
@@ -318,6 +318,21 @@ TEST(ImportGltfSkin, AtTheBindPoseTheSkinnedMeshEqualsThePreSkinMesh)
         EXPECT_NEAR(skinned[i].z, original[i].z, 1e-3) << "vertex " << i;
     }
     EXPECT_NEAR(original[2].y, 200.0, 1e-3);
+}
+
+TEST(ImportGltfSkin, WeightsThatDoNotAddUpToOneAreNormalisedAndCounted)
+{
+    const ImportResult result = ImportGltf("skin_weights", SkinnedStrip(0.25f));
+    ASSERT_TRUE(result.Ok) << result.Error;
+    MDoubleArray weights;
+    unsigned int influenceCount = 0;
+    ASSERT_TRUE(MFnSkinCluster(standin::NodeByName("skinCluster1"))
+                    .getWeights(standin::PathTo("stripShape"), MObject::kNullObj, weights, influenceCount));
+    ASSERT_EQ(weights.length(), 8u);
+    EXPECT_DOUBLE_EQ(weights[0], 1.0);
+    ASSERT_EQ(result.Warnings.size(), 1u);
+    EXPECT_EQ(result.Warnings[0].Text, "Skin weights that did not add up to one were normalised");
+    EXPECT_EQ(result.Warnings[0].Count, 1);
 }
 
 } // namespace

@@ -2,11 +2,25 @@
 
 #include "base/Path.h"
 
+#include <standin/SceneBuilder.h>
+
+#include <maya/MAnimControl.h>
+#include <maya/MDagPath.h>
+#include <maya/MDagPathArray.h>
 #include <maya/MFn.h>
+#include <maya/MFnDependencyNode.h>
+#include <maya/MFnMesh.h>
+#include <maya/MFnSkinCluster.h>
+#include <maya/MGlobal.h>
 #include <maya/MItDependencyNodes.h>
+#include <maya/MObjectArray.h>
+#include <maya/MPlug.h>
+#include <maya/MPointArray.h>
+#include <maya/MTime.h>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <set>
 #include <string>
@@ -48,6 +62,78 @@ TEST(SharedScenes, EveryReadableSceneLoadsAndTheOthersFailWithAReason)
         ++loaded;
     }
     EXPECT_GE(loaded, 40);
+}
+
+class SharedScene : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (!std::filesystem::is_directory(kScenes))
+            GTEST_SKIP() << "the shared scenes are not present";
+    }
+
+    static ImportResult Load(const char* relativePath, const ImportOptions& options = {})
+    {
+        return ImportScene(FromNativePath((kScenes / relativePath).string()), options);
+    }
+};
+
+TEST_F(SharedScene, EmbeddedTexturesAreWrittenOutAndNamedByTheirFileNodes)
+{
+    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "kestrel_embedded";
+    std::filesystem::remove_all(folder);
+    ImportOptions options;
+    options.EmbeddedTextureFolder = FromNativePath(folder.string());
+    const ImportResult result = Load("fbx/assimp/box_orphant_embedded_texture.fbx", options);
+    ASSERT_TRUE(result.Ok) << result.Error;
+    EXPECT_EQ(std::filesystem::file_size(folder / "GridGrey.tga"), 9026u);
+    bool named = false;
+    for (MItDependencyNodes it(MFn::kFileTexture); !it.isDone(); it.next())
+        named = named || std::string(MFnDependencyNode(it.thisNode()).findPlug("fileTextureName").asString().asChar()) ==
+                             options.EmbeddedTextureFolder + "\\GridGrey.tga";
+    EXPECT_TRUE(named);
+}
+
+TEST_F(SharedScene, ClipsOfOneFileAreLaidOutOneAfterAnother)
+{
+    const ImportResult result = Load("gltf/Fox/Fox.glb");
+    ASSERT_TRUE(result.Ok) << result.Error;
+    ASSERT_EQ(result.Clips.size(), 3u);
+    EXPECT_EQ(result.Clips[0].Name, "Survey");
+    EXPECT_EQ(result.Clips[1].Name, "Walk");
+    EXPECT_EQ(result.Clips[2].Name, "Run");
+    for (size_t i = 1; i < result.Clips.size(); ++i)
+        EXPECT_GT(result.Clips[i].StartFrame, result.Clips[i - 1].EndFrame);
+    EXPECT_LE(MAnimControl::minTime().as(MTime::kFilm), result.Clips[0].StartFrame);
+    EXPECT_GE(MAnimControl::maxTime().as(MTime::kFilm), result.Clips[2].EndFrame);
+}
+
+TEST_F(SharedScene, ARealCharacterAtItsBindPoseMatchesItsPreSkinMesh)
+{
+    const ImportResult result = Load("gltf/CesiumMan/CesiumMan.gltf");
+    ASSERT_TRUE(result.Ok) << result.Error;
+    MFnSkinCluster skin(MItDependencyNodes(MFn::kSkinClusterFilter).thisNode());
+    MDagPathArray influences;
+    ASSERT_EQ(skin.influenceObjects(influences), 19u);
+    const std::string joint = influences[0].partialPathName().asChar();
+    ASSERT_TRUE(MGlobal::executeCommand(MString(("dagPose -r -g -bp " + joint).c_str())));
+    MObjectArray outputs;
+    skin.getOutputGeometry(outputs);
+    ASSERT_EQ(outputs.length(), 1u);
+    MDagPath shape;
+    MDagPath::getAPathTo(outputs[0], shape);
+    MPointArray skinned;
+    MFnMesh(shape).getPoints(skinned, MSpace::kWorld);
+    MDagPath original = shape;
+    original.pop();
+    ASSERT_TRUE(original.push(standin::NodeByName(std::string(MFnDependencyNode(outputs[0]).name().asChar()) + "Orig")));
+    MPointArray bound;
+    MFnMesh(original).getPoints(bound, MSpace::kWorld);
+    ASSERT_EQ(skinned.length(), bound.length());
+    double worst = 0.0;
+    for (unsigned int i = 0; i < skinned.length(); ++i)
+        worst = std::max(worst, (skinned[i] - bound[i]).length());
+    EXPECT_LT(worst, 0.01);
 }
 
 } // namespace
