@@ -180,6 +180,27 @@ TEST_F(ExportCommand, DebugWritesTheDebugFileBesideTheTarget)
     EXPECT_TRUE(std::filesystem::exists(Native("dbg/debug.txt")));
 }
 
+TEST_F(ExportCommand, SharedTexturedSceneHasItsTextureCopiedBesideTheTarget)
+{
+    const std::filesystem::path scene =
+        std::filesystem::path(KESTREL_SHARED_SCENES_DIR) / "gltf/KenneyCity/building-small-a.glb";
+    if (!std::filesystem::exists(scene))
+        GTEST_SKIP() << "the shared scenes are not on this machine";
+
+    ExportRequest request;
+    request.Scene = scene.string();
+    request.Target = Native("city/building.qmesh").string();
+    const SceneLoader import = [](const std::string& path, std::string& error) {
+        const ImportResult result = ImportScene(path);
+        error = result.Error;
+        return result.Ok;
+    };
+    ASSERT_EQ(Run(request, import), 0) << Err;
+    EXPECT_TRUE(std::filesystem::exists(Native("city/Textures/colormap.png")));
+    EXPECT_TRUE(std::filesystem::exists(Native("city/building.qcolmesh")));
+    EXPECT_GT(Triangles("city/building.qmesh"), 0);
+}
+
 TEST_F(ExportCommand, EveryStaticSceneOfTheSharedSetExports)
 {
     const std::filesystem::path scenes = KESTREL_SHARED_SCENES_DIR;
@@ -208,6 +229,7 @@ TEST_F(ExportCommand, EveryStaticSceneOfTheSharedSetExports)
         EXPECT_TRUE(std::filesystem::exists(target));
         EXPECT_TRUE(std::filesystem::exists(target.string() + "_data/_config.Xportel"));
         EXPECT_TRUE(std::filesystem::exists(target.string() + "_data/materials.xml"));
+        EXPECT_TRUE(std::filesystem::exists(target.string() + "_data/resources.xml"));
         ++exported;
     }
     EXPECT_GT(exported, 20);
