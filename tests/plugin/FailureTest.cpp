@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <fstream>
 #include <stdexcept>
 
 using ::testing::HasSubstr;
@@ -33,6 +34,10 @@ TEST_F(FailedExport, ReadOnlyTargetFolderIsIssueFourWithSuccessStatus)
     AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
     std::filesystem::create_directories(Native("locked/Textures"));
     std::filesystem::permissions(Native("locked"), std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    struct Unlock {
+        std::filesystem::path Folder;
+        ~Unlock() { std::filesystem::permissions(Folder, std::filesystem::perms::owner_all); }
+    } unlock {Native("locked")};
     if (std::ofstream(Native("locked/probe")).is_open())
         GTEST_SKIP() << "this user can write into read-only folders";
 
