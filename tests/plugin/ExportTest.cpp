@@ -6,6 +6,7 @@
 
 #include "formats/CollisionMeshReader.h"
 #include "formats/StaticMeshReader.h"
+#include "settings/ApplicationSettings.h"
 
 #include <maya/MDagPath.h>
 #include <standin/SceneBuilder.h>
@@ -122,6 +123,30 @@ TEST_F(StaticExport, ExportRunsTheLogLinesOfEveryPhaseInOrder)
         ASSERT_NE(from, Log.Messages.end()) << "missing or out of order: " << phase;
     }
     EXPECT_TRUE(Log.Has("Total time taken : 0 minutes, 0 seconds\r\n"));
+}
+
+TEST_F(StaticExport, DebugPrintTracesTheExportIntoDebugTxtBesideTheTarget)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    standin::Select({standin::PathTo("box")});
+    TheApplicationSettings().DebugPrint = 1;
+    std::filesystem::create_directories(Native("traced"));
+
+    ASSERT_TRUE(ExportSelection("traced/town.qmesh"));
+    const std::string trace = Read("traced/debug.txt");
+    EXPECT_THAT(trace, HasSubstr("Opening debug file for " + SystemPath("traced/town.qmesh") + "\r\n\r\n"));
+    EXPECT_THAT(trace, HasSubstr("Export only selection\r\n"));
+    EXPECT_THAT(trace, HasSubstr("Texture directory: " + SystemPath("traced/Textures") + "\\\r\n"));
+    EXPECT_THAT(trace, HasSubstr("Managed to save. Now, trying to deinitialize\r\nFreeing mesh nodes...\r\nFile dir\r\n"));
+}
+
+TEST_F(StaticExport, WithoutDebugPrintNoDebugFileIsWritten)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+
+    std::filesystem::create_directories(Native("quiet"));
+    ASSERT_TRUE(ExportAll("quiet/town.qmesh"));
+    EXPECT_FALSE(Has("quiet/debug.txt"));
 }
 
 TEST_F(StaticExport, TexturesAreCopiedIntoTheEnclosingProject)
