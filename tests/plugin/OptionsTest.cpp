@@ -146,4 +146,47 @@ TEST_F(ExportOptions, InvalidTextureSubfolderRefusesTheBatchExport)
     EXPECT_THAT(MessageBoxes.Requests.back().Text, HasSubstr("not allowed to be an absolute path"));
 }
 
+TEST_F(ExportOptions, BatchConfirmationStoresStripsAndTheDialogsMaterialBits)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+
+    ASSERT_TRUE(ExportAll("confirmed.qmesh"));
+    const std::string stored = Read("confirmed.qmesh_data/_config.Xportel");
+    EXPECT_THAT(stored, HasSubstr("// ExportStrips : 1\r\n"));
+    EXPECT_THAT(stored, HasSubstr("// StripPerformance : 4\r\n"));
+    // 61 less bit 5, which no check box of the dialog shows.
+    EXPECT_THAT(stored, HasSubstr("// ExportMaterialSettings : 29\r\n"));
+}
+
+TEST_F(ExportOptions, MaxStripLengthAboveTenThousandRefusesTheBatchExport)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    SetOptions("// MaxStripLength : 10001\r\n");
+
+    EXPECT_FALSE(ExportAll("long.qmesh"));
+    EXPECT_FALSE(Has("long.qmesh"));
+    ASSERT_FALSE(MessageBoxes.Requests.empty());
+    EXPECT_EQ(MessageBoxes.Requests.back().Text, "Error! The max strip length must be below 10000.\r\n");
+}
+
+TEST_F(ExportOptions, MaxStripLengthOfTenThousandIsAccepted)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    SetOptions("// MaxStripLength : 10000\r\n");
+
+    EXPECT_TRUE(ExportAll("longest.qmesh"));
+    EXPECT_TRUE(Has("longest.qmesh"));
+}
+
+TEST_F(ExportOptions, ExtremelyLowScalingIsConfirmedByTheWarningsDefaultAnswer)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    SetOptions("// MeshFactor : 0.00005\r\n");
+
+    EXPECT_TRUE(ExportAll("tiny.qmesh"));
+    ASSERT_FALSE(MessageBoxes.Requests.empty());
+    EXPECT_EQ(MessageBoxes.Requests.front().Caption, "Warning!");
+    EXPECT_THAT(Read("tiny.qmesh_data/_config.Xportel"), HasSubstr("// MeshFactor : 0.000050\r\n"));
+}
+
 } // namespace
