@@ -5,6 +5,8 @@
 
 #include "formats/StaticMeshReader.h"
 
+#include <standin/SceneBuilder.h>
+
 #include <gmock/gmock.h>
 
 using ::testing::HasSubstr;
@@ -113,6 +115,28 @@ TEST_F(ExportOptions, CenterMethodTwoLeavesTheWorldWhereItIs)
     const VMBoundingBox box = ExportedBounds("stay.qmesh");
     EXPECT_FLOAT_EQ(box.Min[0], 100.0f);
     EXPECT_FLOAT_EQ(box.Min[2], 20.0f);
+}
+
+TEST_F(ExportOptions, CenterMethodFourPutsTheWorldInTheFirstMeshsLocalSpace)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    ASSERT_TRUE(standin::SetAttr("box.translateX", 500.0));
+    ASSERT_TRUE(standin::SetAttr("box.rotateY", 1.5707963267948966));
+    AssignMaterial(AddCube("second", 0, 0, 0, 100), "wood");
+    ASSERT_TRUE(standin::SetAttr("second.translateX", 500.0));
+    SetOptions("// CenterMethod : 4\r\n");
+
+    ASSERT_TRUE(ExportAll("pivot.qmesh"));
+    VStaticMeshFile mesh;
+    ASSERT_TRUE(ReadStaticMesh(SystemPath("pivot.qmesh"), mesh));
+    // The first cube is back at its local corner (engine y is Maya's -z); the second, unrotated
+    // at the same place in Maya, turns the other way about the first cube's origin.
+    EXPECT_NEAR(mesh.Bounds.Min[0], -100.0f, 1e-3f);
+    EXPECT_NEAR(mesh.Bounds.Max[0], 100.0f, 1e-3f);
+    EXPECT_NEAR(mesh.Bounds.Min[1], -100.0f, 1e-3f);
+    EXPECT_NEAR(mesh.Bounds.Max[1], 0.0f, 1e-3f);
+    EXPECT_NEAR(mesh.Bounds.Min[2], 0.0f, 1e-3f);
+    EXPECT_NEAR(mesh.Bounds.Max[2], 100.0f, 1e-3f);
 }
 
 TEST_F(ExportOptions, VisibilityAndLightmapUVsAnswerThatTheyAreNotAvailableYet)
