@@ -49,6 +49,8 @@ protected:
 TEST_F(HarvestImportedSceneTest, TexturedGltfSceneHarvestsIntoASoundWorldWithItsTextureCopied)
 {
     Import("gltf/MultiUVTest/MultiUVTest.gltf");
+    if (IsSkipped() || HasFatalFailure())
+        return;
     HarvestState& state = State();
     CountTriangles(state);
     ASSERT_GT(state.Stats.MeshNodeCount, 0);
@@ -79,6 +81,8 @@ TEST_F(HarvestImportedSceneTest, TexturedGltfSceneHarvestsIntoASoundWorldWithIts
 TEST_F(HarvestImportedSceneTest, SkinnedGltfCharacterHarvestsIntoASoundModel)
 {
     Import("gltf/CesiumMan/CesiumMan.gltf");
+    if (IsSkipped() || HasFatalFailure())
+        return;
     parameters.FormatKind = kFormatKindModel;
     HarvestState& state = State();
     CountTriangles(state);
