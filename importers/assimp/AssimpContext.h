@@ -62,6 +62,10 @@ MMatrix ToMayaMatrix(const aiMatrix4x4& columnVectorMatrix);
 // Cleans a name from the file into one Maya accepts: letters, digits and underscores, not starting with a digit.
 std::string MayaName(const std::string& name, const char* fallback);
 
+// Custom properties of a node (FBX user properties, glTF extras) as the attributes Maya would add.
+void ReadCustomProperties(const AssimpContext& context, const aiMetadata* metadata, RecordNode& node);
+void ReadLights(AssimpContext& context);
+void ReadCameras(AssimpContext& context);
 void ReadAssimpMeshes(AssimpContext& context);
 int RecordMaterialFor(AssimpContext& context, unsigned int materialIndex);
 void ReadAssimpAnimations(AssimpContext& context);

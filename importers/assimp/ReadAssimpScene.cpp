@@ -33,22 +33,6 @@ constexpr unsigned int kAssimpSteps = aiProcess_ValidateDataStructure;
 
 constexpr const char* kGlbTooShort = "the binary glTF file is shorter than its header says (truncated?)";
 
-// FBX properties of every model node, and Maya's own attributes its FBX exporter writes as user properties;
-// anything else in a node's metadata was added by the user.
-constexpr std::string_view kFbxOwnProperties[] = {
-    "UserProperties", "IsNull", "DefaultAttributeIndex", "InheritType", "RotationActive", "ScalingMax",
-    "ScalingMin", "RotationMin", "RotationMax", "TranslationMin", "TranslationMax", "RotationOrder",
-    "Show", "Visibility", "Visibility Inheritance", "Freeze", "LODBox", "Lcl Translation", "Lcl Rotation",
-    "Lcl Scaling", "PreRotation", "PostRotation", "RotationOffset", "RotationPivot", "ScalingOffset",
-    "ScalingPivot", "GeometricTranslation", "GeometricRotation", "GeometricScaling", "QuaternionInterpolate",
-    "RotationSpaceForLimitOnly", "RotationStiffnessX", "RotationStiffnessY", "RotationStiffnessZ",
-    "AxisLen", "PreferedAngleX", "PreferedAngleY", "PreferedAngleZ", "NegativePercentShapeSupport",
-    "Primary Visibility", "Casts Shadows", "Receive Shadows", "Culling", "MinDampRangeX", "MinDampRangeY",
-    "MinDampRangeZ", "MaxDampRangeX", "MaxDampRangeY", "MaxDampRangeZ", "MinDampStrengthX", "MinDampStrengthY",
-    "MinDampStrengthZ", "MaxDampStrengthX", "MaxDampStrengthY", "MaxDampStrengthZ", "LookAtProperty",
-    "UpVectorProperty", "TranslationActive", "ScalingActive", "currentUVSet",
-};
-
 struct FbxFrameRate {
     int Mode;
     double FramesPerSecond;
@@ -231,109 +215,6 @@ bool IsAssimpOwnRoot(const AssimpContext& context, const aiNode& root)
     return true;
 }
 
-void AddAttribute(RecordNode& node, RecordAttribute attribute, ImportResult& result)
-{
-    attribute.Name = MayaName(attribute.Name, "");
-    if (attribute.Name.empty()) {
-        result.Warn("Custom properties without a usable name are not imported");
-        return;
-    }
-    for (const RecordAttribute& existing : node.Attributes)
-        if (existing.Name == attribute.Name)
-            return;
-    node.Attributes.push_back(std::move(attribute));
-}
-
-// 3ds Max keeps its user-defined properties as "name = value" lines in one FBX string.
-void ReadUserPropertyLines(std::string_view text, RecordNode& node, ImportResult& result)
-{
-    while (!text.empty()) {
-        const size_t end = text.find_first_of("\r\n");
-        const std::string_view line = text.substr(0, end);
-        text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
-        const size_t equals = line.find('=');
-        if (equals == std::string_view::npos)
-            continue;
-        RecordAttribute attribute;
-        attribute.Name = std::string(TrimSpaces(line.substr(0, equals)));
-        const std::string_view value = TrimSpaces(line.substr(equals + 1));
-        int integer = 0;
-        double number = 0.0;
-        if (ParseInt(value, integer)) {
-            attribute.Kind = RecordAttributeKind::Int;
-            attribute.Number = integer;
-        } else if (ParseFloat(value, number)) {
-            attribute.Kind = RecordAttributeKind::Double;
-            attribute.Number = number;
-        } else {
-            attribute.Kind = RecordAttributeKind::String;
-            attribute.Text = std::string(value);
-        }
-        AddAttribute(node, std::move(attribute), result);
-    }
-}
-
-void ReadCustomProperties(const AssimpContext& context, const aiMetadata* metadata, RecordNode& node,
-                          ImportResult& result)
-{
-    if (!metadata)
-        return;
-    for (unsigned int i = 0; i < metadata->mNumProperties; ++i) {
-        const std::string key = metadata->mKeys[i].C_Str();
-        const aiMetadataEntry& entry = metadata->mValues[i];
-        if (!entry.mData)
-            continue;
-        if (context.Format == AssimpFormat::Fbx) {
-            if (key == "UserProperties" && entry.mType == AI_AISTRING) {
-                ReadUserPropertyLines(static_cast<const aiString*>(entry.mData)->C_Str(), node, result);
-                continue;
-            }
-            if (std::find(std::begin(kFbxOwnProperties), std::end(kFbxOwnProperties), key) !=
-                std::end(kFbxOwnProperties))
-                continue;
-        }
-        RecordAttribute attribute;
-        attribute.Name = key;
-        switch (entry.mType) {
-        case AI_BOOL:
-            attribute.Kind = RecordAttributeKind::Bool;
-            attribute.Number = *static_cast<const bool*>(entry.mData) ? 1.0 : 0.0;
-            break;
-        case AI_INT32:
-            attribute.Kind = RecordAttributeKind::Int;
-            attribute.Number = *static_cast<const int32_t*>(entry.mData);
-            break;
-        case AI_UINT64: {
-            // glTF extras arrive as unsigned 64-bit numbers; Maya's exporter attributes are ints.
-            const uint64_t value = *static_cast<const uint64_t*>(entry.mData);
-            attribute.Kind = value <= 0x7FFFFFFF ? RecordAttributeKind::Int : RecordAttributeKind::Double;
-            attribute.Number = static_cast<double>(value);
-            break;
-        }
-        case AI_FLOAT:
-            attribute.Kind = RecordAttributeKind::Double;
-            attribute.Number = *static_cast<const float*>(entry.mData);
-            break;
-        case AI_DOUBLE:
-            attribute.Kind = RecordAttributeKind::Double;
-            attribute.Number = *static_cast<const double*>(entry.mData);
-            break;
-        case AI_AISTRING:
-            attribute.Kind = RecordAttributeKind::String;
-            attribute.Text = static_cast<const aiString*>(entry.mData)->C_Str();
-            break;
-        default:
-            result.Warn("Custom properties holding vectors or nested values are not imported");
-            continue;
-        }
-        if (!std::isfinite(attribute.Number)) {
-            result.Warn("Custom properties with values that are not numbers are not imported");
-            continue;
-        }
-        AddAttribute(node, std::move(attribute), result);
-    }
-}
-
 void ReadNodes(AssimpContext& context)
 {
     const aiNode* root = context.Scene.mRootNode;
@@ -356,76 +237,13 @@ void ReadNodes(AssimpContext& context)
         record.Name = MayaName(node->mName.C_Str(), "transform");
         record.Parent = parent;
         record.Rest = DecomposeTransform(context.LocalToMaya(*node, node->mTransformation));
-        ReadCustomProperties(context, node->mMetaData, record, context.Result);
+        ReadCustomProperties(context, node->mMetaData, record);
         context.Record.Nodes.push_back(std::move(record));
         context.Nodes.push_back(node);
         context.NodeIndex[node] = index;
         context.NodeByName.emplace(node->mName.C_Str(), index);
         for (unsigned int i = node->mNumChildren; i-- > 0;)
             pending.emplace_back(node->mChildren[i], index);
-    }
-}
-
-RecordLightType LightTypeOf(const aiLight& light, ImportResult& result)
-{
-    switch (light.mType) {
-    case aiLightSource_DIRECTIONAL: return RecordLightType::Directional;
-    case aiLightSource_SPOT: return RecordLightType::Spot;
-    case aiLightSource_AMBIENT: return RecordLightType::Ambient;
-    case aiLightSource_AREA: result.Warn("Area lights are imported as point lights"); return RecordLightType::Point;
-    default: return RecordLightType::Point;
-    }
-}
-
-void ReadLights(AssimpContext& context)
-{
-    for (unsigned int i = 0; i < context.Scene.mNumLights; ++i) {
-        const aiLight* light = context.Scene.mLights[i];
-        const int node = light ? context.FindNode(light->mName.C_Str()) : -1;
-        if (node < 0 || context.Record.Nodes[static_cast<size_t>(node)].Light >= 0) {
-            context.Result.Warn("Lights without a node of their own are not imported");
-            continue;
-        }
-        RecordLight record;
-        record.Type = LightTypeOf(*light, context.Result);
-        const aiColor3D& source = record.Type == RecordLightType::Ambient &&
-                                          light->mColorDiffuse.IsBlack() ? light->mColorAmbient : light->mColorDiffuse;
-        MVector color(source.r, source.g, source.b);
-        // Assimp folds the intensity into the colour; Maya keeps a colour and an intensity.
-        const double brightest = std::max({color.x, color.y, color.z});
-        if (std::isfinite(brightest) && brightest > 1.0) {
-            record.Intensity = brightest;
-            color = color / brightest;
-        }
-        if (!std::isfinite(brightest))
-            color = MVector(1.0, 1.0, 1.0);
-        record.Color = color;
-        if (record.Type == RecordLightType::Spot) {
-            const double outer = std::isfinite(light->mAngleOuterCone) ? light->mAngleOuterCone : 0.0;
-            const double inner = std::isfinite(light->mAngleInnerCone) ? light->mAngleInnerCone : outer;
-            record.ConeAngle = std::clamp(2.0 * outer, 0.0, 3.14159);
-            record.PenumbraAngle = std::clamp(outer - inner, 0.0, 0.5 * record.ConeAngle);
-        }
-        record.DecayRate = light->mAttenuationQuadratic > 0.0f ? 2 : (light->mAttenuationLinear > 0.0f ? 1 : 0);
-        // Assimp gives every FBX light the direction (0, -1, 0) whatever the file says; Maya's FBX lights
-        // carry their aim in the node's rotation, as Maya's own lights do.
-        const aiVector3D& direction = light->mDirection;
-        const bool aimed = record.Type == RecordLightType::Spot || record.Type == RecordLightType::Directional;
-        if (aimed && context.Format != AssimpFormat::Fbx && direction.SquareLength() > 0.0f &&
-            (std::abs(direction.x) > 1e-4f || std::abs(direction.y) > 1e-4f || direction.z > 0.0f))
-            context.Result.Warn("Lights aimed other than down their node's -Z axis keep the node's aim");
-        context.Record.Nodes[static_cast<size_t>(node)].Light = static_cast<int>(context.Record.Lights.size());
-        context.Record.Lights.push_back(record);
-    }
-}
-
-void ReadCameras(AssimpContext& context)
-{
-    for (unsigned int i = 0; i < context.Scene.mNumCameras; ++i) {
-        const aiCamera* camera = context.Scene.mCameras[i];
-        const int node = camera ? context.FindNode(camera->mName.C_Str()) : -1;
-        if (node >= 0)
-            context.Record.Nodes[static_cast<size_t>(node)].Kind = RecordNodeKind::Camera;
     }
 }
 
