@@ -26,6 +26,7 @@
 #include <maya/MColor.h>
 #include <maya/MTime.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -67,7 +68,10 @@ std::string PlugValueText(const MPlug& plug, MFn::Type attributeType)
 {
     if (attributeType == MFn::kTypedAttribute)
         return "\"" + std::string(plug.asString().asChar()) + "\"";
-    return Number(plug.asDouble());
+    const double value = plug.asDouble();
+    if (value == std::floor(value) && std::abs(value) < 1e15)
+        return FormatInt(static_cast<long long>(value));
+    return Number(value);
 }
 
 void DescribeCustomAttributes(const MObject& node, const std::string& indent, std::string& text)

@@ -97,6 +97,19 @@ TEST_F(InfoOnObj, ReportsNoSkinsAndNoAnimation)
     EXPECT_NE(m_info.Out.find("Skins:\nAnimation: 0 curves\n"), std::string::npos) << m_info.Out;
 }
 
+TEST(InfoOnScene, ShowsCustomAttributesUnderTheirNode)
+{
+    const std::string path = WriteFile(
+        "flagged.gltf",
+        "{\"asset\":{\"version\":\"2.0\"},\"nodes\":[{\"name\":\"door\",\"extras\":{\"ExportSkip\":1,"
+        "\"portal_key\":\"north\"}}],\"scenes\":[{\"nodes\":[0]}],\"scene\":0}");
+    const Captured info = RunInfoOn(path);
+    EXPECT_EQ(info.ExitCode, 0) << info.Err;
+    EXPECT_NE(info.Out.find("  door (transform)\n    attribute ExportSkip = 1\n    attribute portal_key = \"north\"\n"),
+              std::string::npos)
+        << info.Out;
+}
+
 TEST(InfoFailures, ATruncatedSceneNamesTheFileAndTheReasonAndFails)
 {
     const std::string path = WriteFile("cut.gltf", "{\"asset\":{\"version\":\"2.0\"},\"nodes\":[");
