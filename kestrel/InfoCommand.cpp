@@ -2,6 +2,7 @@
 
 #include "kestrel/DescribeScene.h"
 
+#include "base/FileSystem.h"
 #include "base/Path.h"
 #include "base/TextUtil.h"
 #include "formats/DescribeAssetFile.h"
@@ -40,6 +41,10 @@ int RunInfo(const std::string& nativePath, std::FILE* out, std::FILE* err)
         }
         std::fputs(text.c_str(), out);
         return 0;
+    }
+    if (!FileExists(path)) {
+        std::fprintf(err, "kestrel info: '%s': no such file\n", nativePath.c_str());
+        return 1;
     }
     if (!CanImportScene(path)) {
         std::fprintf(err, "kestrel info: '%s': not a scene or asset file kestrel can read "

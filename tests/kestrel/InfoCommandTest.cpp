@@ -127,6 +127,14 @@ TEST(InfoFailures, AFileOfUnknownKindIsRefused)
     EXPECT_NE(info.Err.find("'" + path + "': not a scene or asset file kestrel can read"), std::string::npos) << info.Err;
 }
 
+TEST(InfoFailures, AMissingSceneFileIsNamedAsMissing)
+{
+    const std::string path = WriteFile("here", "") + "-not.fbx";
+    const Captured info = RunInfoOn(path);
+    EXPECT_EQ(info.ExitCode, 1);
+    EXPECT_EQ(info.Err, "kestrel info: '" + path + "': no such file\n");
+}
+
 TEST(InfoFailures, AMissingAssetFileNamesTheFile)
 {
     const std::string path = WriteFile("gone", "") + ".qmesh";
