@@ -50,7 +50,11 @@ size_t ComponentsOf(const char* type)
 
 std::string MakeTestFolder(const std::string& name)
 {
-    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / ("kestrel_importers_" + name);
+    // CTest runs tests of one suite in parallel processes, so each test gets a folder of its own.
+    const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
+    const std::string owner = test ? std::string("_") + test->name() : std::string();
+    const std::filesystem::path folder =
+        std::filesystem::path(testing::TempDir()) / ("kestrel_importers_" + name + owner);
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     return folder.string();

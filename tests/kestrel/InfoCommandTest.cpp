@@ -39,7 +39,9 @@ Captured RunInfoOn(const std::string& path)
 
 std::string WriteFile(const std::string& name, const std::string& text)
 {
-    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "kestrel_info";
+    // Tests run in parallel processes; each writes into a folder of its own.
+    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) /
+        ("kestrel_info_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
     std::filesystem::create_directories(folder);
     const std::filesystem::path path = folder / name;
     std::ofstream(path, std::ios::binary) << text;
