@@ -3,6 +3,7 @@
 #include "importers/TransformMath.h"
 #include "importers/assimp/AssimpContext.h"
 #include "importers/assimp/ColladaIndexCheck.h"
+#include "importers/assimp/ColladaSkinCheck.h"
 #include "importers/assimp/FbxContentCheck.h"
 
 #include "base/FileSystem.h"
@@ -329,6 +330,12 @@ bool PassesAssimpQuirkChecks(AssimpFormat format, std::string_view contents, Imp
     if (format == AssimpFormat::Collada && !ColladaIndexListsAreNumeric(contents)) {
         result.Error = "an index list of this COLLADA file holds something other than numbers";
         return false;
+    }
+    if (format == AssimpFormat::Collada) {
+        if (std::string problem = ColladaSkinProblem(contents); !problem.empty()) {
+            result.Error = problem;
+            return false;
+        }
     }
     return true;
 }

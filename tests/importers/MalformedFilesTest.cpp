@@ -3,6 +3,7 @@
 #include "importers/ImportScene.h"
 #include "importers/SceneRecord.h"
 #include "importers/assimp/ColladaIndexCheck.h"
+#include "importers/assimp/ColladaSkinCheck.h"
 #include "importers/assimp/FbxContentCheck.h"
 #include "importers/assimp/ReadAssimpScene.h"
 
@@ -12,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -93,6 +95,49 @@ TEST(ColladaIndexCheck, IndexListsOfNumbersPassAndStrayCharactersDoNot)
     EXPECT_FALSE(ColladaIndexListsAreNumeric("<p>0 1 \xc2\xcf" "2</p>"));
     EXPECT_FALSE(ColladaIndexListsAreNumeric("<vcount>3x</vcount>"));
     EXPECT_FALSE(ColladaIndexListsAreNumeric("<p count=\"2\">0 1.5</p>"));
+}
+
+// A two-joint skin over a three-vertex mesh; the pieces are replaced one at a time to break it.
+std::string SkinnedCollada(std::string_view pairs, std::string_view weightCount = "3",
+                           std::string_view weightValues = "3")
+{
+    return "<COLLADA><library_geometries><geometry id=\"mesh\"><mesh>"
+           "<source id=\"pos\"><float_array id=\"pos-array\" count=\"9\">0 0 0 1 0 0 0 1 0</float_array>"
+           "<technique_common><accessor source=\"#pos-array\" count=\"3\" stride=\"3\"/></technique_common></source>"
+           "<vertices id=\"verts\"><input semantic=\"POSITION\" source=\"#pos\"/></vertices>"
+           "</mesh></geometry></library_geometries>"
+           "<library_controllers><controller id=\"skin\"><skin source=\"#mesh\">"
+           "<source id=\"joints\"><Name_array id=\"joints-array\" count=\"2\">a b</Name_array>"
+           "<technique_common><accessor source=\"#joints-array\" count=\"2\"/></technique_common></source>"
+           "<source id=\"weights\"><float_array id=\"weights-array\" count=\"" + std::string(weightValues) +
+           "\">1 0.5 0.5</float_array><technique_common><accessor source=\"#weights-array\" count=\"3\"/>"
+           "</technique_common></source>"
+           "<joints><input semantic=\"JOINT\" source=\"#joints\"/></joints>"
+           "<vertex_weights count=\"" + std::string(weightCount) + "\">"
+           "<input semantic=\"JOINT\" source=\"#joints\" offset=\"0\"/>"
+           "<input semantic=\"WEIGHT\" source=\"#weights\" offset=\"1\"/>"
+           "<vcount>1 2 1</vcount><v>" + std::string(pairs) + "</v></vertex_weights>"
+           "</skin></controller></library_controllers></COLLADA>";
+}
+
+TEST(ColladaSkinCheck, IndicesAndAccessorsInsideTheirSourcesPassAndOthersAreNamed)
+{
+    EXPECT_EQ(ColladaSkinProblem(SkinnedCollada("0 0 0 1 1 2 1 0")), "");
+    EXPECT_EQ(ColladaSkinProblem(SkinnedCollada("0 0 0 1 81 2 1 0")), "the skin of 'mesh' names joint 81 of 2");
+    EXPECT_EQ(ColladaSkinProblem(SkinnedCollada("0 0 0 1 1 3 1 0")), "the skin of 'mesh' names weight 3 of 3");
+    EXPECT_EQ(ColladaSkinProblem(SkinnedCollada("0 0 0 1 1 2 1 0", "2")), "the skin of 'mesh' weights 2 of its 3 vertices");
+    EXPECT_EQ(ColladaSkinProblem(SkinnedCollada("0 0 0 1 1 2 1 0", "3", "2")),
+              "the accessor of source 'weights' reads 3 values from an array of 2");
+    // Not XML at all: Assimp names that error better.
+    EXPECT_EQ(ColladaSkinProblem("<COLLADA><skin"), "");
+}
+
+TEST(MalformedFiles, AColladaSkinNamingAJointPastItsSourceIsRefusedBeforeAssimpReadsIt)
+{
+    const std::string folder = MakeTestFolder("collada_skin");
+    const ImportResult result = ImportScene(WriteTestFile(folder, "skin.dae", SkinnedCollada("0 0 7 1 1 2 1 0")));
+    EXPECT_FALSE(result.Ok);
+    EXPECT_EQ(result.Error, "'skin.dae': the skin of 'mesh' names joint 7 of 2");
 }
 
 TEST(MalformedFiles, FacesNamingMissingVerticesAreRefusedByTheReader)
