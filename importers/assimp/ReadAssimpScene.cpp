@@ -2,6 +2,7 @@
 
 #include "importers/TransformMath.h"
 #include "importers/assimp/AssimpContext.h"
+#include "importers/assimp/ChildProcessTrial.h"
 #include "importers/assimp/ColladaIndexCheck.h"
 #include "importers/assimp/ColladaSkinCheck.h"
 #include "importers/assimp/FbxContentCheck.h"
@@ -320,6 +321,18 @@ void ConfigureImporter(Assimp::Importer& importer)
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
 }
 
+constexpr const char* kAssimpCrashed = "Assimp crashed reading this file: it is damaged or uses something Assimp cannot read";
+
+// Whether Assimp comes back from reading the file at all, tried in a child process.
+template <class Read>
+bool AssimpFinishes(const Read& read)
+{
+    return FinishesInChildProcess([&] {
+        Assimp::Importer importer;
+        read(importer);
+    });
+}
+
 // Inputs on which Assimp itself misbehaves instead of failing.
 bool PassesAssimpQuirkChecks(AssimpFormat format, std::string_view contents, ImportResult& result)
 {
@@ -439,9 +452,16 @@ bool ReadAssimpFile(const std::string& path, const ImportOptions& options, Scene
             result.Error = "'" + fileName + "': " + result.Error;
             return false;
         }
+        const auto read = [&](Assimp::Importer& importer) {
+            ConfigureImporter(importer);
+            return importer.ReadFile(ToNativePath(path), kAssimpSteps);
+        };
+        if (!AssimpFinishes(read)) {
+            result.Error = "'" + fileName + "': " + kAssimpCrashed;
+            return false;
+        }
         Assimp::Importer importer;
-        ConfigureImporter(importer);
-        const aiScene* scene = importer.ReadFile(ToNativePath(path), kAssimpSteps);
+        const aiScene* scene = read(importer);
         if (!scene) {
             result.Error = "'" + fileName + "': " + importer.GetErrorString();
             return false;
@@ -474,9 +494,16 @@ bool ReadAssimpMemory(const void* data, size_t size, const std::string& extensio
             result.Error = "'" + fileName + "': " + result.Error;
             return false;
         }
+        const auto read = [&](Assimp::Importer& importer) {
+            ConfigureImporter(importer);
+            return importer.ReadFileFromMemory(data, size, kAssimpSteps, extension.c_str());
+        };
+        if (!AssimpFinishes(read)) {
+            result.Error = "'" + fileName + "': " + kAssimpCrashed;
+            return false;
+        }
         Assimp::Importer importer;
-        ConfigureImporter(importer);
-        const aiScene* scene = importer.ReadFileFromMemory(data, size, kAssimpSteps, extension.c_str());
+        const aiScene* scene = read(importer);
         if (!scene) {
             result.Error = "'" + fileName + "': " + importer.GetErrorString();
             return false;

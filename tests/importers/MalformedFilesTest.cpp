@@ -2,6 +2,7 @@
 
 #include "importers/ImportScene.h"
 #include "importers/SceneRecord.h"
+#include "importers/assimp/ChildProcessTrial.h"
 #include "importers/assimp/ColladaIndexCheck.h"
 #include "importers/assimp/ColladaSkinCheck.h"
 #include "importers/assimp/FbxContentCheck.h"
@@ -12,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 #include <string_view>
 
@@ -138,6 +140,15 @@ TEST(MalformedFiles, AColladaSkinNamingAJointPastItsSourceIsRefusedBeforeAssimpR
     const ImportResult result = ImportScene(WriteTestFile(folder, "skin.dae", SkinnedCollada("0 0 7 1 1 2 1 0")));
     EXPECT_FALSE(result.Ok);
     EXPECT_EQ(result.Error, "'skin.dae': the skin of 'mesh' names joint 7 of 2");
+}
+
+TEST(ChildProcessTrial, ACrashCostsTheChildAndTheParentCarriesOnUntouched)
+{
+    int touched = 0;
+    EXPECT_TRUE(FinishesInChildProcess([&] { touched = 1; }));
+    EXPECT_EQ(touched, 0);
+    EXPECT_FALSE(FinishesInChildProcess([] { std::abort(); }));
+    EXPECT_FALSE(FinishesInChildProcess([] { std::exit(3); }));
 }
 
 TEST(MalformedFiles, FacesNamingMissingVerticesAreRefusedByTheReader)
