@@ -206,10 +206,13 @@ int Adjust(VMWorld& world, float epsVert, float epsUV, bool optimizeMesh)
     AssignMissingMaterial(world.Patches, firstMaterial);
     AssignMissingMaterial(world.Heightfields, firstMaterial);
 
-    for (VMVertex* vertex : world.Vertices) {
+    // One pass over the records, which are the bulk of the world's memory.
+    for (int i = 0; i < world.Vertices.Count(); ++i) {
+        VMVertex* vertex = world.Vertices.Get(i);
         vertex->State = Free;
         vertex->MergeLink = nullptr;
         vertex->MaterialLink = nullptr;
+        vertex->Index = static_cast<uint32_t>(i);
     }
     // The state words are read only by the patch and heightfield steps (FixID sets its own),
     // so a world of polygons alone skips every pass over them.
@@ -236,7 +239,9 @@ int Adjust(VMWorld& world, float epsVert, float epsUV, bool optimizeMesh)
         if (int result = tree.Build(world.Vertices.Count(), world.Vertices); result != 0)
             return result;
     }
-    NumberVertices(world);
+    // The corner copies made for control vertices still carry their sources' numbers.
+    if (hasControlVertices)
+        NumberVertices(world);
 
     WeldVertices(world.Vertices, epsVert, epsUV);
 

@@ -11,6 +11,7 @@ namespace {
 
 struct Key {
     uint32_t Bits[3];
+    bool operator==(const Key&) const = default;
 };
 
 bool IsFinite(const float position[3])
@@ -37,46 +38,95 @@ uint64_t Hash(const Key& key)
     return h;
 }
 
-bool SameKey(const Key& a, const Key& b)
-{
-    return a.Bits[0] == b.Bits[0] && a.Bits[1] == b.Bits[1] && a.Bits[2] == b.Bits[2];
-}
+// One slot per group, keyed by position, holding the group's highest member so far. Sized for a
+// group per three vertices and grown when that was too few: harvested meshes share each position
+// between several corners, and fresh memory is most of what grouping a million vertices costs.
+class GroupTable {
+public:
+    explicit GroupTable(size_t vertexCount)
+    {
+        size_t size = 16;
+        while (size < vertexCount / 3)
+            size *= 2;
+        m_slots.assign(size, Slot{{}, -1});
+    }
+
+    // Asks the memory for the key's slot ahead of its use: the slots are met in random order.
+    void Prefetch(const Key& key) const { __builtin_prefetch(&m_slots[Hash(key) & (m_slots.size() - 1)]); }
+
+    // The slot of the key's group; a fresh one has Highest -1.
+    int& HighestOf(const Key& key)
+    {
+        Slot& slot = m_slots[Find(key)];
+        if (slot.Highest < 0) {
+            if (4 * (m_used + 1) > 3 * m_slots.size()) {
+                Grow();
+                return HighestOf(key);
+            }
+            slot.Position = key;
+            ++m_used;
+        }
+        return slot.Highest;
+    }
+
+private:
+    struct Slot {
+        Key Position;
+        int Highest;
+    };
+
+    size_t Find(const Key& key) const
+    {
+        const size_t mask = m_slots.size() - 1;
+        size_t index = Hash(key) & mask;
+        while (m_slots[index].Highest >= 0 && !(m_slots[index].Position == key))
+            index = (index + 1) & mask;
+        return index;
+    }
+
+    void Grow()
+    {
+        std::vector<Slot> old(m_slots.size() * 2, Slot{{}, -1});
+        old.swap(m_slots);
+        for (const Slot& slot : old) {
+            if (slot.Highest >= 0)
+                m_slots[Find(slot.Position)] = slot;
+        }
+    }
+
+    std::vector<Slot> m_slots;
+    size_t m_used = 0;
+};
 
 }
 
 ExactPositionGroups::ExactPositionGroups(const VMOwnedList<VMVertex>& vertices)
 {
     const size_t count = static_cast<size_t>(vertices.Count());
-    m_first.assign(count, -1);
     m_next.assign(count, -1);
-
-    // Open addressing at a load of at most two thirds; each slot keeps its group's key, first
-    // and last member, so that one pass in list order links every group in ascending order.
-    struct Slot {
-        Key Position;
-        int First;
-        int Last;
-    };
-    const uint64_t tableSize = count + count / 2 + 16;
-    std::vector<Slot> slots(tableSize, Slot{{}, -1, -1});
-    for (size_t i = 0; i < count; ++i) {
+    GroupTable table(count);
+    const auto groupable = [&](size_t i) -> const VMVertex* {
         const VMVertex* vertex = vertices.Get(static_cast<int>(i));
-        if (vertex == nullptr || !IsFinite(vertex->Position))
+        return vertex != nullptr && IsFinite(vertex->Position) ? vertex : nullptr;
+    };
+    constexpr size_t PrefetchDistance = 16;
+    for (size_t i = 0; i < count; ++i) {
+        if (i + PrefetchDistance < count) {
+            if (const VMVertex* ahead = groupable(i + PrefetchDistance))
+                table.Prefetch(KeyOf(ahead->Position));
+        }
+        const VMVertex* vertex = groupable(i);
+        if (vertex == nullptr)
             continue;
-        const Key key = KeyOf(vertex->Position);
-        uint64_t slot = ((Hash(key) >> 32) * tableSize) >> 32;
-        while (slots[slot].First >= 0 && !SameKey(slots[slot].Position, key)) {
-            if (++slot == tableSize)
-                slot = 0;
-        }
-        Slot& group = slots[slot];
+        int& highest = table.HighestOf(KeyOf(vertex->Position));
         const int index = static_cast<int>(i);
-        if (group.First < 0) {
-            group = {key, index, index};
+        if (highest < 0) {
+            m_next[i] = index;
         } else {
-            m_next[static_cast<size_t>(group.Last)] = index;
-            group.Last = index;
+            // The new highest member closes the ring back to the lowest.
+            m_next[i] = m_next[static_cast<size_t>(highest)];
+            m_next[static_cast<size_t>(highest)] = index;
         }
-        m_first[i] = group.First;
+        highest = index;
     }
 }

@@ -17,13 +17,17 @@ public:
     // Throws std::bad_alloc when memory runs out.
     explicit ExactPositionGroups(const VMOwnedList<VMVertex>& vertices);
 
-    // The lowest list position in the group of the vertex at this position, or -1 when the
-    // vertex is in no group.
-    int First(int index) const { return m_first[static_cast<size_t>(index)]; }
-    // The next higher list position in the same group, or -1 after the last.
+    // Each group is a ring in ascending list order: the next higher position in the group of the
+    // vertex at this position, the group's lowest after its highest, the vertex itself when it is
+    // alone. -1 for a vertex in no group.
     int Next(int index) const { return m_next[static_cast<size_t>(index)]; }
+    // Whether the vertex at this position is the highest of its group, whose next is the lowest.
+    bool IsHighest(int index) const
+    {
+        const int next = Next(index);
+        return next >= 0 && next <= index;
+    }
 
 private:
-    std::vector<int> m_first;
     std::vector<int> m_next;
 };

@@ -9,11 +9,16 @@
 
 namespace {
 
-void MarkControlVertices(VMWorld& world)
+// Unlinks and numbers every vertex and marks the control vertices, which never take a link.
+void ResetVertices(VMWorld& world)
 {
-    for (VMVertex* vertex : world.Vertices) {
-        if (vertex)
+    const int count = world.Vertices.Count();
+    for (int i = 0; i < count; ++i) {
+        if (VMVertex* vertex = world.Vertices.Get(i)) {
             vertex->State = 0;
+            vertex->MergeLink = nullptr;
+            vertex->Index = static_cast<uint32_t>(i);
+        }
     }
     for (VMPatch* patch : world.Patches) {
         for (VMVertex* vertex : patch->Corners) {
@@ -36,16 +41,18 @@ int LinkGroups(VMWorld& world, const ExactPositionGroups& groups)
 {
     const int count = world.Vertices.Count();
     int links = 0;
-    for (int i = 0; i < count; ++i) {
-        if (groups.First(i) != i)
+    for (int highest = 0; highest < count; ++highest) {
+        if (!groups.IsHighest(highest))
             continue;
-        int target = i;
-        while (target >= 0 && world.Vertices.Get(target)->State != 0)
+        const int lowest = groups.Next(highest);
+        int target = lowest;
+        while (world.Vertices.Get(target)->State != 0 && target != highest)
             target = groups.Next(target);
-        if (target < 0)
+        if (world.Vertices.Get(target)->State != 0)
             continue;
         VMVertex* first = world.Vertices.Get(target);
-        for (int member = groups.Next(target); member >= 0; member = groups.Next(member)) {
+        for (int member = target; member != highest;) {
+            member = groups.Next(member);
             world.Vertices.Get(member)->MergeLink = first;
             ++links;
         }
@@ -60,16 +67,8 @@ int FixID(VMWorld& world, float radius)
     const int count = world.Vertices.Count();
     if (count == 0)
         return 0;
-    MarkControlVertices(world);
-
+    ResetVertices(world);
     GeometryLog("FixID: Creating a new Vertex Sorting Tree\r\n");
-    for (int i = 0; i < count; ++i) {
-        if (VMVertex* vertex = world.Vertices.Get(i)) {
-            vertex->MergeLink = nullptr;
-            vertex->Index = static_cast<uint32_t>(i);
-        }
-    }
-
     GeometryLog("FixID: Re-creating ID vertices...\r\n");
     if (!(radius >= 0.0f))
         return 0;

@@ -51,9 +51,12 @@ int FoldExactDuplicates(VMWorld& world, float epsVert, float epsUV)
             const int position = static_cast<int>(v->Index);
             if (world.Vertices.Get(position) != v)
                 continue;
-            for (int member = groups.First(position); member >= 0; member = groups.Next(member)) {
+            // Each candidate's link depends on v and itself alone, so the ring may start anywhere.
+            if (groups.Next(position) < 0)
+                continue;
+            for (int member = groups.Next(position); member != position; member = groups.Next(member)) {
                 VMVertex* w = world.Vertices.Get(member);
-                if (w != v && w->MergeLink == nullptr && IsDuplicate(*v, *w, epsUV)) {
+                if (w->MergeLink == nullptr && IsDuplicate(*v, *w, epsUV)) {
                     w->MergeLink = v;
                     ++links;
                 }

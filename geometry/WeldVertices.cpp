@@ -44,24 +44,34 @@ bool IsFinite(const float position[3])
     return std::isfinite(position[0]) && std::isfinite(position[1]) && std::isfinite(position[2]);
 }
 
-// Vertices bucketed by grid cell: per cell a chain through m_next.
+using Position = std::array<float, 3>;
+
+// Vertices bucketed by grid cell, each cell a chain through m_next. The cell table keeps only the
+// chain's head; the head's own position names the cell, so no cell keys are stored. Fresh memory
+// is most of what a weld of millions of vertices costs.
 class CellGrid {
 public:
-    CellGrid(const std::vector<VMVertex*>& vertices, double cellSize)
-        : m_inverseCellSize(1.0 / cellSize)
+    CellGrid(const std::vector<Position>& positions, double cellSize)
+        : m_positions(positions)
+        , m_inverseCellSize(1.0 / cellSize)
     {
-        const size_t count = vertices.size();
+        const size_t count = positions.size();
         m_next.assign(count, -1);
+        // Harvested meshes share each position between several corners: a cell per three
+        // vertices is the first guess, grown when it was too few.
         size_t tableSize = 16;
-        while (tableSize < 2 * count)
+        while (tableSize < count / 3)
             tableSize *= 2;
-        m_slots.assign(tableSize, -1);
-        for (size_t i = 0; i < count; ++i) {
-            const VMVertex* vertex = vertices[i];
-            if (vertex == nullptr || !IsFinite(vertex->Position))
+        m_heads.assign(tableSize, -1);
+        // Chains are built from the top so that each lists its vertices in ascending order.
+        for (size_t i = count; i-- > 0;) {
+            if (!IsFinite(positions[i].data()))
                 continue;
-            const Cell cell = CellOf(vertex->Position);
-            int& head = m_heads[static_cast<size_t>(FindOrAddCell(cell))];
+            // Room for one more cell, whether or not this vertex opens one.
+            if (4 * (m_usedCells + 1) > 3 * m_heads.size())
+                Grow();
+            int& head = m_heads[SlotOf(CellOf(positions[i].data()))];
+            m_usedCells += head < 0 ? 1 : 0;
             m_next[i] = head;
             head = static_cast<int>(i);
         }
@@ -76,39 +86,35 @@ public:
     int64_t CellNumberOf(double coordinate) const { return CellNumber(coordinate, m_inverseCellSize); }
 
     // The first vertex of the cell, or -1 for an empty cell.
-    int Head(const Cell& cell) const
-    {
-        const size_t mask = m_slots.size() - 1;
-        for (size_t slot = Hash(cell) & mask; m_slots[slot] >= 0; slot = (slot + 1) & mask) {
-            const size_t id = static_cast<size_t>(m_slots[slot]);
-            if (m_cells[id] == cell)
-                return m_heads[id];
-        }
-        return -1;
-    }
+    int Head(const Cell& cell) const { return m_heads[SlotOf(cell)]; }
 
     int Next(int vertex) const { return m_next[static_cast<size_t>(vertex)]; }
 
 private:
-    int FindOrAddCell(const Cell& cell)
+    size_t SlotOf(const Cell& cell) const
     {
-        const size_t mask = m_slots.size() - 1;
+        const size_t mask = m_heads.size() - 1;
         size_t slot = Hash(cell) & mask;
-        for (; m_slots[slot] >= 0; slot = (slot + 1) & mask) {
-            if (m_cells[static_cast<size_t>(m_slots[slot])] == cell)
-                return m_slots[slot];
-        }
-        m_slots[slot] = static_cast<int>(m_cells.size());
-        m_cells.push_back(cell);
-        m_heads.push_back(-1);
-        return m_slots[slot];
+        while (m_heads[slot] >= 0 && !(CellOf(m_positions[static_cast<size_t>(m_heads[slot])].data()) == cell))
+            slot = (slot + 1) & mask;
+        return slot;
     }
 
+    void Grow()
+    {
+        std::vector<int> old(m_heads.size() * 2, -1);
+        old.swap(m_heads);
+        for (int head : old) {
+            if (head >= 0)
+                m_heads[SlotOf(CellOf(m_positions[static_cast<size_t>(head)].data()))] = head;
+        }
+    }
+
+    const std::vector<Position>& m_positions;
     double m_inverseCellSize;
-    std::vector<int> m_slots;
-    std::vector<Cell> m_cells;
     std::vector<int> m_heads;
     std::vector<int> m_next;
+    size_t m_usedCells = 0;
 };
 
 // How far a candidate can lie from its seed on one axis. With a normal float square the sphere
@@ -157,18 +163,17 @@ void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float ep
     if (!(epsVert > 0.0f) || count == 0)
         return;
 
-    std::vector<VMVertex*> list(vertices.begin(), vertices.end());
     // Candidates are tested on a packed copy of the positions: only unclaimed, hence unmoved,
     // vertices are ever compared, and the copy keeps the scan out of the scattered records.
     constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-    std::vector<std::array<float, 3>> positions(static_cast<size_t>(count), {nan, nan, nan});
-    for (size_t i = 0; i < list.size(); ++i) {
-        if (list[i])
-            positions[i] = {list[i]->Position[0], list[i]->Position[1], list[i]->Position[2]};
+    std::vector<Position> positions(static_cast<size_t>(count), {nan, nan, nan});
+    for (int i = 0; i < count; ++i) {
+        if (const VMVertex* vertex = vertices.Get(i))
+            positions[static_cast<size_t>(i)] = {vertex->Position[0], vertex->Position[1], vertex->Position[2]};
     }
     const double reach = ReachPerAxis(epsVert);
     // Cells several reaches wide: a seed usually needs only its own cell.
-    const CellGrid grid(list, 8.0 * reach);
+    const CellGrid grid(positions, 8.0 * reach);
     std::vector<uint8_t> claimed(static_cast<size_t>(count), 0);
     std::vector<int> candidates;
 
@@ -200,10 +205,10 @@ void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float ep
         if (candidates.empty())
             continue;
         claimed[static_cast<size_t>(s)] = 1;
-        const VMVertex& seedVertex = *list[static_cast<size_t>(s)];
+        const VMVertex& seedVertex = *vertices.Get(s);
         for (int w : candidates) {
             claimed[static_cast<size_t>(w)] = 1;
-            WeldOnto(seedVertex, *list[static_cast<size_t>(w)], epsUV);
+            WeldOnto(seedVertex, *vertices.Get(w), epsUV);
         }
     }
 }
