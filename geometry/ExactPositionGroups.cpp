@@ -38,32 +38,32 @@ uint64_t Hash(const Key& key)
     return h;
 }
 
-// One slot per group, keyed by position, holding the group's highest member so far. Sized for a
-// group per three vertices and grown when that was too few: harvested meshes share each position
-// between several corners, and fresh memory is most of what grouping a million vertices costs.
+// One slot per group: its highest member so far and a fingerprint of its position. A matching
+// fingerprint is confirmed on that member's record, which the list met moments ago. Eight bytes a
+// slot, because fresh memory is most of what grouping a million vertices costs.
 class GroupTable {
 public:
-    explicit GroupTable(size_t vertexCount)
+    GroupTable(const VMOwnedList<VMVertex>& vertices, size_t expectedGroups)
+        : m_vertices(vertices)
     {
         size_t size = 16;
-        while (size < vertexCount / 3)
+        while (3 * size < 4 * expectedGroups)
             size *= 2;
-        m_slots.assign(size, Slot{{}, -1});
+        m_slots.assign(size, Slot{0, -1});
     }
 
     // Asks the memory for the key's slot ahead of its use: the slots are met in random order.
-    void Prefetch(const Key& key) const { __builtin_prefetch(&m_slots[Hash(key) & (m_slots.size() - 1)]); }
+    void Prefetch(const Key& key) const { __builtin_prefetch(&m_slots[SlotIndex(Hash(key))]); }
 
-    // The slot of the key's group; a fresh one has Highest -1.
+    // The highest member of the key's group; -1 for a group not met before.
     int& HighestOf(const Key& key)
     {
-        Slot& slot = m_slots[Find(key)];
+        if (4 * (m_used + 1) > 3 * m_slots.size())
+            Grow();
+        const uint64_t hash = Hash(key);
+        Slot& slot = m_slots[Find(hash, key)];
         if (slot.Highest < 0) {
-            if (4 * (m_used + 1) > 3 * m_slots.size()) {
-                Grow();
-                return HighestOf(key);
-            }
-            slot.Position = key;
+            slot.Fingerprint = static_cast<uint32_t>(hash);
             ++m_used;
         }
         return slot.Highest;
@@ -71,46 +71,62 @@ public:
 
 private:
     struct Slot {
-        Key Position;
+        uint32_t Fingerprint;
         int Highest;
     };
 
-    size_t Find(const Key& key) const
+    size_t SlotIndex(uint64_t hash) const { return static_cast<size_t>(hash >> 32) & (m_slots.size() - 1); }
+
+    Key KeyOfMember(int index) const { return KeyOf(m_vertices.Get(index)->Position); }
+
+    size_t Find(uint64_t hash, const Key& key) const
     {
         const size_t mask = m_slots.size() - 1;
-        size_t index = Hash(key) & mask;
-        while (m_slots[index].Highest >= 0 && !(m_slots[index].Position == key))
-            index = (index + 1) & mask;
-        return index;
+        size_t index = SlotIndex(hash);
+        for (;; index = (index + 1) & mask) {
+            const Slot& slot = m_slots[index];
+            if (slot.Highest < 0 ||
+                (slot.Fingerprint == static_cast<uint32_t>(hash) && KeyOfMember(slot.Highest) == key))
+                return index;
+        }
     }
 
     void Grow()
     {
-        std::vector<Slot> old(m_slots.size() * 2, Slot{{}, -1});
+        std::vector<Slot> old(m_slots.size() * 2, Slot{0, -1});
         old.swap(m_slots);
+        const size_t mask = m_slots.size() - 1;
         for (const Slot& slot : old) {
-            if (slot.Highest >= 0)
-                m_slots[Find(slot.Position)] = slot;
+            if (slot.Highest < 0)
+                continue;
+            size_t index = SlotIndex(Hash(KeyOfMember(slot.Highest)));
+            while (m_slots[index].Highest >= 0)
+                index = (index + 1) & mask;
+            m_slots[index] = slot;
         }
     }
 
+    const VMOwnedList<VMVertex>& m_vertices;
     std::vector<Slot> m_slots;
     size_t m_used = 0;
 };
 
 }
 
-ExactPositionGroups::ExactPositionGroups(const VMOwnedList<VMVertex>& vertices)
+ExactPositionGroups::ExactPositionGroups(const VMOwnedList<VMVertex>& vertices, size_t expectedGroups)
 {
     const size_t count = static_cast<size_t>(vertices.Count());
     m_next.assign(count, -1);
-    GroupTable table(count);
+    GroupTable table(vertices, expectedGroups);
     const auto groupable = [&](size_t i) -> const VMVertex* {
         const VMVertex* vertex = vertices.Get(static_cast<int>(i));
         return vertex != nullptr && IsFinite(vertex->Position) ? vertex : nullptr;
     };
     constexpr size_t PrefetchDistance = 16;
     for (size_t i = 0; i < count; ++i) {
+        // The records first, then the slots their positions lead to.
+        if (i + 2 * PrefetchDistance < count)
+            __builtin_prefetch(vertices.Get(static_cast<int>(i + 2 * PrefetchDistance)));
         if (i + PrefetchDistance < count) {
             if (const VMVertex* ahead = groupable(i + PrefetchDistance))
                 table.Prefetch(KeyOf(ahead->Position));

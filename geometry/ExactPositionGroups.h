@@ -5,6 +5,7 @@
 
 #include "model/VMOwnedList.h"
 
+#include <cstddef>
 #include <vector>
 
 struct VMVertex;
@@ -14,8 +15,9 @@ public:
     // Groups the list's vertices by their current positions. Equality is that of float
     // comparison: -0 equals +0; a vertex with a NaN or infinite coordinate is in no group, as
     // a box query around it (|p - q| <= r) matches nothing. Empty slots are left out.
-    // Throws std::bad_alloc when memory runs out.
-    explicit ExactPositionGroups(const VMOwnedList<VMVertex>& vertices);
+    // expectedGroups sizes the table (it grows when the guess is short). Throws std::bad_alloc
+    // when memory runs out.
+    ExactPositionGroups(const VMOwnedList<VMVertex>& vertices, size_t expectedGroups);
 
     // Each group is a ring in ascending list order: the next higher position in the group of the
     // vertex at this position, the group's lowest after its highest, the vertex itself when it is

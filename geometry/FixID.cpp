@@ -73,7 +73,8 @@ int FixID(VMWorld& world, float radius)
     if (!(radius >= 0.0f))
         return 0;
     try {
-        const ExactPositionGroups groups(world.Vertices);
+        // Duplicates are gone by now: nearly every vertex has a position of its own.
+        const ExactPositionGroups groups(world.Vertices, static_cast<size_t>(count));
         return LinkGroups(world, groups);
     } catch (const std::bad_alloc&) {
         return -301;

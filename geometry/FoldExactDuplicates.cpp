@@ -39,7 +39,8 @@ int FoldExactDuplicates(VMWorld& world, float epsVert, float epsUV)
     // groups of equal positions answer the same.
     if (!(epsVert >= 0.0f))
         return 0;
-    const ExactPositionGroups groups(world.Vertices);
+    // Harvested corners share each position several ways, six in a regular mesh.
+    const ExactPositionGroups groups(world.Vertices, static_cast<size_t>(world.Vertices.Count()) / 4);
     int links = 0;
     const int polygonCount = world.Polygons.Count();
     for (int index = 0; index < polygonCount; ++index) {
