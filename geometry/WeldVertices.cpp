@@ -1,5 +1,7 @@
 #include "geometry/WeldVertices.h"
 
+#include "geometry/ExactPositionGroups.h"
+
 #include "model/VMVertex.h"
 #include "report/GeometryLog.h"
 
@@ -159,31 +161,45 @@ void WeldOnto(const VMVertex& s, VMVertex& w, float epsUV)
 void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float epsUV)
 {
     const int count = vertices.Count();
-    // A tolerance of 0 (or below, or NaN) admits no squared distance: nothing can weld.
-    if (!(epsVert > 0.0f) || count == 0)
+    // A squared tolerance of 0 (or below, or NaN) admits no squared distance: nothing can weld.
+    if (!(epsVert * epsVert > 0.0f) || count == 0)
         return;
 
-    // Candidates are tested on a packed copy of the positions: only unclaimed, hence unmoved,
-    // vertices are ever compared, and the copy keeps the scan out of the scattered records.
-    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-    std::vector<Position> positions(static_cast<size_t>(count), {nan, nan, nan});
+    // Vertices at one position share their fate: any seed's distance to them is the same, and the
+    // first of them to seed claims the others. So the search runs over distinct positions, each
+    // standing for its group and seeding in the order of its lowest member.
+    const ExactPositionGroups groups(vertices, static_cast<size_t>(count) / 4);
+    std::vector<uint8_t> isLowest(static_cast<size_t>(count), 0);
     for (int i = 0; i < count; ++i) {
-        if (const VMVertex* vertex = vertices.Get(i))
-            positions[static_cast<size_t>(i)] = {vertex->Position[0], vertex->Position[1], vertex->Position[2]};
+        if (groups.IsHighest(i))
+            isLowest[static_cast<size_t>(groups.Next(i))] = 1;
     }
+    std::vector<Position> positions;
+    std::vector<int> lowest;
+    for (int i = 0; i < count; ++i) {
+        if (!isLowest[static_cast<size_t>(i)])
+            continue;
+        const float* position = vertices.Get(i)->Position;
+        positions.push_back({position[0], position[1], position[2]});
+        lowest.push_back(i);
+    }
+    isLowest = {};
+
+    // Candidates are tested on a packed copy of the positions, which keeps the scan out of the
+    // scattered records.
     const double reach = ReachPerAxis(epsVert);
     // Cells several reaches wide: a seed usually needs only its own cell.
     const CellGrid grid(positions, 8.0 * reach);
-    std::vector<uint8_t> claimed(static_cast<size_t>(count), 0);
+    const int positionCount = static_cast<int>(positions.size());
+    // The seed position that claimed each position (a seed claims its own), -1 while unclaimed.
+    std::vector<int> seedOf(positions.size(), -1);
     std::vector<int> candidates;
-
-    for (int s = 0; s < count; ++s) {
+    for (int s = 0; s < positionCount; ++s) {
         if (s % 4096 == 0)
-            GeometryLog("AdjustTri: Merging Vertices (%d / %d)\r\n", s, count);
-        const float* seed = positions[static_cast<size_t>(s)].data();
-        if (claimed[static_cast<size_t>(s)] || !IsFinite(seed))
+            GeometryLog("AdjustTri: Merging Vertices (%d / %d)\r\n", lowest[static_cast<size_t>(s)], count);
+        if (seedOf[static_cast<size_t>(s)] >= 0)
             continue;
-
+        const float* seed = positions[static_cast<size_t>(s)].data();
         int64_t low[3];
         int64_t high[3];
         for (int axis = 0; axis < 3; ++axis) {
@@ -195,20 +211,35 @@ void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float ep
             for (int64_t y = low[1]; y <= high[1]; ++y) {
                 for (int64_t z = low[2]; z <= high[2]; ++z) {
                     for (int w = grid.Head({x, y, z}); w >= 0; w = grid.Next(w)) {
-                        if (w != s && !claimed[static_cast<size_t>(w)] &&
+                        if (w != s && seedOf[static_cast<size_t>(w)] < 0 &&
                             IsWeldCandidate(seed, positions[static_cast<size_t>(w)].data(), epsVert))
                             candidates.push_back(w);
                     }
                 }
             }
         }
-        if (candidates.empty())
+        const int seedVertex = lowest[static_cast<size_t>(s)];
+        const bool hasCopies = groups.Next(seedVertex) != seedVertex;
+        if (candidates.empty() && !hasCopies)
             continue;
-        claimed[static_cast<size_t>(s)] = 1;
-        const VMVertex& seedVertex = *vertices.Get(s);
-        for (int w : candidates) {
-            claimed[static_cast<size_t>(w)] = 1;
-            WeldOnto(seedVertex, *vertices.Get(w), epsUV);
-        }
+        seedOf[static_cast<size_t>(s)] = s;
+        for (int w : candidates)
+            seedOf[static_cast<size_t>(w)] = s;
+    }
+
+    // Every member of a claimed position but the seed vertex itself moves onto the seed vertex.
+    for (int w = 0; w < positionCount; ++w) {
+        const int s = seedOf[static_cast<size_t>(w)];
+        if (s < 0)
+            continue;
+        const int seedVertex = lowest[static_cast<size_t>(s)];
+        const VMVertex& seed = *vertices.Get(seedVertex);
+        const int first = lowest[static_cast<size_t>(w)];
+        int member = first;
+        do {
+            if (member != seedVertex)
+                WeldOnto(seed, *vertices.Get(member), epsUV);
+            member = groups.Next(member);
+        } while (member != first);
     }
 }
