@@ -271,6 +271,8 @@ bool BuildNodeType(Node& node)
   case MFn::kFileTexture:
     b.Add("fileTextureName", "ftn", K::String);
     b.Pair("uvCoord", "uv", K::Float, 0.0, {{"uCoord", "u"}, {"vCoord", "v"}});
+    b.Pair("repeatUV", "re", K::Double, 1.0, {{"repeatU", "reu"}, {"repeatV", "rev"}});
+    b.Pair("offset", "of", K::Double, 0.0, {{"offsetU", "ofu"}, {"offsetV", "ofv"}});
     b.Triple("outColor", "oc", K::Float, 0.0, "RGB");
     b.Add("outAlpha", "oa", K::Float, 0.0);
     break;

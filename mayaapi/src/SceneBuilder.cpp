@@ -308,7 +308,10 @@ MObject CreateFileTexture(const std::string& name, const std::string& fileName, 
   MObject place = CreateNode("place2dTexture", "place2dTexture1");
   const std::string placeNode = NodeOf(place)->name;
   SetAttr(fileNode + ".fileTextureName", fileName);
+  // As Maya's texture creation does, the placement drives the file node's own placement plugs.
   ConnectAttr(placeNode + ".outUV", fileNode + ".uvCoord");
+  ConnectAttr(placeNode + ".repeatUV", fileNode + ".repeatUV");
+  ConnectAttr(placeNode + ".offset", fileNode + ".offset");
   if (!destinationPlug.empty())
     ConnectAttr(fileNode + ".outColor", destinationPlug);
   return file;

@@ -173,9 +173,9 @@ TEST_F(ExportTextureTest, TexturedMaterialUVsGoThroughTheUVTransform)
 TEST_F(ExportTextureTest, RepeatAndOffsetOfTheColourTextureBecomeTheUVTransform)
 {
     const MObject lambert = Shader("lambert", "tiled");
-    const MObject file = CreateFileTexture("tiledFile", SourceTexture("tiles.tga"), "tiled.color");
-    AddAttr(file, "repeatU", AttrType::Float, 4.0);
-    AddAttr(file, "offsetV", AttrType::Float, 0.5);
+    CreateFileTexture("tiledFile", SourceTexture("tiles.tga"), "tiled.color");
+    SetAttr("place2dTexture1.repeatU", 4.0);
+    SetAttr("place2dTexture1.offsetV", 0.5);
     VMMaterial* material = Material(lambert);
     EXPECT_FLOAT_EQ(material->UVTransform[0], 4.0f);
     EXPECT_FLOAT_EQ(material->UVTransform[1], 1.0f);

@@ -176,6 +176,9 @@ TEST(ImportGltfMaterials, TexturesBecomeFileNodesPlacedAsTheFileSaysWithBumpThro
     EXPECT_NEAR(standin::Plug(place + ".offsetU").asDouble(), 0.5, 1e-6);
     // glTF's offset is measured from the top; in Maya's bottom-up space 3 repeats from 0.25 start at 1 - 0.25 - 3.
     EXPECT_NEAR(standin::Plug(place + ".offsetV").asDouble(), -2.25, 1e-6);
+    // What the harvest reads: the file node's placement plugs, driven by the placement node.
+    EXPECT_NEAR(standin::Plug(file + ".repeatV").asDouble(), 3.0, 1e-6);
+    EXPECT_NEAR(standin::Plug(file + ".offsetV").asDouble(), -2.25, 1e-6);
     const std::string bump = UpstreamNode("painted.normalCamera");
     ASSERT_FALSE(bump.empty());
     EXPECT_EQ(std::string(MFnDependencyNode(standin::NodeByName(bump)).typeName().asChar()), "bump2d");

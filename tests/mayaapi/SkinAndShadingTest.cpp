@@ -254,6 +254,10 @@ TEST_F(ShadingTest, ShadingEngineLeadsToItsSurfaceShaderAndTextures)
   place.disablePruningOnFilter();
   ASSERT_FALSE(place.isDone());
   EXPECT_EQ(MFnDependencyNode(place.thisNode()).findPlug("repeatU").asDouble(), 4.0);
+  // The file node's own placement plugs follow the placement node.
+  EXPECT_EQ(file.findPlug("repeatU").asDouble(), 4.0);
+  EXPECT_EQ(file.findPlug("repeatV").asDouble(), 1.0);
+  EXPECT_EQ(file.findPlug("offsetU").asDouble(), 0.0);
 }
 
 TEST_F(ShadingTest, MembershipWiredWithConnectAttrCountsLikeAnAssignment)
