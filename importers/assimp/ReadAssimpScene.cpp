@@ -323,16 +323,6 @@ void ConfigureImporter(Assimp::Importer& importer)
 
 constexpr const char* kAssimpCrashed = "Assimp crashed reading this file: it is damaged or uses something Assimp cannot read";
 
-// Whether Assimp comes back from reading the file at all, tried in a child process.
-template <class Read>
-bool AssimpFinishes(const Read& read)
-{
-    return FinishesInChildProcess([&] {
-        Assimp::Importer importer;
-        read(importer);
-    });
-}
-
 // Inputs on which Assimp itself misbehaves instead of failing.
 bool PassesAssimpQuirkChecks(AssimpFormat format, std::string_view contents, ImportResult& result)
 {
@@ -456,7 +446,11 @@ bool ReadAssimpFile(const std::string& path, const ImportOptions& options, Scene
             ConfigureImporter(importer);
             return importer.ReadFile(ToNativePath(path), kAssimpSteps);
         };
-        if (!AssimpFinishes(read)) {
+        const bool finishes = FinishesInChildProcess([&] {
+            Assimp::Importer trial;
+            read(trial);
+        });
+        if (!finishes) {
             result.Error = "'" + fileName + "': " + kAssimpCrashed;
             return false;
         }
@@ -494,16 +488,9 @@ bool ReadAssimpMemory(const void* data, size_t size, const std::string& extensio
             result.Error = "'" + fileName + "': " + result.Error;
             return false;
         }
-        const auto read = [&](Assimp::Importer& importer) {
-            ConfigureImporter(importer);
-            return importer.ReadFileFromMemory(data, size, kAssimpSteps, extension.c_str());
-        };
-        if (!AssimpFinishes(read)) {
-            result.Error = "'" + fileName + "': " + kAssimpCrashed;
-            return false;
-        }
         Assimp::Importer importer;
-        const aiScene* scene = read(importer);
+        ConfigureImporter(importer);
+        const aiScene* scene = importer.ReadFileFromMemory(data, size, kAssimpSteps, extension.c_str());
         if (!scene) {
             result.Error = "'" + fileName + "': " + importer.GetErrorString();
             return false;
