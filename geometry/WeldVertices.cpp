@@ -59,10 +59,10 @@ public:
     {
         const size_t count = positions.size();
         m_next.assign(count, -1);
-        // Harvested meshes share each position between several corners: a cell per three
-        // vertices is the first guess, grown when it was too few.
+        // The positions are distinct and cells a few tolerances wide, so nearly every position
+        // opens a cell of its own.
         size_t tableSize = 16;
-        while (tableSize < count / 3)
+        while (3 * tableSize < 4 * count)
             tableSize *= 2;
         m_heads.assign(tableSize, -1);
         // Chains are built from the top so that each lists its vertices in ascending order.
@@ -174,8 +174,11 @@ void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float ep
         if (groups.IsHighest(i))
             isLowest[static_cast<size_t>(groups.Next(i))] = 1;
     }
+    const auto positionCount = static_cast<size_t>(std::count(isLowest.begin(), isLowest.end(), 1));
     std::vector<Position> positions;
     std::vector<int> lowest;
+    positions.reserve(positionCount);
+    lowest.reserve(positionCount);
     for (int i = 0; i < count; ++i) {
         if (!isLowest[static_cast<size_t>(i)])
             continue;
@@ -190,11 +193,10 @@ void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float ep
     const double reach = ReachPerAxis(epsVert);
     // Cells several reaches wide: a seed usually needs only its own cell.
     const CellGrid grid(positions, 8.0 * reach);
-    const int positionCount = static_cast<int>(positions.size());
     // The seed position that claimed each position (a seed claims its own), -1 while unclaimed.
     std::vector<int> seedOf(positions.size(), -1);
     std::vector<int> candidates;
-    for (int s = 0; s < positionCount; ++s) {
+    for (int s = 0; s < static_cast<int>(positionCount); ++s) {
         if (s % 4096 == 0)
             GeometryLog("AdjustTri: Merging Vertices (%d / %d)\r\n", lowest[static_cast<size_t>(s)], count);
         if (seedOf[static_cast<size_t>(s)] >= 0)
@@ -228,7 +230,7 @@ void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float ep
     }
 
     // Every member of a claimed position but the seed vertex itself moves onto the seed vertex.
-    for (int w = 0; w < positionCount; ++w) {
+    for (int w = 0; w < static_cast<int>(positionCount); ++w) {
         const int s = seedOf[static_cast<size_t>(w)];
         if (s < 0)
             continue;
