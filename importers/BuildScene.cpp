@@ -195,8 +195,8 @@ void CreateShaders(const SceneRecord& record, Built& built, ImportResult& result
 
 MObject CreateShape(const RecordMesh& mesh, const MObject& transform, ImportResult& result)
 {
-    standin::MeshSpec spec {mesh.Points, mesh.Counts, mesh.Connects};
-    const MObject shape = standin::CreateMesh(ShapeNameFor(NameOf(transform)), transform, spec);
+    standin::MeshDescription description {mesh.Points, mesh.Counts, mesh.Connects};
+    const MObject shape = standin::CreateMesh(ShapeNameFor(NameOf(transform)), transform, description);
     if (shape.isNull()) {
         result.Warn("Meshes Maya refuses are not imported");
         return shape;

@@ -15,9 +15,9 @@ constexpr int kQuadsY = TiledGridQuadsY;
 constexpr int kShaderCount = 8;
 
 // Bent into a bowl so that normals vary across it.
-standin::MeshSpec Grid()
+standin::MeshDescription Grid()
 {
-    standin::MeshSpec mesh;
+    standin::MeshDescription mesh;
     for (int y = 0; y <= kQuadsY; ++y)
         for (int x = 0; x <= kQuadsX; ++x)
             mesh.points.emplace_back(
@@ -32,7 +32,7 @@ standin::MeshSpec Grid()
     return mesh;
 }
 
-standin::UVSpec GridUVs(const standin::MeshSpec& mesh)
+standin::UVSpec GridUVs(const standin::MeshDescription& mesh)
 {
     standin::UVSpec uvs;
     for (int y = 0; y <= kQuadsY; ++y)
@@ -49,7 +49,7 @@ standin::UVSpec GridUVs(const standin::MeshSpec& mesh)
 void BuildTiledGridScene()
 {
     standin::NewScene();
-    const standin::MeshSpec grid = Grid();
+    const standin::MeshDescription grid = Grid();
     const standin::UVSpec uvs = GridUVs(grid);
     std::vector<MObject> shadingEngines;
     for (int s = 0; s < kShaderCount; ++s)

@@ -17,12 +17,12 @@ constexpr int kCells = 708;
 MObject BuildGrid()
 {
   NewScene();
-  MeshSpec spec;
+  MeshDescription description;
   UVSpec uvs;
   const int side = kCells + 1;
   for (int y = 0; y < side; ++y)
     for (int x = 0; x < side; ++x) {
-      spec.points.emplace_back(x, 0.01 * ((x * 7 + y * 13) % 5), y);
+      description.points.emplace_back(x, 0.01 * ((x * 7 + y * 13) % 5), y);
       uvs.u.push_back(static_cast<float>(x) / kCells);
       uvs.v.push_back(static_cast<float>(y) / kCells);
     }
@@ -30,15 +30,15 @@ MObject BuildGrid()
     for (int x = 0; x < kCells; ++x) {
       const int a = y * side + x;
       for (int v : {a, a + side, a + 1, a + 1, a + side, a + side + 1}) {
-        spec.connects.push_back(v);
+        description.connects.push_back(v);
         uvs.ids.push_back(v);
       }
-      spec.counts.push_back(3);
-      spec.counts.push_back(3);
+      description.counts.push_back(3);
+      description.counts.push_back(3);
     }
   const MObject transform = CreateNode("transform", "grid");
   SetAttr("grid.translate", 1.0, 2.0, 3.0);
-  const MObject shape = CreateMesh("gridShape", transform, spec);
+  const MObject shape = CreateMesh("gridShape", transform, description);
   SetUVs(shape, uvs);
   return shape;
 }

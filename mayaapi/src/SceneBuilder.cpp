@@ -180,29 +180,29 @@ bool AddAttr(const MObject& node, const std::string& longName, AttrType type, do
   return true;
 }
 
-MObject CreateMesh(const std::string& shapeName, const MObject& transform, const MeshSpec& spec)
+MObject CreateMesh(const std::string& shapeName, const MObject& transform, const MeshDescription& description)
 {
   int faceVertices = 0;
-  for (int count : spec.counts) {
+  for (int count : description.counts) {
     if (count < 3)
       return MObject();
     faceVertices += count;
   }
-  if (faceVertices != static_cast<int>(spec.connects.size()))
+  if (faceVertices != static_cast<int>(description.connects.size()))
     return MObject();
-  for (int v : spec.connects)
-    if (v < 0 || v >= static_cast<int>(spec.points.size()))
+  for (int v : description.connects)
+    if (v < 0 || v >= static_cast<int>(description.points.size()))
       return MObject();
   MObject shape = CreateNode("mesh", shapeName, transform);
   standin::Node* node = NodeOf(shape);
   if (!node)
     return MObject();
   MeshTopology& topo = *node->mesh->topology;
-  topo.vertexCount = static_cast<int>(spec.points.size());
-  topo.faceVertices = spec.connects;
-  for (int count : spec.counts)
+  topo.vertexCount = static_cast<int>(description.points.size());
+  topo.faceVertices = description.connects;
+  for (int count : description.counts)
     topo.faceOffsets.push_back(topo.faceOffsets.back() + count);
-  for (const MPoint& p : spec.points) {
+  for (const MPoint& p : description.points) {
     node->mesh->points.push_back(ClampTo<float>(p.x));
     node->mesh->points.push_back(ClampTo<float>(p.y));
     node->mesh->points.push_back(ClampTo<float>(p.z));

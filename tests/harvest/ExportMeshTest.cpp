@@ -82,7 +82,7 @@ TEST_F(ExportMeshTest, SplitCopyLinksToItsSourceAndKeepsItsPosition)
 TEST_F(ExportMeshTest, PositionsAndNormalsEnterInEngineAxes)
 {
     const MObject transform = CreateNode("transform", "tri");
-    CreateMesh("triShape", transform, MeshSpec{{MPoint(1, 2, 3), MPoint(2, 2, 3), MPoint(1, 2, 4)}, {3}, {0, 2, 1}});
+    CreateMesh("triShape", transform, MeshDescription{{MPoint(1, 2, 3), MPoint(2, 2, 3), MPoint(1, 2, 4)}, {3}, {0, 2, 1}});
     AssignNewShader(PathTo("triShape").node(), "grey");
     ASSERT_TRUE(ExportMesh(State(), PathTo("triShape"), world, 0));
     ASSERT_EQ(world.Vertices.Count(), 3);
@@ -205,7 +205,7 @@ TEST_F(ExportMeshTest, VertexThatNoPolygonUsesRaisesVertexWithNoUVMapping)
 {
     const MObject shape = CreateMesh(
         "triShape", CreateNode("transform", "tri"),
-        MeshSpec{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0), MPoint(5, 5, 5)}, {3}, {0, 1, 2}});
+        MeshDescription{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0), MPoint(5, 5, 5)}, {3}, {0, 1, 2}});
     AssignNewShader(shape, "grey");
     ASSERT_TRUE(ExportMesh(State(), PathTo("triShape"), world, 0));
     EXPECT_EQ(report.Details(IssueVertexWithoutUV), (std::vector<std::string>{"|tri|triShape"}));

@@ -109,7 +109,7 @@ TEST_F(ExportTextureTest, SpecularMultiplierIsTheAverageOfTheSpecularColour)
 TEST_F(ExportTextureTest, TexturedSpecularAttributesGiveFixedValuesAndTheSpecularMap)
 {
     const MObject blinn = Shader("blinn", "mapped");
-    CreateFileTexture("specFile", SourceTexture("spec.tga"), "mapped.specularColor");
+    CreateFileTexture("specFile", SourceTexture("description.tga"), "mapped.specularColor");
     CreateFileTexture("eccFile", SourceTexture("ecc.tga"), "");
     ConnectAttr("eccFile.outAlpha", "mapped.eccentricity");
     VMMaterial* material = Material(blinn);

@@ -25,10 +25,10 @@ namespace harvesttest {
 //    | 0-----|-1
 //    |/      |/
 //    6-------7
-inline standin::MeshSpec Cube(double size = 1.0)
+inline standin::MeshDescription Cube(double size = 1.0)
 {
     const double h = size / 2;
-    return standin::MeshSpec{{MPoint(-h, -h, h), MPoint(h, -h, h), MPoint(-h, h, h), MPoint(h, h, h), MPoint(-h, h, -h),
+    return standin::MeshDescription{{MPoint(-h, -h, h), MPoint(h, -h, h), MPoint(-h, h, h), MPoint(h, h, h), MPoint(-h, h, -h),
                               MPoint(h, h, -h), MPoint(-h, -h, -h), MPoint(h, -h, -h)},
                              {4, 4, 4, 4, 4, 4},
                              {0, 1, 3, 2, 2, 3, 5, 4, 4, 5, 7, 6, 6, 7, 1, 0, 1, 7, 5, 3, 6, 0, 2, 4}};
@@ -43,9 +43,9 @@ inline std::vector<std::pair<int, int>> CubeEdges()
 // 0---1---2   two quads side by side in the xy plane
 // |   |   |
 // 3---4---5
-inline standin::MeshSpec TwoQuads()
+inline standin::MeshDescription TwoQuads()
 {
-    return standin::MeshSpec{
+    return standin::MeshDescription{
         {MPoint(0, 1, 0), MPoint(1, 1, 0), MPoint(2, 1, 0), MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(2, 0, 0)},
         {4, 4},
         {3, 4, 1, 0, 4, 5, 2, 1}};

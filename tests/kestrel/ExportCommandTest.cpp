@@ -29,13 +29,13 @@ bool LoadTwoCubes(const std::string&, std::string&)
     for (int cube = 0; cube < 2; ++cube) {
         const std::string name = cube == 0 ? "near" : "far";
         const MObject transform = standin::CreateNode("transform", name);
-        standin::MeshSpec spec;
+        standin::MeshDescription description;
         for (int corner = 0; corner < 8; ++corner)
-            spec.points.emplace_back(300.0 * cube + 100.0 * (corner & 1), 100.0 * ((corner >> 1) & 1),
+            description.points.emplace_back(300.0 * cube + 100.0 * (corner & 1), 100.0 * ((corner >> 1) & 1),
                                      100.0 * ((corner >> 2) & 1));
-        spec.counts = {4, 4, 4, 4, 4, 4};
-        spec.connects = {0, 2, 3, 1, 4, 5, 7, 6, 0, 1, 5, 4, 2, 6, 7, 3, 0, 4, 6, 2, 1, 3, 7, 5};
-        const MObject shape = standin::CreateMesh(name + "Shape", transform, spec);
+        description.counts = {4, 4, 4, 4, 4, 4};
+        description.connects = {0, 2, 3, 1, 4, 5, 7, 6, 0, 1, 5, 4, 2, 6, 7, 3, 0, 4, 6, 2, 1, 3, 7, 5};
+        const MObject shape = standin::CreateMesh(name + "Shape", transform, description);
         standin::Assign(standin::CreateShader("lambert", name + "Stone"), shape);
     }
     return true;

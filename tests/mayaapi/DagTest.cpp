@@ -15,9 +15,9 @@ namespace {
 
 using namespace standin;
 
-MeshSpec Triangle()
+MeshDescription Triangle()
 {
-  return MeshSpec{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0)}, {3}, {0, 1, 2}};
+  return MeshDescription{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0)}, {3}, {0, 1, 2}};
 }
 
 std::vector<std::string> Walk(MItDag::TraversalType type)

@@ -20,9 +20,9 @@ using namespace standin;
 //    | 0-----|-1
 //    |/      |/
 //    6-------7
-MeshSpec Cube()
+MeshDescription Cube()
 {
-  return MeshSpec{{MPoint(-.5, -.5, .5), MPoint(.5, -.5, .5), MPoint(-.5, .5, .5), MPoint(.5, .5, .5),
+  return MeshDescription{{MPoint(-.5, -.5, .5), MPoint(.5, -.5, .5), MPoint(-.5, .5, .5), MPoint(.5, .5, .5),
                    MPoint(-.5, .5, -.5), MPoint(.5, .5, -.5), MPoint(-.5, -.5, -.5), MPoint(.5, -.5, -.5)},
                   {4, 4, 4, 4, 4, 4},
                   {0, 1, 3, 2, 2, 3, 5, 4, 4, 5, 7, 6, 6, 7, 1, 0, 1, 7, 5, 3, 6, 0, 2, 4}};
@@ -31,9 +31,9 @@ MeshSpec Cube()
 // 0---1---2   two quads side by side; the right one's UVs are mirrored in u.
 // |   |   |
 // 3---4---5
-MeshSpec TwoQuads()
+MeshDescription TwoQuads()
 {
-  return MeshSpec{{MPoint(0, 1, 0), MPoint(1, 1, 0), MPoint(2, 1, 0), MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(2, 0, 0)},
+  return MeshDescription{{MPoint(0, 1, 0), MPoint(1, 1, 0), MPoint(2, 1, 0), MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(2, 0, 0)},
                   {4, 4},
                   {3, 4, 1, 0, 4, 5, 2, 1}};
 }
@@ -244,7 +244,7 @@ TEST_F(MeshTest, InconsistentMeshArraysAreRefused)
   MStatus status;
   EXPECT_TRUE(fn.create(1, 1, points, counts, connects, MObject(), &status).isNull());
   EXPECT_FALSE(status);
-  EXPECT_TRUE(CreateMesh("bad", MObject(), MeshSpec{{MPoint()}, {3}, {0, 0}}).isNull());
+  EXPECT_TRUE(CreateMesh("bad", MObject(), MeshDescription{{MPoint()}, {3}, {0, 0}}).isNull());
 }
 
 TEST_F(MeshTest, CreatedMeshWithoutParentComesWithATransform)
@@ -282,7 +282,7 @@ TEST_F(MeshTest, TangentQueryFailsOnAFaceWithUnmappedCorners)
 
 TEST_F(MeshTest, MeshWithoutFacesGivesFinishedIteratorsAndFailedQueries)
 {
-  const MObject empty = CreateMesh("emptyShape", MObject(), MeshSpec{});
+  const MObject empty = CreateMesh("emptyShape", MObject(), MeshDescription{});
   ASSERT_FALSE(empty.isNull());
   MItMeshPolygon polygons(PathTo("|empty|emptyShape"));
   EXPECT_TRUE(polygons.isDone());

@@ -19,7 +19,7 @@ protected:
   {
     NewScene();
     transform = CreateNode("transform", "rock");
-    shape = CreateMesh("rockShape", transform, MeshSpec{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0)}, {3}, {0, 1, 2}});
+    shape = CreateMesh("rockShape", transform, MeshDescription{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0)}, {3}, {0, 1, 2}});
   }
 
   MObject transform, shape;

@@ -17,9 +17,9 @@ namespace {
 
 using namespace standin;
 
-MeshSpec Quad()
+MeshDescription Quad()
 {
-  return MeshSpec{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(1, 1, 0), MPoint(0, 1, 0)}, {4}, {0, 1, 2, 3}};
+  return MeshDescription{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(1, 1, 0), MPoint(0, 1, 0)}, {4}, {0, 1, 2, 3}};
 }
 
 class SceneBuilderTest : public ::testing::Test {

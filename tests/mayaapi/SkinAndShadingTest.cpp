@@ -25,9 +25,9 @@ namespace {
 
 using namespace standin;
 
-MeshSpec Triangle()
+MeshDescription Triangle()
 {
-  return MeshSpec{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0)}, {3}, {0, 1, 2}};
+  return MeshDescription{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0)}, {3}, {0, 1, 2}};
 }
 
 //  j1 at the origin, j2 at (1,0,0); vertex 0 follows j1, vertex 2 follows j2, vertex 1 both by half.
@@ -173,7 +173,7 @@ protected:
     const MObject a = CreateNode("transform", "a");
     const MObject b = CreateNode("transform", "b");
     shape = CreateMesh("sharedShape", a,
-                       MeshSpec{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(1, 1, 0), MPoint(0, 1, 0)}, {3, 3}, {0, 1, 2, 0, 2, 3}});
+                       MeshDescription{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(1, 1, 0), MPoint(0, 1, 0)}, {3, 3}, {0, 1, 2, 0, 2, 3}});
     AddInstance(shape, b);
     red = CreateShader("lambert", "red");
     green = CreateShader("blinn", "green");
@@ -264,7 +264,7 @@ TEST_F(ShadingTest, MembershipWiredWithConnectAttrCountsLikeAnAssignment)
 {
   NewScene();
   const MObject quad = CreateMesh("quadShape", MObject(),
-                                  MeshSpec{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(1, 1, 0)}, {3}, {0, 1, 2}});
+                                  MeshDescription{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(1, 1, 0)}, {3}, {0, 1, 2}});
   CreateShader("lambert", "initial");
   ASSERT_TRUE(ConnectAttr("quadShape.instObjGroups[0]", "initialSG.dagSetMembers[0]"));
   MSelectionList members;

@@ -107,7 +107,7 @@ TEST_F(TransformTest, EachInstanceHasItsOwnWorldMatrixPlug)
 {
   const MObject a = CreateNode("transform", "a");
   const MObject b = CreateNode("transform", "b");
-  const MObject shape = CreateMesh("sharedShape", a, MeshSpec{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0)}, {3}, {0, 1, 2}});
+  const MObject shape = CreateMesh("sharedShape", a, MeshDescription{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0)}, {3}, {0, 1, 2}});
   AddInstance(shape, b);
   SetAttr("b.translateX", 4.0);
   const MMatrix second = MFnMatrixData(Plug("sharedShape.worldMatrix[1]").asMObject()).matrix();

@@ -82,7 +82,7 @@ TEST_F(UnitsAndCommandsTest, UnknownCommandFailsWithAnErrorText)
 
 TEST_F(UnitsAndCommandsTest, CreateAndAssignShaderGivesTheMeshANewBlinn)
 {
-  CreateMesh("importedShape", MObject(), MeshSpec{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0)}, {3}, {0, 1, 2}});
+  CreateMesh("importedShape", MObject(), MeshDescription{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0)}, {3}, {0, 1, 2}});
   ASSERT_TRUE(MGlobal::executeCommand("createAndAssignShader blinn \"imported\""));
   EXPECT_FALSE(NodeByName("blinn1").isNull());
   EXPECT_TRUE(Plug("blinn1SG.dagSetMembers[0]").isConnected());

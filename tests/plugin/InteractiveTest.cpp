@@ -108,22 +108,22 @@ TEST_F(InteractiveExport, InteractiveReportIsShownAndNotFiled)
 void AddSeparatePolygons(int triangles, int quads)
 {
     const MObject transform = standin::CreateNode("transform", "soup");
-    standin::MeshSpec spec;
+    standin::MeshDescription description;
     for (int polygon = 0; polygon < triangles + quads; ++polygon) {
         const double x = 2.0 * (polygon % 256);
         const double z = 2.0 * (polygon / 256);
         const int corners = polygon < triangles ? 3 : 4;
-        const int first = static_cast<int>(spec.points.size());
-        spec.points.emplace_back(x, 0.0, z);
-        spec.points.emplace_back(x, 0.0, z + 1.0);
-        spec.points.emplace_back(x + 1.0, 0.0, z + 1.0);
+        const int first = static_cast<int>(description.points.size());
+        description.points.emplace_back(x, 0.0, z);
+        description.points.emplace_back(x, 0.0, z + 1.0);
+        description.points.emplace_back(x + 1.0, 0.0, z + 1.0);
         if (corners == 4)
-            spec.points.emplace_back(x + 1.0, 0.0, z);
-        spec.counts.push_back(corners);
+            description.points.emplace_back(x + 1.0, 0.0, z);
+        description.counts.push_back(corners);
         for (int corner = 0; corner < corners; ++corner)
-            spec.connects.push_back(first + corner);
+            description.connects.push_back(first + corner);
     }
-    AssignMaterial(standin::CreateMesh("soupShape", transform, spec), "ground");
+    AssignMaterial(standin::CreateMesh("soupShape", transform, description), "ground");
 }
 
 TEST_F(InteractiveExport, WorldOf65535VerticesRaisesNoVertexCountWarning)

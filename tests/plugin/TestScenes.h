@@ -12,18 +12,18 @@
 inline MObject AddCube(const std::string& name, double x, double y, double z, double size = 1.0)
 {
     const MObject transform = standin::CreateNode("transform", name);
-    standin::MeshSpec spec;
+    standin::MeshDescription description;
     for (int corner = 0; corner < 8; ++corner)
-        spec.points.emplace_back(x + size * (corner & 1), y + size * ((corner >> 1) & 1), z + size * ((corner >> 2) & 1));
-    spec.counts = {4, 4, 4, 4, 4, 4};
+        description.points.emplace_back(x + size * (corner & 1), y + size * ((corner >> 1) & 1), z + size * ((corner >> 2) & 1));
+    description.counts = {4, 4, 4, 4, 4, 4};
     //     6----7
     //    /|   /|     corner = x + 2y + 4z
     //   2----3 |
     //   | 4--|-5
     //   |/   |/
     //   0----1
-    spec.connects = {0, 2, 3, 1, 4, 5, 7, 6, 0, 1, 5, 4, 2, 6, 7, 3, 0, 4, 6, 2, 1, 3, 7, 5};
-    return standin::CreateMesh(name + "Shape", transform, spec);
+    description.connects = {0, 2, 3, 1, 4, 5, 7, 6, 0, 1, 5, 4, 2, 6, 7, 3, 0, 4, 6, 2, 1, 3, 7, 5};
+    return standin::CreateMesh(name + "Shape", transform, description);
 }
 
 // A lambert material with its shading group, given to the whole shape.

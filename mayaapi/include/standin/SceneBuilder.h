@@ -25,7 +25,7 @@ struct KeySpec {
   TangentType out = TangentType::Clamped;
 };
 
-struct MeshSpec {
+struct MeshDescription {
   std::vector<MPoint> points;
   std::vector<int> counts;
   std::vector<int> connects;
@@ -59,7 +59,7 @@ bool ConnectAttr(const std::string& source, const std::string& destination);
 bool AddAttr(const MObject& node, const std::string& longName, AttrType type, double defaultValue = 0.0,
              const std::vector<std::string>& enumFields = {});
 
-MObject CreateMesh(const std::string& shapeName, const MObject& transform, const MeshSpec& mesh);
+MObject CreateMesh(const std::string& shapeName, const MObject& transform, const MeshDescription& mesh);
 bool SetUVs(const MObject& shape, const UVSpec& uvs);
 bool SetCurrentUVSet(const MObject& shape, const std::string& setName);
 bool SetFaceVertexNormals(const MObject& shape, const std::vector<MVector>& normals);
