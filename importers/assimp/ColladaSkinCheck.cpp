@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -32,9 +31,11 @@ bool IsSpace(char c)
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
-std::vector<std::string_view> Tokens(const char* text)
+// Calls visit with each white-space separated token of the text, without copying: arrays run to
+// millions of values.
+template <class Visit>
+void ForEachToken(const char* text, Visit visit)
 {
-    std::vector<std::string_view> tokens;
     const std::string_view all = text ? text : "";
     for (size_t at = 0; at < all.size();) {
         while (at < all.size() && IsSpace(all[at]))
@@ -43,9 +44,8 @@ std::vector<std::string_view> Tokens(const char* text)
         while (at < all.size() && !IsSpace(all[at]))
             ++at;
         if (at > start)
-            tokens.push_back(all.substr(start, at - start));
+            visit(all.substr(start, at - start));
     }
-    return tokens;
 }
 
 // Assimp reads indices as unsigned numbers and anything else as 0.
@@ -76,7 +76,8 @@ void Gather(const XMLElement& element, ColladaSources& sources)
     const char* id = element.Attribute("id");
     if (id && IsArray(name)) {
         const int64_t declared = element.Int64Attribute("count", 0);
-        const auto held = static_cast<int64_t>(Tokens(element.GetText()).size());
+        int64_t held = 0;
+        ForEachToken(element.GetText(), [&](std::string_view) { ++held; });
         sources.ArrayLengths[id] = declared < held ? declared : held;
     } else if (id && name == "source") {
         const XMLElement* common = element.FirstChildElement("technique_common");
@@ -164,16 +165,21 @@ std::string CheckSkin(const XMLElement& skin, const ColladaSources& sources)
 
     // Assimp reads <v> as joint and weight index pairs, whatever offsets the inputs declare.
     const XMLElement* pairList = weights->FirstChildElement("v");
-    const std::vector<std::string_view> pairs = Tokens(pairList ? pairList->GetText() : nullptr);
-    for (size_t at = 0; at + 1 < pairs.size(); at += 2) {
-        const int64_t joint = IndexValue(pairs[at]);
-        const int64_t weight = IndexValue(pairs[at + 1]);
-        if (jointCount >= 0 && joint >= jointCount)
-            return where + " names joint " + std::to_string(joint) + " of " + std::to_string(jointCount);
-        if (weightCount >= 0 && weight >= weightCount)
-            return where + " names weight " + std::to_string(weight) + " of " + std::to_string(weightCount);
-    }
-    return {};
+    std::string problem;
+    int64_t joint = -1; // the first half of a pair, until its weight index arrives
+    ForEachToken(pairList ? pairList->GetText() : nullptr, [&](std::string_view token) {
+        if (joint < 0) {
+            joint = IndexValue(token);
+            return;
+        }
+        const int64_t weight = IndexValue(token);
+        if (problem.empty() && jointCount >= 0 && joint >= jointCount)
+            problem = where + " names joint " + std::to_string(joint) + " of " + std::to_string(jointCount);
+        else if (problem.empty() && weightCount >= 0 && weight >= weightCount)
+            problem = where + " names weight " + std::to_string(weight) + " of " + std::to_string(weightCount);
+        joint = -1;
+    });
+    return problem;
 }
 
 std::string CheckSkins(const XMLElement& element, const ColladaSources& sources)
