@@ -10,6 +10,7 @@
 #include "ui/BatchMessageBox.h"
 
 #include <cstdio>
+#include <type_traits>
 
 namespace {
 
@@ -48,6 +49,17 @@ void StopPluginModule()
     TheModule().Services = PluginServices {};
 }
 
+namespace {
+
+// A service the host installed, or the module's own command-line implementation.
+template <class Service>
+Service& ChosenOr(Service* chosen, std::type_identity_t<Service>& fallback)
+{
+    return chosen ? *chosen : fallback;
+}
+
+} // namespace
+
 const PluginServices& TheServices()
 {
     return TheModule().Services;
@@ -55,26 +67,22 @@ const PluginServices& TheServices()
 
 VSettingsStore& TheSettingsStore()
 {
-    Module& module = TheModule();
-    return module.Services.SettingsStore ? *module.Services.SettingsStore : module.DefaultStore;
+    return ChosenOr(TheModule().Services.SettingsStore, TheModule().DefaultStore);
 }
 
 VProcessLauncher& TheProcessLauncher()
 {
-    Module& module = TheModule();
-    return module.Services.ProcessLauncher ? *module.Services.ProcessLauncher : module.DefaultLauncher;
+    return ChosenOr(TheModule().Services.ProcessLauncher, TheModule().DefaultLauncher);
 }
 
 VMessageBox& TheMessageBox()
 {
-    Module& module = TheModule();
-    return module.Services.MessageBox ? *module.Services.MessageBox : module.DefaultMessageBox;
+    return ChosenOr(TheModule().Services.MessageBox, TheModule().DefaultMessageBox);
 }
 
 VExportOptionsDialog& TheOptionsDialog()
 {
-    Module& module = TheModule();
-    return module.Services.OptionsDialog ? *module.Services.OptionsDialog : module.DefaultOptionsDialog;
+    return ChosenOr(TheModule().Services.OptionsDialog, TheModule().DefaultOptionsDialog);
 }
 
 ApplicationSettings& TheApplicationSettings()
