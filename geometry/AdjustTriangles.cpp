@@ -243,7 +243,7 @@ int Adjust(VMWorld& world, float epsVert, float epsUV, bool optimizeMesh)
     if (hasControlVertices)
         NumberVertices(world);
 
-    WeldVertices(world.Vertices, epsVert, epsUV);
+    const PositionRings rings = WeldVertices(world.Vertices, epsVert, epsUV);
 
     const DegenerateCounts degenerate = RemoveDegeneratePolygons(world, epsVert);
     GeometryLog("AdjustTriangles: %i degenerate triangles removed\r\n",
@@ -251,7 +251,7 @@ int Adjust(VMWorld& world, float epsVert, float epsUV, bool optimizeMesh)
     GeometryLog("  (%i Area, %i Normal, %i Multi, %i NonPlanar )\r\n", degenerate.Area, degenerate.Normal,
                 degenerate.Multi, 0);
 
-    const int links = FoldExactDuplicates(world, epsVert, epsUV);
+    const int links = FoldExactDuplicates(world, rings, epsVert, epsUV);
     GeometryLog("AdjustTriangles: %i exact matches to kill\r\n", links);
     GeometryLog("AdjustTriangles: Replacing references in polygons.\r\n");
     ReplaceReferences(world);

@@ -3,9 +3,11 @@
 // ever matches equal positions (duplicate folding, ID links): a hash instead of a search tree,
 // with the same answers in linear time.
 
+#include "geometry/PositionRings.h"
 #include "model/VMOwnedList.h"
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 struct VMVertex;
@@ -29,6 +31,9 @@ public:
         const int next = Next(index);
         return next >= 0 && next <= index;
     }
+
+    // The same groups, given up to a pass that joins them and needs no order.
+    PositionRings Rings() && { return PositionRings(std::move(m_next)); }
 
 private:
     std::vector<int> m_next;

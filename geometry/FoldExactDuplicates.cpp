@@ -1,6 +1,5 @@
 #include "geometry/FoldExactDuplicates.h"
 
-#include "geometry/ExactPositionGroups.h"
 #include "model/VMWorld.h"
 #include "report/GeometryLog.h"
 
@@ -32,15 +31,13 @@ bool IsDuplicate(const VMVertex& v, const VMVertex& w, float epsUV)
 
 }
 
-int FoldExactDuplicates(VMWorld& world, float epsVert, float epsUV)
+int FoldExactDuplicates(VMWorld& world, const PositionRings& rings, float epsVert, float epsUV)
 {
     // The search box of half-width 2 x epsVert around v holds exactly the vertices at v's
     // position (welding moved vertices by less than epsVert, which that width allows for), so
     // groups of equal positions answer the same.
     if (!(epsVert >= 0.0f))
         return 0;
-    // Harvested corners share each position several ways, six in a regular mesh.
-    const ExactPositionGroups groups(world.Vertices, static_cast<size_t>(world.Vertices.Count()) / 4);
     int links = 0;
     const int polygonCount = world.Polygons.Count();
     for (int index = 0; index < polygonCount; ++index) {
@@ -53,9 +50,9 @@ int FoldExactDuplicates(VMWorld& world, float epsVert, float epsUV)
             if (world.Vertices.Get(position) != v)
                 continue;
             // Each candidate's link depends on v and itself alone, so the ring may start anywhere.
-            if (groups.Next(position) < 0)
+            if (rings.Next(position) < 0)
                 continue;
-            for (int member = groups.Next(position); member != position; member = groups.Next(member)) {
+            for (int member = rings.Next(position); member != position; member = rings.Next(member)) {
                 VMVertex* w = world.Vertices.Get(member);
                 if (w->MergeLink == nullptr && IsDuplicate(*v, *w, epsUV)) {
                     w->MergeLink = v;

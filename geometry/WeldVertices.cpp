@@ -1,6 +1,7 @@
 #include "geometry/WeldVertices.h"
 
 #include "geometry/ExactPositionGroups.h"
+#include "geometry/MemberTable.h"
 
 #include "model/VMVertex.h"
 #include "report/GeometryLog.h"
@@ -25,17 +26,6 @@ struct Cell {
     bool operator==(const Cell&) const = default;
 };
 
-uint64_t Hash(const Cell& cell)
-{
-    uint64_t h = static_cast<uint64_t>(cell.X) * 0x9E3779B97F4A7C15ull;
-    h ^= static_cast<uint64_t>(cell.Y) * 0xC2B2AE3D27D4EB4Full;
-    h ^= static_cast<uint64_t>(cell.Z) * 0x165667B19E3779F9ull;
-    h ^= h >> 29;
-    h *= 0xBF58476D1CE4E5B9ull;
-    h ^= h >> 32;
-    return h;
-}
-
 int64_t CellNumber(double coordinate, double inverseCellSize)
 {
     return static_cast<int64_t>(std::clamp(std::floor(coordinate * inverseCellSize), -CellLimit, CellLimit));
@@ -48,75 +38,65 @@ bool IsFinite(const float position[3])
 
 using Position = std::array<float, 3>;
 
-// Vertices bucketed by grid cell, each cell a chain through m_next. The cell table keeps only the
-// chain's head; the head's own position names the cell, so no cell keys are stored. Fresh memory
-// is most of what a weld of millions of vertices costs.
+// How many vertices ahead the table slots they lead to are asked for.
+constexpr size_t PrefetchDistance = 24;
+
+struct CellHash {
+    uint64_t operator()(const Cell& cell) const
+    {
+        return HashWords(static_cast<uint64_t>(cell.X), static_cast<uint64_t>(cell.Y), static_cast<uint64_t>(cell.Z));
+    }
+};
+
+// A member's cell: the one its position lies in.
+struct CellOfMember {
+    const std::vector<Position>* Positions;
+    double InverseCellSize;
+    Cell operator()(int member) const
+    {
+        const float* p = (*Positions)[static_cast<size_t>(member)].data();
+        return {CellNumber(p[0], InverseCellSize), CellNumber(p[1], InverseCellSize),
+                CellNumber(p[2], InverseCellSize)};
+    }
+};
+
+// Vertices bucketed by grid cell, each cell a chain through m_next whose head the cell table
+// keeps.
 class CellGrid {
 public:
     CellGrid(const std::vector<Position>& positions, double cellSize)
-        : m_positions(positions)
-        , m_inverseCellSize(1.0 / cellSize)
+        : m_cellOf{&positions, 1.0 / cellSize}
+        // The positions are distinct and cells a few tolerances wide, so nearly every position
+        // opens a cell of its own.
+        , m_heads(positions.size(), m_cellOf, CellHash{})
     {
         const size_t count = positions.size();
         m_next.assign(count, -1);
-        // The positions are distinct and cells a few tolerances wide, so nearly every position
-        // opens a cell of its own.
-        size_t tableSize = 16;
-        while (3 * tableSize < 4 * count)
-            tableSize *= 2;
-        m_heads.assign(tableSize, -1);
         // Chains are built from the top so that each lists its vertices in ascending order.
         for (size_t i = count; i-- > 0;) {
+            if (i >= PrefetchDistance && IsFinite(positions[i - PrefetchDistance].data()))
+                m_heads.Prefetch(m_cellOf(static_cast<int>(i - PrefetchDistance)));
             if (!IsFinite(positions[i].data()))
                 continue;
-            // Room for one more cell, whether or not this vertex opens one.
-            if (4 * (m_usedCells + 1) > 3 * m_heads.size())
-                Grow();
-            int& head = m_heads[SlotOf(CellOf(positions[i].data()))];
-            m_usedCells += head < 0 ? 1 : 0;
+            int& head = m_heads.Member(m_cellOf(static_cast<int>(i)));
             m_next[i] = head;
             head = static_cast<int>(i);
         }
     }
 
-    Cell CellOf(const float position[3]) const
-    {
-        return {CellNumber(position[0], m_inverseCellSize), CellNumber(position[1], m_inverseCellSize),
-                CellNumber(position[2], m_inverseCellSize)};
-    }
-
-    int64_t CellNumberOf(double coordinate) const { return CellNumber(coordinate, m_inverseCellSize); }
+    int64_t CellNumberOf(double coordinate) const { return CellNumber(coordinate, m_cellOf.InverseCellSize); }
 
     // The first vertex of the cell, or -1 for an empty cell.
-    int Head(const Cell& cell) const { return m_heads[SlotOf(cell)]; }
+    int Head(const Cell& cell) const { return m_heads.Find(cell); }
+
+    void Prefetch(const Cell& cell) const { m_heads.Prefetch(cell); }
 
     int Next(int vertex) const { return m_next[static_cast<size_t>(vertex)]; }
 
 private:
-    size_t SlotOf(const Cell& cell) const
-    {
-        const size_t mask = m_heads.size() - 1;
-        size_t slot = Hash(cell) & mask;
-        while (m_heads[slot] >= 0 && !(CellOf(m_positions[static_cast<size_t>(m_heads[slot])].data()) == cell))
-            slot = (slot + 1) & mask;
-        return slot;
-    }
-
-    void Grow()
-    {
-        std::vector<int> old(m_heads.size() * 2, -1);
-        old.swap(m_heads);
-        for (int head : old) {
-            if (head >= 0)
-                m_heads[SlotOf(CellOf(m_positions[static_cast<size_t>(head)].data()))] = head;
-        }
-    }
-
-    const std::vector<Position>& m_positions;
-    double m_inverseCellSize;
-    std::vector<int> m_heads;
+    CellOfMember m_cellOf;
+    MemberTable<Cell, CellOfMember, CellHash> m_heads;
     std::vector<int> m_next;
-    size_t m_usedCells = 0;
 };
 
 // How far a candidate can lie from its seed on one axis. With a normal float square the sphere
@@ -158,17 +138,18 @@ void WeldOnto(const VMVertex& s, VMVertex& w, float epsUV)
 
 }
 
-void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float epsUV)
+PositionRings WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float epsUV)
 {
     const int count = vertices.Count();
+    // Harvested corners share each position several ways, six in a regular mesh.
+    ExactPositionGroups groups(vertices, static_cast<size_t>(count) / 4);
     // A squared tolerance of 0 (or below, or NaN) admits no squared distance: nothing can weld.
     if (!(epsVert * epsVert > 0.0f) || count == 0)
-        return;
+        return std::move(groups).Rings();
 
     // Vertices at one position share their fate: any seed's distance to them is the same, and the
     // first of them to seed claims the others. So the search runs over distinct positions, each
     // standing for its group and seeding in the order of its lowest member.
-    const ExactPositionGroups groups(vertices, static_cast<size_t>(count) / 4);
     std::vector<uint8_t> isLowest(static_cast<size_t>(count), 0);
     for (int i = 0; i < count; ++i) {
         if (groups.IsHighest(i))
@@ -195,19 +176,32 @@ void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float ep
     const CellGrid grid(positions, 8.0 * reach);
     // The seed position that claimed each position (a seed claims its own), -1 while unclaimed.
     std::vector<int> seedOf(positions.size(), -1);
+    const auto searchBox = [&](size_t position, int64_t low[3], int64_t high[3]) {
+        const float* p = positions[position].data();
+        for (int axis = 0; axis < 3; ++axis) {
+            low[axis] = grid.CellNumberOf(static_cast<double>(p[axis]) - reach);
+            high[axis] = grid.CellNumberOf(static_cast<double>(p[axis]) + reach);
+        }
+    };
     std::vector<int> candidates;
     for (int s = 0; s < static_cast<int>(positionCount); ++s) {
         if (s % 4096 == 0)
             GeometryLog("AdjustTri: Merging Vertices (%d / %d)\r\n", lowest[static_cast<size_t>(s)], count);
+        if (const size_t ahead = static_cast<size_t>(s) + PrefetchDistance; ahead < positionCount) {
+            int64_t low[3];
+            int64_t high[3];
+            searchBox(ahead, low, high);
+            for (int64_t x = low[0]; x <= high[0]; ++x)
+                for (int64_t y = low[1]; y <= high[1]; ++y)
+                    for (int64_t z = low[2]; z <= high[2]; ++z)
+                        grid.Prefetch({x, y, z});
+        }
         if (seedOf[static_cast<size_t>(s)] >= 0)
             continue;
         const float* seed = positions[static_cast<size_t>(s)].data();
         int64_t low[3];
         int64_t high[3];
-        for (int axis = 0; axis < 3; ++axis) {
-            low[axis] = grid.CellNumberOf(static_cast<double>(seed[axis]) - reach);
-            high[axis] = grid.CellNumberOf(static_cast<double>(seed[axis]) + reach);
-        }
+        searchBox(static_cast<size_t>(s), low, high);
         candidates.clear();
         for (int64_t x = low[0]; x <= high[0]; ++x) {
             for (int64_t y = low[1]; y <= high[1]; ++y) {
@@ -244,4 +238,14 @@ void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float ep
             member = groups.Next(member);
         } while (member != first);
     }
+
+    // A claimed position now lies exactly on its seed's, which no unclaimed position does: its
+    // group joins the seed's.
+    PositionRings rings = std::move(groups).Rings();
+    for (size_t w = 0; w < positionCount; ++w) {
+        const int s = seedOf[w];
+        if (s >= 0 && static_cast<size_t>(s) != w)
+            rings.Join(lowest[w], lowest[static_cast<size_t>(s)]);
+    }
+    return rings;
 }

@@ -2,6 +2,7 @@
 // The weld of AdjustTriangles: vertices strictly closer than epsVert to an earlier unclaimed
 // vertex move onto it.
 
+#include "geometry/PositionRings.h"
 #include "model/VMOwnedList.h"
 
 struct VMVertex;
@@ -17,5 +18,8 @@ struct VMVertex;
 // The answer is that of querying the search tree built over the positions before the weld (as
 // the pass is defined), found with a hash grid over those positions: only unclaimed, hence
 // unmoved, vertices are ever compared. The vertices' state words are not touched.
-// Throws std::bad_alloc when memory runs out.
-void WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float epsUV);
+//
+// Answers the vertices grouped by exactly equal position as the weld leaves them (also when it
+// welds nothing), which the duplicate folding that follows needs. Throws std::bad_alloc when
+// memory runs out.
+PositionRings WeldVertices(const VMOwnedList<VMVertex>& vertices, float epsVert, float epsUV);

@@ -140,7 +140,7 @@ TEST_P(WeldReference, FastWeldAndDuplicateFoldingMatchTheTreeDefinition)
         AddRandomHarvestedMesh(fast, AddMaterial(fast), 600, seed, 0.12f);
         AddRandomHarvestedMesh(reference, AddMaterial(reference), 600, seed, 0.12f);
 
-        WeldVertices(fast.Vertices, eps, 0.3f);
+        const PositionRings rings = WeldVertices(fast.Vertices, eps, 0.3f);
         VertexSearchTree tree;
         ASSERT_EQ(tree.Build(reference.Vertices.Count(), reference.Vertices), 0);
         ReferenceWeld(reference, tree, eps, 0.3f);
@@ -148,7 +148,7 @@ TEST_P(WeldReference, FastWeldAndDuplicateFoldingMatchTheTreeDefinition)
 
         NumberVertices(fast);
         NumberVertices(reference);
-        const int fastLinks = FoldExactDuplicates(fast, eps, 0.3f);
+        const int fastLinks = FoldExactDuplicates(fast, rings, eps, 0.3f);
         EXPECT_EQ(fastLinks, ReferenceDuplicates(reference, tree, eps, 0.3f)) << "seed " << seed;
         EXPECT_GT(fastLinks, 0);
         EXPECT_EQ(MergeTargets(fast), MergeTargets(reference)) << "seed " << seed;
