@@ -3,7 +3,8 @@
 // names (an exact position, a grid cell). A slot holds one member of the key's group and a
 // fingerprint of the key's hash; the member's data confirms a matching fingerprint, so no keys
 // are stored. Eight bytes a slot, because fresh memory is most of what grouping millions of
-// items costs.
+// items costs. A key's home slot comes from the top bits of its hash, which the fingerprint keeps,
+// so the table grows without looking at any member again.
 
 #include <cstddef>
 #include <cstdint>
@@ -30,10 +31,9 @@ public:
         : m_keyOf(keyOf)
         , m_hash(hash)
     {
-        size_t size = 16;
-        while (3 * size < 4 * expectedKeys)
-            size *= 2;
-        m_slots.assign(size, Slot{0, -1});
+        while (3 * (size_t{1} << m_bits) < 4 * expectedKeys && m_bits < 32)
+            ++m_bits;
+        m_slots.assign(size_t{1} << m_bits, Slot{0, -1});
     }
 
     // Asks the memory for the key's slot ahead of its use: keys are met in random order.
@@ -45,7 +45,7 @@ public:
     // The key's member, for the caller to set; -1 for a key not met before, which now has a slot.
     int& Member(const Key& key)
     {
-        if (4 * (m_used + 1) > 3 * m_slots.size())
+        if (4 * (m_used + 1) > 3 * m_slots.size() && m_bits < 32)
             Grow();
         const uint64_t hash = m_hash(key);
         Slot& slot = m_slots[SlotOf(key, hash)];
@@ -62,9 +62,9 @@ private:
         int Member;
     };
 
-    static uint32_t Fingerprint(uint64_t hash) { return static_cast<uint32_t>(hash); }
+    static uint32_t Fingerprint(uint64_t hash) { return static_cast<uint32_t>(hash >> 32); }
 
-    size_t Home(uint64_t hash) const { return static_cast<size_t>(hash >> 32) & (m_slots.size() - 1); }
+    size_t Home(uint64_t hash) const { return static_cast<size_t>(hash >> (64 - m_bits)); }
 
     size_t SlotOf(const Key& key, uint64_t hash) const
     {
@@ -78,13 +78,14 @@ private:
 
     void Grow()
     {
-        std::vector<Slot> old(m_slots.size() * 2, Slot{0, -1});
+        ++m_bits;
+        std::vector<Slot> old(size_t{1} << m_bits, Slot{0, -1});
         old.swap(m_slots);
         const size_t mask = m_slots.size() - 1;
         for (const Slot& slot : old) {
             if (slot.Member < 0)
                 continue;
-            size_t index = Home(m_hash(m_keyOf(slot.Member)));
+            size_t index = Home(static_cast<uint64_t>(slot.Fingerprint) << 32);
             while (m_slots[index].Member >= 0)
                 index = (index + 1) & mask;
             m_slots[index] = slot;
@@ -93,6 +94,7 @@ private:
 
     KeyOf m_keyOf;
     Hash m_hash;
+    int m_bits = 4;
     std::vector<Slot> m_slots;
     size_t m_used = 0;
 };
