@@ -10,9 +10,13 @@
 #include "model/VMWorld.h"
 #include "report/GeometryLog.h"
 
+#include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <new>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -147,7 +151,44 @@ void ShareControlVertices(const List& primitives, VertexSearchTree& tree, float 
     }
 }
 
-void RemoveStrayVertices(VMWorld& world)
+// The numbers the filled slots of a list take once its empty slots are dropped: a bit per slot
+// and a running count per 64 slots, small enough to stay in cache while rings are renumbered.
+class KeptNumbers {
+public:
+    explicit KeptNumbers(const VMOwnedList<VMVertex>& vertices)
+    {
+        const auto count = static_cast<size_t>(vertices.Count());
+        m_bits.assign((count + 63) / 64, 0);
+        m_before.assign(m_bits.size(), 0);
+        for (size_t i = 0; i < count; ++i) {
+            if (i % 64 == 0)
+                m_before[i / 64] = m_count;
+            if (vertices.Get(static_cast<int>(i)) != nullptr) {
+                m_bits[i / 64] |= uint64_t{1} << (i % 64);
+                ++m_count;
+            }
+        }
+    }
+
+    bool IsKept(size_t slot) const { return (m_bits[slot / 64] >> (slot % 64) & 1) != 0; }
+
+    int NumberOf(size_t slot) const
+    {
+        const uint64_t below = m_bits[slot / 64] & ((uint64_t{1} << (slot % 64)) - 1);
+        return static_cast<int>(m_before[slot / 64]) + std::popcount(below);
+    }
+
+    size_t Count() const { return m_count; }
+
+private:
+    std::vector<uint64_t> m_bits;
+    std::vector<uint32_t> m_before;
+    uint32_t m_count = 0;
+};
+
+// Removes the vertices no corner references, compacting the list once, and answers the position
+// groups of the vertices that stay, numbered as they now stand.
+PositionRings RemoveStrayVertices(VMWorld& world, const PositionRings& rings)
 {
     int removed = 0;
     for (int index = world.Vertices.Count() - 1; index >= 0; --index) {
@@ -161,8 +202,25 @@ void RemoveStrayVertices(VMWorld& world)
         else
             ++removed;
     }
+
+    // Each ring keeps the vertices that stay, in the same cyclic order.
+    const KeptNumbers kept(world.Vertices);
+    std::vector<int> next(kept.Count());
+    for (size_t slot = 0; slot < static_cast<size_t>(world.Vertices.Count()); ++slot) {
+        if (!kept.IsKept(slot))
+            continue;
+        int member = rings.Next(static_cast<int>(slot));
+        if (member >= 0) {
+            while (!kept.IsKept(static_cast<size_t>(member)))
+                member = rings.Next(member);
+            member = kept.NumberOf(static_cast<size_t>(member));
+        }
+        next[static_cast<size_t>(kept.NumberOf(slot))] = member;
+    }
+
     world.Vertices.Compact();
     GeometryLog("%i stray vertices removed\r\n", removed);
+    return PositionRings(std::move(next));
 }
 
 int SplitLargePolygons(VMWorld& world)
@@ -270,10 +328,10 @@ int Adjust(VMWorld& world, float epsVert, float epsUV, bool optimizeMesh)
         tree.Destroy();
     }
 
-    RemoveStrayVertices(world);
+    const PositionRings keptRings = RemoveStrayVertices(world, rings);
 
     GeometryLog("AdjustTri: Finding ID vertices\r\n");
-    const int idCount = FixID(world, epsVert);
+    const int idCount = FixID(world, epsVert, keptRings);
     if (idCount < 0)
         return idCount;
 

@@ -5,7 +5,9 @@
 #include "report/GeometryLog.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <new>
+#include <vector>
 
 namespace {
 
@@ -35,47 +37,75 @@ void ResetVertices(VMWorld& world)
 }
 
 // A box query of radius around a vertex of a fresh tree finds exactly the vertices at its
-// position, so each group of equal positions links to its first free member; the members
-// before it (control vertices and heightfield corners) stay unlinked.
-int LinkGroups(VMWorld& world, const ExactPositionGroups& groups)
+// position, so each group of equal positions links to its lowest free member every member above
+// it; the members below it (control vertices and heightfield corners) stay unlinked. Each ring is
+// walked once, from its lowest member, which the ascending scan meets first.
+int LinkRings(VMWorld& world, const PositionRings& rings)
 {
     const int count = world.Vertices.Count();
+    std::vector<uint8_t> walked(static_cast<size_t>(count), 0);
+    std::vector<int> members;
     int links = 0;
-    for (int highest = 0; highest < count; ++highest) {
-        if (!groups.IsHighest(highest))
+    for (int lowest = 0; lowest < count; ++lowest) {
+        const int next = rings.Next(lowest);
+        // A vertex alone at its position links nothing; its record need not be read.
+        if (next < 0 || next == lowest || walked[static_cast<size_t>(lowest)])
             continue;
-        const int lowest = groups.Next(highest);
-        int target = lowest;
-        while (world.Vertices.Get(target)->State != 0 && target != highest)
-            target = groups.Next(target);
-        if (world.Vertices.Get(target)->State != 0)
+        members.clear();
+        int target = -1;
+        int member = lowest;
+        do {
+            walked[static_cast<size_t>(member)] = 1;
+            members.push_back(member);
+            if (world.Vertices.Get(member)->State == 0 && (target < 0 || member < target))
+                target = member;
+            member = rings.Next(member);
+        } while (member != lowest);
+        if (target < 0)
             continue;
         VMVertex* first = world.Vertices.Get(target);
-        for (int member = target; member != highest;) {
-            member = groups.Next(member);
-            world.Vertices.Get(member)->MergeLink = first;
-            ++links;
+        for (int above : members) {
+            if (above > target) {
+                world.Vertices.Get(above)->MergeLink = first;
+                ++links;
+            }
         }
     }
     return links;
+}
+
+// Resets the vertices; false when no links are to be made.
+bool PrepareLinks(VMWorld& world, float radius)
+{
+    if (world.Vertices.IsEmpty())
+        return false;
+    ResetVertices(world);
+    GeometryLog("FixID: Creating a new Vertex Sorting Tree\r\n");
+    GeometryLog("FixID: Re-creating ID vertices...\r\n");
+    return radius >= 0.0f;
 }
 
 }
 
 int FixID(VMWorld& world, float radius)
 {
-    const int count = world.Vertices.Count();
-    if (count == 0)
-        return 0;
-    ResetVertices(world);
-    GeometryLog("FixID: Creating a new Vertex Sorting Tree\r\n");
-    GeometryLog("FixID: Re-creating ID vertices...\r\n");
-    if (!(radius >= 0.0f))
+    if (!PrepareLinks(world, radius))
         return 0;
     try {
         // Duplicates are gone by now: nearly every vertex has a position of its own.
-        const ExactPositionGroups groups(world.Vertices, static_cast<size_t>(count));
-        return LinkGroups(world, groups);
+        const auto count = static_cast<size_t>(world.Vertices.Count());
+        return LinkRings(world, ExactPositionGroups(world.Vertices, count).Rings());
+    } catch (const std::bad_alloc&) {
+        return -301;
+    }
+}
+
+int FixID(VMWorld& world, float radius, const PositionRings& rings)
+{
+    if (!PrepareLinks(world, radius))
+        return 0;
+    try {
+        return LinkRings(world, rings);
     } catch (const std::bad_alloc&) {
         return -301;
     }

@@ -2,6 +2,8 @@
 // ID vertices: vertices that share a position are linked to the first of them, so that the
 // writers can tell the engine which corners are one point of the surface.
 
+#include "geometry/PositionRings.h"
+
 class VMWorld;
 
 // Rebuilds every vertex's merge link: a vertex whose position equals exactly (float equality,
@@ -12,3 +14,7 @@ class VMWorld;
 // links nothing. Answers the number of links made (0 without vertices), or -301 when memory
 // runs out.
 int FixID(VMWorld& world, float radius);
+
+// The same links from groups already at hand: rings must group the world's vertices by their
+// present positions, in any order within a ring, as AdjustTriangles keeps them from its weld.
+int FixID(VMWorld& world, float radius, const PositionRings& rings);
