@@ -3,6 +3,7 @@
 #include "model/VMWorld.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <unordered_map>
@@ -55,9 +56,9 @@ Box WithTriangle(Box box, const VMPolygon& triangle)
     return box;
 }
 
-// The attributes that every triangle of a batch shares with its first.
+// The attributes that every triangle of a batch shares with its first, and its bucket.
 struct BatchKey {
-    int Bucket = 0;
+    int64_t Bucket = 0;
     uint64_t AttributeBits = 0;
     uint32_t AttributeWord = 0;
     uint32_t CollisionBits = 0;
@@ -141,7 +142,7 @@ struct StripGathering::Data {
 
 namespace {
 
-BatchKey KeyOf(const VMPolygon& polygon, int bucket, bool stripObject)
+BatchKey KeyOf(const VMPolygon& polygon, int64_t bucket, bool stripObject)
 {
     BatchKey key;
     key.Bucket = bucket;
@@ -174,7 +175,14 @@ StripGathering::StripGathering(const VMWorld& world, bool stripObject)
     const int materialCount = world.Materials.Count();
     data.Polygons.reserve(static_cast<size_t>(world.Polygons.Count()));
     data.ListPositions.reserve(static_cast<size_t>(world.Polygons.Count()));
+    data.GroupOf.reserve(static_cast<size_t>(world.Polygons.Count()));
     bucketKeys.reserve(static_cast<size_t>(world.Polygons.Count()));
+    // Groups are numbered as the list meets them, while each record is at hand: a group never
+    // spans two buckets, and only its members' order within it (list order) matters.
+    std::vector<size_t> groupSizes;
+    std::unordered_map<BatchKey, int, BatchKeyHash> groupNumbers;
+    BatchKey previousKey;
+    int previousGroup = -1;
     const int polygonCount = world.Polygons.Count();
     for (int position = 0; position < polygonCount; ++position) {
         // The polygons lie scattered over the heap; fetching ahead hides most of the wait.
@@ -199,7 +207,19 @@ StripGathering::StripGathering(const VMWorld& world, bool stripObject)
                 continue;
             pass = area->Index + 1;
         }
-        bucketKeys.push_back(static_cast<int64_t>(pass) * materialCount + material->Index);
+        const int64_t bucketKey = static_cast<int64_t>(pass) * materialCount + material->Index;
+        // Neighbouring triangles nearly always share their attributes.
+        const BatchKey key = KeyOf(*polygon, bucketKey, stripObject);
+        if (previousGroup < 0 || !(key == previousKey)) {
+            const auto [found, added] = groupNumbers.try_emplace(key, static_cast<int>(groupSizes.size()));
+            if (added)
+                groupSizes.push_back(0);
+            previousKey = key;
+            previousGroup = found->second;
+        }
+        ++groupSizes[static_cast<size_t>(previousGroup)];
+        data.GroupOf.push_back(previousGroup);
+        bucketKeys.push_back(bucketKey);
         data.Polygons.push_back(polygon);
         data.ListPositions.push_back(position);
     }
@@ -214,11 +234,6 @@ StripGathering::StripGathering(const VMWorld& world, bool stripObject)
         });
 
     data.Taken.assign(count, 0);
-    data.GroupOf.assign(count, 0);
-    std::vector<size_t> groupSizes;
-    std::unordered_map<BatchKey, int, BatchKeyHash> groupNumbers;
-    BatchKey previousKey;
-    int previousGroup = -1;
     for (size_t entry = 0; entry < count; ++entry) {
         const int candidate = data.Order[entry];
         const int64_t bucketKey = bucketKeys[static_cast<size_t>(candidate)];
@@ -231,20 +246,6 @@ StripGathering::StripGathering(const VMWorld& world, bool stripObject)
             bucket.First = entry;
             data.Buckets.push_back(bucket);
         }
-        // Neighbouring triangles nearly always share their attributes.
-        const BatchKey key = KeyOf(*data.Polygons[static_cast<size_t>(candidate)],
-                                   static_cast<int>(data.Buckets.size()) - 1, stripObject);
-        int group = previousGroup;
-        if (previousGroup < 0 || !(key == previousKey)) {
-            const auto [found, added] = groupNumbers.try_emplace(key, static_cast<int>(groupSizes.size()));
-            if (added)
-                groupSizes.push_back(0);
-            group = found->second;
-            previousKey = key;
-            previousGroup = group;
-        }
-        ++groupSizes[static_cast<size_t>(group)];
-        data.GroupOf[static_cast<size_t>(candidate)] = group;
     }
     if (!data.Buckets.empty())
         data.Buckets.back().End = count;
