@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-  cmake ninja-build g++ clang libclang-rt-dev
+  cmake ninja-build ccache g++ clang libclang-rt-dev
   libtinyxml2-dev libassimp-dev libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev libmeshoptimizer-dev
   locales
