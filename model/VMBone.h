@@ -20,7 +20,8 @@ public:
     // -1 until numbered.
     int32_t Index = -1;
     VMBone* Parent = nullptr;
-    // The attached vertices and their weights, parallel arrays.
+    // The attached vertices and their weights, parallel arrays in no particular order; changed
+    // only through AttachVertex and DetachVertex (model/SkinInfluences.h).
     std::vector<VMSkinVertex*> Vertices;
     std::vector<float> Weights;
     std::string Name;

@@ -15,4 +15,7 @@ struct VMSkeleton {
 
     // Numbers the bones by their list position.
     void Enumerate();
+
+    // The root, or the first bone when none was found; null for an empty skeleton.
+    VMBone* GetRootBone() const { return Root != nullptr ? Root : Bones.Get(0); }
 };

@@ -19,6 +19,9 @@ struct VMSkinVertex : VMVertexData {
     uint32_t InfluenceCount = 0;
     VMBone* InfluenceBones[MaxInfluences] = {nullptr, nullptr, nullptr, nullptr};
     float InfluenceWeights[MaxInfluences] = {0.0f, 0.0f, 0.0f, 0.0f};
+    // Where each slot's entry sits in its bone's arrays. The influences change only through
+    // AttachVertex and DetachVertex (model/SkinInfluences.h), which keep all of this in step.
+    uint32_t InfluenceEntries[MaxInfluences] = {0, 0, 0, 0};
 
     // Scratch links of the model optimisation: the vertex this one merges into, and the first
     // vertex with exactly the same position.

@@ -184,10 +184,13 @@ void CheckModelVertices(const VMModel& model, const std::unordered_set<const VMB
         }
         for (uint32_t slot = 0; slot < vertex->InfluenceCount; ++slot) {
             const VMBone* bone = vertex->InfluenceBones[slot];
+            const uint32_t entry = vertex->InfluenceEntries[slot];
             if (bones.count(bone) == 0)
                 problems.push_back(Format("vertex %d slot %u names a bone that is not in the skeleton", i, slot));
-            else if (std::find(bone->Vertices.begin(), bone->Vertices.end(), vertex) == bone->Vertices.end())
-                problems.push_back(Format("vertex %d slot %u names a bone that does not list it", i, slot));
+            else if (entry >= bone->Vertices.size() || bone->Vertices[entry] != vertex)
+                problems.push_back(Format("vertex %d slot %u names a bone that does not list it there", i, slot));
+            else if (!(bone->Weights[entry] == vertex->InfluenceWeights[slot]))
+                problems.push_back(Format("vertex %d slot %u weighs differently on its bone", i, slot));
         }
     }
 }
