@@ -108,7 +108,7 @@ void StoreCorner(VMVertexData& vertex, const CornerValues& values, const NodePol
 std::unique_ptr<VMVertex> NewVertexOf(VMWorld&) { return VMWorld::NewVertex(); }
 std::unique_ptr<VMSkinVertex> NewVertexOf(VMModel&) { return VMModel::NewVertex(); }
 void LinkSource(VMVertex& copy, VMVertexData& source) { copy.MergeLink = static_cast<VMVertex*>(&source); }
-void LinkSource(VMSkinVertex& copy, VMVertexData& source) { copy.IdLink = static_cast<VMSkinVertex*>(&source); }
+void LinkSource(VMSkinVertex& copy, VMVertexData& source) { copy.Source = static_cast<VMSkinVertex*>(&source); }
 
 template <class Container>
 VMVertexData* SplitCopy(NodePolygonContext& context, Container& container, VMVertexData& first,

@@ -25,6 +25,8 @@ public:
     std::vector<VMSkinVertex*> Vertices;
     std::vector<float> Weights;
     std::string Name;
+    // The joint's full DAG path name: smooth skinning finds its influences by it.
+    std::string FullName;
     // In bone space.
     VMBoundingBox Box;
     VMTransform BoxTransform;

@@ -23,6 +23,10 @@ struct VMSkinVertex : VMVertexData {
     // AttachVertex and DetachVertex (model/SkinInfluences.h), which keep all of this in step.
     uint32_t InfluenceEntries[MaxInfluences] = {0, 0, 0, 0};
 
+    // The vertex that harvesting split this one from, null for a vertex of its own: skin weights
+    // and animation deltas follow it.
+    VMSkinVertex* Source = nullptr;
+
     // Scratch links of the model optimisation: the vertex this one merges into, and the first
     // vertex with exactly the same position.
     VMSkinVertex* MergeTarget = nullptr;

@@ -290,7 +290,8 @@ TEST_F(ExportMeshTest, ModelExportMakesFacesOfSkinVertices)
     EXPECT_EQ(model.Vertices.Count(), 24);
     ASSERT_EQ(model.Faces.Count(), 6);
     EXPECT_EQ(model.Faces[0]->CornerCount(), 4);
-    EXPECT_EQ(model.Vertices[20]->IdLink != nullptr, true);
+    EXPECT_NE(model.Vertices[20]->Source, nullptr);
+    EXPECT_EQ(model.Vertices[3]->Source, nullptr);
     ASSERT_EQ(model.Materials.Count(), 1);
     EXPECT_EQ(model.Materials[0]->ModelFlag, 1);
     EXPECT_EQ(model.Materials[0]->UseCount, 6u);
