@@ -5,6 +5,7 @@
 #include "formats/ParameterString.h"
 #include "formats/SaveParams.h"
 #include "formats/TransparencyModes.h"
+#include "formats/XmlPrinter.h"
 #include "formats/chunk/LastError.h"
 
 #include <tinyxml2.h>
@@ -114,17 +115,6 @@ XMLElement& MaterialList(XMLDocument& document, const VMOwnedList<VMMaterial>& m
     return *root->InsertNewChildElement("Materials");
 }
 
-// An empty file holds nothing to keep; anything else must parse or stay as it is.
-bool ParseExisting(XMLDocument& document, const std::string& contents)
-{
-    if (document.Parse(contents.data(), contents.size()) == tinyxml2::XML_SUCCESS)
-        return true;
-    if (document.ErrorID() != tinyxml2::XML_ERROR_EMPTY_DOCUMENT)
-        return false;
-    document.Clear();
-    return true;
-}
-
 } // namespace
 
 void MergeMaterials(XMLDocument& document, const VMOwnedList<VMMaterial>& materials, uint32_t flags)
@@ -144,19 +134,19 @@ void MergeMaterials(XMLDocument& document, const VMOwnedList<VMMaterial>& materi
 bool SaveMaterialsXml(const VMOwnedList<VMMaterial>& materials, std::string_view xmlPath, uint32_t flags)
 {
     const std::string path(xmlPath);
-    XMLDocument document;
+    XMLDocument document(true, XmlReadWhitespace);
     if (FileExists(path)) {
+        // An empty file is as broken as any other that does not parse: the user may have
+        // emptied it by mistake, and rebuilding it would lose their edits for good.
         std::string contents;
-        if (!ReadWholeFile(path, contents) || !ParseExisting(document, contents)) {
+        if (!ReadWholeFile(path, contents) || document.Parse(contents.data(), contents.size()) != tinyxml2::XML_SUCCESS) {
             SetLastError(Format("Error reading XML file '%s'. Please fix or delete this file", path.c_str()));
             return false;
         }
     }
     MergeMaterials(document, materials, flags);
 
-    tinyxml2::XMLPrinter printer;
-    document.Print(&printer);
-    if (!WriteFileAtomically(path, std::string_view(printer.CStr(), static_cast<size_t>(printer.CStrSize() - 1)))) {
+    if (!WriteXmlFile(document, path)) {
         SetLastError(Format("Error writing XML file '%s'", path.c_str()));
         return false;
     }

@@ -25,6 +25,6 @@ class XMLDocument;
 void MergeMaterials(tinyxml2::XMLDocument& document, const VMOwnedList<VMMaterial>& materials, uint32_t flags);
 
 // Loads the file at xmlPath when it exists, merges and writes it back whole (an interrupted save
-// leaves the previous file). A file that does not parse is left untouched. Answers false with
+// leaves the previous file). A file that does not parse, an empty one too, is left untouched. Answers false with
 // the last-error text set.
 bool SaveMaterialsXml(const VMOwnedList<VMMaterial>& materials, std::string_view xmlPath, uint32_t flags);

@@ -3,10 +3,9 @@
 #include "base/FileSystem.h"
 #include "base/Path.h"
 #include "base/TextUtil.h"
+#include "formats/XmlPrinter.h"
 #include "model/VMMeshBase.h"
 #include "model/VMModel.h"
-
-#include <tinyxml2.h>
 
 #include <algorithm>
 
@@ -116,9 +115,7 @@ std::string MakeResourcesXml(VResourceList list)
             element->SetAttribute("CustomInt", JoinCustomInts(resource.CustomInts).c_str());
         element->SetAttribute("Size", resource.Size);
     }
-    tinyxml2::XMLPrinter printer;
-    document.Print(&printer);
-    return std::string(printer.CStr(), static_cast<size_t>(printer.CStrSize() - 1));
+    return PrintXml(document);
 }
 
 bool SaveResourcesXml(const VResourceList& list, std::string_view xmlPath)

@@ -3,6 +3,7 @@
 
 #include "formats/MaterialsXml.h"
 #include "formats/SaveParams.h"
+#include "formats/XmlPrinter.h"
 #include "formats/chunk/LastError.h"
 
 #include <gtest/gtest.h>
@@ -15,14 +16,12 @@ namespace {
 
 std::string Merge(const std::string& existing, const VMWorld& world, uint32_t flags)
 {
-    tinyxml2::XMLDocument document;
+    tinyxml2::XMLDocument document(true, XmlReadWhitespace);
     if (!existing.empty()) {
         EXPECT_EQ(document.Parse(existing.c_str()), tinyxml2::XML_SUCCESS);
     }
     MergeMaterials(document, world.Materials, flags);
-    tinyxml2::XMLPrinter printer;
-    document.Print(&printer);
-    return printer.CStr();
+    return PrintXml(document);
 }
 
 TEST(MaterialsXmlTest, NewMaterialGetsEveryGroupInOrder)
@@ -43,15 +42,15 @@ TEST(MaterialsXmlTest, NewMaterialGetsEveryGroupInOrder)
     brick.ShaderAssignments.push_back(std::move(shader));
 
     EXPECT_EQ(Merge("", world, 0),
-              "<root>\n"
-              "    <Materials>\n"
+              "<root>\r\n"
+              "    <Materials>\r\n"
               "        <Material name=\"brick\" diffuse=\"brick.dds\" transparency=\"alphasmooth\" doublesided=\"TRUE\""
               " specmul=\"0.500000\" specexp=\"8.000000\" parallaxscale=\"-0.030000\" parallaxbias=\"-0.015000\""
-              " lightmapsize=\"64,128\" lightmapgran=\"0.000000\" lightmapID=\"3\">\n"
-              "            <Shader library=\"wall.ShaderLib\" effect=\"Bumpy\" paramstring=\"Scale=2;\"/>\n"
-              "        </Material>\n"
-              "    </Materials>\n"
-              "</root>\n");
+              " lightmapsize=\"64,128\" lightmapgran=\"0.000000\" lightmapID=\"3\">\r\n"
+              "            <Shader library=\"wall.ShaderLib\" effect=\"Bumpy\" paramstring=\"Scale=2;\" />\r\n"
+              "        </Material>\r\n"
+              "    </Materials>\r\n"
+              "</root>\r\n");
 }
 
 TEST(MaterialsXmlTest, ExistingMaterialGetsOnlyTheGroupsOfTheFlags)
@@ -65,8 +64,8 @@ TEST(MaterialsXmlTest, ExistingMaterialGetsOnlyTheGroupsOfTheFlags)
                                      "</Materials></root>",
                                      world, SaveFlagDoubleSided);
 
-    EXPECT_EQ(merged, "<root>\n    <Materials>\n        <Material name=\"BRICK\" diffuse=\"old.dds\" doublesided=\"TRUE\"/>\n"
-                      "    </Materials>\n</root>\n");
+    EXPECT_EQ(merged, "<root>\r\n    <Materials>\r\n        <Material name=\"BRICK\" diffuse=\"old.dds\" doublesided=\"TRUE\" />\r\n"
+                      "    </Materials>\r\n</root>\r\n");
 }
 
 TEST(MaterialsXmlTest, HandEditedAttributesOfOtherGroupsAndUnknownOnesSurvive)
@@ -80,9 +79,9 @@ TEST(MaterialsXmlTest, HandEditedAttributesOfOtherGroupsAndUnknownOnesSurvive)
                                      "</Materials></root>",
                                      world, SaveFlagSpecular);
 
-    EXPECT_EQ(merged, "<?xml version=\"1.0\"?>\n<!-- mine -->\n<root>\n    <Editor zoom=\"3\"/>\n    <Materials>\n"
-                      "        <Material name=\"brick\" specmul=\"2.000000\" parallaxbias=\"0.5\" custom=\"x\" specexp=\"0.000000\"/>\n"
-                      "    </Materials>\n</root>\n");
+    EXPECT_EQ(merged, "<?xml version=\"1.0\" ?>\r\n<!-- mine -->\r\n<root>\r\n    <Editor zoom=\"3\" />\r\n    <Materials>\r\n"
+                      "        <Material name=\"brick\" specmul=\"2.000000\" parallaxbias=\"0.5\" custom=\"x\" specexp=\"0.000000\" />\r\n"
+                      "    </Materials>\r\n</root>\r\n");
 }
 
 TEST(MaterialsXmlTest, RenamedMaterialReplacesItsElement)
@@ -98,8 +97,8 @@ TEST(MaterialsXmlTest, RenamedMaterialReplacesItsElement)
     EXPECT_NE(merged.find("<Material name=\"granite\" diffuse=\"granite.dds\" transparency=\"opaque\" doublesided=\"FALSE\""),
               std::string::npos);
     // Elements without a name are not the exporter's to remove.
-    EXPECT_NE(merged.find("<Material lost=\"1\"/>"), std::string::npos);
-    EXPECT_NE(merged.find("<Note/>"), std::string::npos);
+    EXPECT_NE(merged.find("<Material lost=\"1\" />"), std::string::npos);
+    EXPECT_NE(merged.find("<Note />"), std::string::npos);
 }
 
 TEST(MaterialsXmlTest, EmptyTexturesRemoveTheirAttributes)
@@ -111,7 +110,7 @@ TEST(MaterialsXmlTest, EmptyTexturesRemoveTheirAttributes)
                                      "</Materials></root>",
                                      world, SaveFlagTextures);
 
-    EXPECT_NE(merged.find("<Material name=\"brick\" diffuse=\"brick.dds\"/>"), std::string::npos);
+    EXPECT_NE(merged.find("<Material name=\"brick\" diffuse=\"brick.dds\" />"), std::string::npos);
 }
 
 TEST(MaterialsXmlTest, TransparencyWithoutModeNameWritesNoAttribute)
@@ -124,19 +123,24 @@ TEST(MaterialsXmlTest, TransparencyWithoutModeNameWritesNoAttribute)
     EXPECT_EQ(merged.find("transparency"), std::string::npos);
 }
 
-TEST(MaterialsXmlTest, UnparsableFileIsRefusedAndLeftUntouched)
+// An empty file is refused like any broken one: rebuilding it would lose the user's edits.
+class UnreadableMaterialsXml : public ::testing::TestWithParam<std::string> {};
+
+TEST_P(UnreadableMaterialsXml, IsRefusedAndLeftUntouched)
 {
     TempDirectory folder;
-    const std::string broken = "<root><Materials><Material name=\"brick\"></root>";
-    folder.Write("materials.xml", broken);
+    folder.Write("materials.xml", GetParam());
     VMWorld world;
     AddMaterial(world, "brick");
 
     EXPECT_FALSE(SaveMaterialsXml(world.Materials, folder.Path("materials.xml"), SaveFlagMaterialGroups));
     EXPECT_EQ(LastError().Text,
               "Error reading XML file '" + folder.Path("materials.xml") + "'. Please fix or delete this file");
-    EXPECT_EQ(folder.Read("materials.xml"), broken);
+    EXPECT_EQ(folder.Read("materials.xml"), GetParam());
 }
+
+INSTANTIATE_TEST_SUITE_P(MaterialsXmlTest, UnreadableMaterialsXml,
+                         ::testing::Values("<root><Materials><Material name=\"brick\"></root>", "", " \r\n"));
 
 TEST(MaterialsXmlTest, SavedFileIsMergedOnTheNextSave)
 {

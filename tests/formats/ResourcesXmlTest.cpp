@@ -19,12 +19,12 @@ TEST(ResourcesXmlTest, DocumentListsResourcesWithTheirAttributes)
     list.Resources.back().CustomInts = {1, -2};
 
     EXPECT_EQ(MakeResourcesXml(list),
-              "<root>\n"
-              "    <Resources Version=\"1\" Count=\"2\" PathType=\"Relative\">\n"
-              "        <Resource Manager=\"Textures\" Filename=\"Textures\\wall.dds\" Size=\"1\"/>\n"
-              "        <Resource Manager=\"FILE\" Filename=\"readme.txt\" CustomInt=\"1,-2\" Size=\"1\"/>\n"
-              "    </Resources>\n"
-              "</root>\n");
+              "<root>\r\n"
+              "    <Resources Version=\"1\" Count=\"2\" PathType=\"Relative\">\r\n"
+              "        <Resource Manager=\"Textures\" Filename=\"Textures\\wall.dds\" Size=\"1\" />\r\n"
+              "        <Resource Manager=\"FILE\" Filename=\"readme.txt\" CustomInt=\"1,-2\" Size=\"1\" />\r\n"
+              "    </Resources>\r\n"
+              "</root>\r\n");
 }
 
 TEST(ResourcesXmlTest, SameFileOfTheSameKindInAnotherCaseIsListedOnce)
