@@ -13,6 +13,7 @@
 
 #include <cstdint>
 
+class VBVisBuilder;
 class VReport;
 
 struct HarvestParameters {
@@ -58,6 +59,9 @@ struct HarvestState {
     MaterialCache Materials;
     TextureNameTable TextureNames;
     ModelBoundsBox ModelBounds;
+    // The visibility builder of a static export that computes visibility: portals and
+    // anti-portals go to it. Null otherwise; set and cleared by the pipeline.
+    VBVisBuilder* VisBuilder = nullptr;
     // Vertices (first and split) of the nodes exported so far, and their polygons.
     int32_t RunningVertexBase = 0;
     int32_t RunningPolygonCount = 0;

@@ -1,8 +1,11 @@
 #include "plugin/VExportFormatWorld.h"
 
+#include "base/FileSystem.h"
+#include "base/Path.h"
 #include "geometry/AdjustTriangles.h"
 #include "geometry/StripWorld.h"
 #include "geometry/TessellatePolygons.h"
+#include "geometry/visibility/VBVisBuilder.h"
 #include "harvest/EngineTransform.h"
 #include "harvest/HarvestState.h"
 #include "harvest/MaterialNameCheck.h"
@@ -22,6 +25,7 @@
 #include "report/VIssueKind.h"
 
 #include <chrono>
+#include <memory>
 
 namespace {
 
@@ -87,6 +91,34 @@ void FillHarvestParameters(ExportSession& session)
     parameters.Textures.ProjRelativeFilenames = session.Options.ProjRelativeFilenames;
 }
 
+// A failed computation leaves the world without visibility and the export goes on; a data folder
+// that cannot be made only switches the dump off.
+void ComputeVisibility(VBVisBuilder& builder, VMWorld& world, const ExportSession& session, VGLogger& logger,
+                       VReport& report)
+{
+    LogPrint("Calculating visibility...\r\n");
+    builder.SetLogger(&logger);
+    builder.SetPolygons(world);
+    bool dump = session.Options.DebugVisInfo;
+    std::string dumpPath;
+    if (dump) {
+        const std::string dataFolder = session.TargetFile + "_data";
+        if (CreateDirectories(dataFolder)) {
+            dumpPath = JoinPath(dataFolder, "_debug.VISINFO");
+        } else {
+            LogPrint("Failed to create settings directory : %s.\r\n", dataFolder.c_str());
+            dump = false;
+        }
+    }
+    if (builder.Build(session.Options.ComputeVisibility, dump, dumpPath, report) != 0) {
+        LogPrint("Calculating visibility completed...\r\n");
+        builder.ExportToWorld(world);
+    } else {
+        LogPrint("Error while calculating visibility. Visibility will not be added to world\r\n");
+    }
+    builder.SetLogger(nullptr);
+}
+
 } // namespace
 
 VExportFormatWorld::VExportFormatWorld(const Description& description, ExportSession& session)
@@ -111,6 +143,12 @@ bool VExportFormatWorld::Export()
     LogPrint("*** ExportWorld started ***\r\n");
     const auto started = std::chrono::steady_clock::now();
 
+    // Only an export that computes visibility has a builder; without one the harvest rejects
+    // portals.
+    std::unique_ptr<VBVisBuilder> visBuilder;
+    if (options.ComputeVisibility != VBModeOff)
+        visBuilder = std::make_unique<VBVisBuilder>();
+    harvest.VisBuilder = visBuilder.get();
     session.SceneBox.Reset();
 
     LogRaw("Calculating meshes and textures...\r\n");
@@ -137,11 +175,9 @@ bool VExportFormatWorld::Export()
     TessellatePolygons(world);
     world.Enumerate();
 
-    if (options.ComputeVisibility != -1) {
-        LogPrint("Calculating visibility...\r\n");
-        logger.Warning("The visibility builder is not available yet.\r\n");
-        LogPrint("Error while calculating visibility. Visibility will not be added to world\r\n");
-    }
+    // Before centring and scaling, which move the areas' boxes and portals with the geometry.
+    if (visBuilder)
+        ComputeVisibility(*visBuilder, world, session, logger, report);
 
     LogPrint("Centering Mesh...\r\n");
     CenterWorld(world, options.CenterMethod, state);
@@ -184,6 +220,12 @@ bool VExportFormatWorld::Export()
     world.Enumerate();
 
     harvest.Materials.Clear();
+
+    if (visBuilder) {
+        DebugPrint("Freeing visibility builder...\r\n");
+        harvest.VisBuilder = nullptr;
+        visBuilder.reset();
+    }
 
     LogPrint("Saving to '%s'...\r\n", session.TargetFile.c_str());
     if (!Save(world, session.TargetFile, SettingsText()))

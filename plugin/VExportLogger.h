@@ -2,10 +2,11 @@
 // The message sink of the visibility builder and the lightmap UV generator: their lines go to
 // the log window.
 
-class VExportLogger {
+#include "report/VGLogger.h"
+
+class VExportLogger : public VGLogger {
 public:
-    // printf-style.
-    void Print(const char* format, ...) __attribute__((format(printf, 2, 3)));
+    void Print(const char* format, ...) override __attribute__((format(printf, 2, 3)));
     // Sent as "Warning:" followed by the formatted text.
-    void Warning(const char* format, ...) __attribute__((format(printf, 2, 3)));
+    void Warning(const char* format, ...) override __attribute__((format(printf, 2, 3)));
 };

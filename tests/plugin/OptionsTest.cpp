@@ -139,16 +139,13 @@ TEST_F(ExportOptions, CenterMethodFourPutsTheWorldInTheFirstMeshsLocalSpace)
     EXPECT_NEAR(mesh.Bounds.Max[2], 100.0f, 1e-3f);
 }
 
-TEST_F(ExportOptions, VisibilityAndLightmapUVsAnswerThatTheyAreNotAvailableYet)
+TEST_F(ExportOptions, LightmapUVsAnswerThatTheyAreNotAvailableYet)
 {
     AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-    SetOptions("// ComputeVisibility : 0\r\n// LightmapUVs : 1\r\n");
+    SetOptions("// LightmapUVs : 1\r\n");
 
     ASSERT_TRUE(ExportAll("vis.qmesh"));
-    EXPECT_TRUE(Log.Has("Calculating visibility...\r\n"));
-    EXPECT_TRUE(Log.Has("Error while calculating visibility. Visibility will not be added to world\r\n"));
     EXPECT_TRUE(Log.Has("Generating UVs...\r\n"));
-    EXPECT_FALSE(Has("vis.qmesh_data/_debug.VISINFO"));
 }
 
 TEST_F(ExportOptions, WithoutVisibilityNoVisibilityLineIsLogged)
