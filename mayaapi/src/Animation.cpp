@@ -28,11 +28,13 @@ standin::Tangent ToTangent(MFnAnimCurve::TangentType type)
   case MFnAnimCurve::kTangentLinear: return standin::Tangent::Linear;
   case MFnAnimCurve::kTangentFlat: return standin::Tangent::Flat;
   case MFnAnimCurve::kTangentStep: return standin::Tangent::Step;
-  case MFnAnimCurve::kTangentSmooth:
-  case MFnAnimCurve::kTangentFixed:
-  case MFnAnimCurve::kTangentSlow:
-  case MFnAnimCurve::kTangentFast:
-  case MFnAnimCurve::kTangentPlateau: return standin::Tangent::Spline;
+  case MFnAnimCurve::kTangentSmooth: return standin::Tangent::Spline;
+  case MFnAnimCurve::kTangentFixed: return standin::Tangent::Fixed;
+  case MFnAnimCurve::kTangentSlow: return standin::Tangent::Slow;
+  case MFnAnimCurve::kTangentFast: return standin::Tangent::Fast;
+  case MFnAnimCurve::kTangentPlateau: return standin::Tangent::Plateau;
+  case MFnAnimCurve::kTangentStepNext: return standin::Tangent::StepNext;
+  case MFnAnimCurve::kTangentAuto: return standin::Tangent::Auto;
   default: return standin::Tangent::Clamped;
   }
 }
@@ -44,6 +46,12 @@ MFnAnimCurve::TangentType FromTangent(standin::Tangent type)
   case standin::Tangent::Flat: return MFnAnimCurve::kTangentFlat;
   case standin::Tangent::Step: return MFnAnimCurve::kTangentStep;
   case standin::Tangent::Spline: return MFnAnimCurve::kTangentSmooth;
+  case standin::Tangent::Fixed: return MFnAnimCurve::kTangentFixed;
+  case standin::Tangent::Slow: return MFnAnimCurve::kTangentSlow;
+  case standin::Tangent::Fast: return MFnAnimCurve::kTangentFast;
+  case standin::Tangent::Plateau: return MFnAnimCurve::kTangentPlateau;
+  case standin::Tangent::StepNext: return MFnAnimCurve::kTangentStepNext;
+  case standin::Tangent::Auto: return MFnAnimCurve::kTangentAuto;
   case standin::Tangent::Clamped: break;
   }
   return MFnAnimCurve::kTangentClamped;

@@ -157,8 +157,16 @@ double Slope(const std::vector<AnimKey>& keys, size_t k, bool outgoing)
   switch (type) {
   case Tangent::Linear: return linear();
   case Tangent::Flat:
-  case Tangent::Step: return 0.0;
+  case Tangent::Step:
+  case Tangent::StepNext: return 0.0;
   case Tangent::Spline: return spline();
+  // Fixed handles, slow, fast, plateau and auto tangents are evaluated as clamped ones for now: close to Maya's
+  // curves between keys and equal at the keys.
+  case Tangent::Fixed:
+  case Tangent::Slow:
+  case Tangent::Fast:
+  case Tangent::Plateau:
+  case Tangent::Auto:
   case Tangent::Clamped: {
     const double tolerance = 1e-9 * std::max(1.0, std::fabs(keys[k].value));
     if ((k > 0 && std::fabs(keys[k].value - keys[k - 1].value) <= tolerance) ||
@@ -168,6 +176,37 @@ double Slope(const std::vector<AnimKey>& keys, size_t k, bool outgoing)
   }
   }
   return 0.0;
+}
+
+// A curve keyed on time reads the scene's time unless its input is driven (a time warp, a clip); a driven-key
+// curve (animCurveU*) reads its input plug.
+double CurveInput(Node* curve)
+{
+  Attribute* input = curve->FindAttribute("input");
+  if (!input)
+    return curve->scene->currentSeconds;
+  if (input->kind == AttrKind::Time && !IncomingConnection(curve, PlugKey{input, {}}))
+    return curve->scene->currentSeconds;
+  return EvaluatePlug(curve, PlugKey{input, {}}).number;
+}
+
+// Maya's pairBlend: each channel takes input 1, input 2, or the two blended by weight; rotations are blended as
+// Euler angles, Maya's default interpolation.
+double PairBlendOutput(Node* node, const Attribute& out)
+{
+  const bool rotate = out.parent->name == "outRotate";
+  const std::string axis = out.name.substr(out.name.size() - 1);
+  const std::string input = rotate ? "inRotate" : "inTranslate";
+  const double first = Number(node, (input + axis + "1").c_str());
+  const double second = Number(node, (input + axis + "2").c_str());
+  const std::string mode = rotate ? "rotateMode" : "translate" + axis + "Mode";
+  switch (static_cast<int>(Number(node, mode.c_str()))) {
+  case 1: return first;
+  case 2: return second;
+  default: break;
+  }
+  const double weight = Number(node, "weight");
+  return first + (second - first) * weight;
 }
 
 }
@@ -235,7 +274,16 @@ Value EvaluatePlug(Node* node, const PlugKey& key)
   if (node->type == MFn::kMesh && (name == "outMesh" || name == "worldMesh"))
     return result.data = MeshValue(ShapeGeometry(node)), result;
   if (TypeHasFn(node->type, MFn::kAnimCurve) && name == "output") {
-    result.number = EvaluateCurve(node, node->scene->currentSeconds);
+    result.number = EvaluateCurve(node, CurveInput(node));
+    return result;
+  }
+  if (node->type == MFn::kUnitConversion && name == "output") {
+    result.number = Number(node, "input") * Number(node, "conversionFactor");
+    return result;
+  }
+  if (node->type == MFn::kPairBlend && attr->parent && (attr->parent->name == "outTranslate" ||
+                                                        attr->parent->name == "outRotate")) {
+    result.number = PairBlendOutput(node, *attr);
     return result;
   }
   if (TypeHasFn(node->type, MFn::kGeometryFilt) && name == "outputGeometry") {
@@ -340,6 +388,8 @@ double EvaluateCurve(const Node* curve, double seconds)
   const AnimKey& b = keys[i + 1];
   if (a.out == Tangent::Step)
     return a.value;
+  if (a.out == Tangent::StepNext)
+    return b.value;
   const double h = b.seconds - a.seconds;
   const double s = (seconds - a.seconds) / h;
   const double m0 = Slope(keys, i, true) * h;

@@ -42,6 +42,27 @@ standin::Node* ShapeBelow(standin::Node* node)
   return shapes == 1 ? shape : nullptr;
 }
 
+// True when exactly one DAG path ends in the '|'-separated names of tail.
+bool TailNamesOnePath(const std::string& tail)
+{
+  const std::string last = tail.substr(tail.rfind('|') == std::string::npos ? 0 : tail.rfind('|') + 1);
+  const std::string suffix = "|" + tail;
+  size_t count = 0;
+  for (const auto& node : standin::CurrentScene().nodes) {
+    if (!node->dag || node->name != last)
+      continue;
+    for (const auto& path : standin::AllPaths(node.get())) {
+      std::string full;
+      for (const standin::Node* n : path)
+        full += "|" + n->name;
+      if (full.size() >= suffix.size() && full.compare(full.size() - suffix.size(), suffix.size(), suffix) == 0 &&
+          ++count > 1)
+        return false;
+    }
+  }
+  return count == 1;
+}
+
 }
 
 MDagPath MDagPath::standinWorld()
@@ -172,17 +193,16 @@ MString MDagPath::partialPathName(MStatus* status) const
   SetStatus(status, m_valid ? MS::kSuccess : MS::kFailure);
   if (m_nodes.empty())
     return MString();
-  size_t first = m_nodes.size() - 1;
-  while (first > 0 && standin::PathCount(m_nodes[first]) > 1)
-    --first;
-  std::string name;
-  for (size_t i = first; i < m_nodes.size(); ++i)
-  {
-    if (i != first)
-      name += '|';
-    name += m_nodes[i]->name;
+  // The shortest tail of the full path that names this path only: the node's name unless another node shares it
+  // (DAG nodes under different parents may) or the node is instanced.
+  for (size_t first = m_nodes.size(); first-- > 0;) {
+    std::string name;
+    for (size_t i = first; i < m_nodes.size(); ++i)
+      name += (i == first ? "" : "|") + m_nodes[i]->name;
+    if (TailNamesOnePath(name))
+      return MString(name);
   }
-  return MString(name);
+  return fullPathName();
 }
 
 MStatus MDagPath::extendToShape()

@@ -37,21 +37,13 @@ MStatus MSelectionList::add(const MDagPath& path, const MObject& component, bool
   return MS::kSuccess;
 }
 
-// Accepts a node name or a full DAG path name ("|group1|pCube1").
+// Accepts a node name or a DAG path name, full ("|group1|pCube1") or partial ("group1|pCube1").
 MStatus MSelectionList::add(const MString& matchString, bool)
 {
   const std::string text = matchString.asChar();
-  if (!text.empty() && text.front() == '|') {
-    const size_t last = text.rfind('|');
-    standin::Node* node = standin::FindNode(text.substr(last + 1));
-    if (!node)
-      return MS::kInvalidParameter;
-    for (auto& nodes : standin::AllPaths(node)) {
-      MDagPath path = MDagPath::standinFromNodes(nodes);
-      if (path.fullPathName() == matchString)
-        return add(path);
-    }
-    return MS::kInvalidParameter;
+  if (text.find('|') != std::string::npos) {
+    const std::vector<standin::Node*> nodes = standin::FindDagPath(text);
+    return nodes.empty() ? MStatus(MS::kInvalidParameter) : add(MDagPath::standinFromNodes(nodes));
   }
   standin::Node* node = standin::FindNode(text);
   return node ? add(MObject(node)) : MStatus(MS::kInvalidParameter);

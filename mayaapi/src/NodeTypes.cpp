@@ -3,6 +3,8 @@
 #include <cstring>
 #include <initializer_list>
 #include <numbers>
+#include <string>
+#include <utility>
 
 namespace standin {
 namespace {
@@ -168,12 +170,24 @@ struct Builder {
     Add("dnSetMembers", "dnsm", K::Message, 0.0, nullptr, true);
   }
 
-  void AnimCurve(K output)
+  void AnimCurve(K input, K output)
   {
-    Add("input", "i", K::Time);
+    Add("input", "i", input);
     Add("output", "o", output);
     Enum("preInfinity", "pre", {"constant", "linear", "constant", "cycle", "cycleRelative", "oscillate"});
     Enum("postInfinity", "pst", {"constant", "linear", "constant", "cycle", "cycleRelative", "oscillate"});
+    Add("weightedTangents", "wgt", K::Bool, 0.0);
+  }
+
+  // pairBlend's inputs carry their number after the axis: inTranslateX1 (itx1).
+  void NumberedTriple(const char* name, const char* shortName, const char* number, K kind)
+  {
+    const std::string n = number;
+    Attribute* c = Compound((std::string(name) + n).c_str(), (std::string(shortName) + n).c_str());
+    for (const char* axis : {"X", "Y", "Z"}) {
+      const std::string lower(1, static_cast<char>(axis[0] | 0x20));
+      Add((std::string(name) + axis + n).c_str(), (std::string(shortName) + lower + n).c_str(), kind, 0.0, c);
+    }
   }
 
   void Deformer()
@@ -201,6 +215,10 @@ const TypeEntry kNodeTypes[] = {
     {"place2dTexture", MFn::kPlace2dTexture}, {"bump2d", MFn::kBump}, {"shadingEngine", MFn::kShadingEngine},
     {"objectSet", MFn::kSet}, {"displayLayer", MFn::kDisplayLayer}, {"animCurveTL", MFn::kAnimCurveTimeToDistance},
     {"animCurveTA", MFn::kAnimCurveTimeToAngular}, {"animCurveTU", MFn::kAnimCurveTimeToUnitless},
+    {"animCurveTT", MFn::kAnimCurveTimeToTime}, {"animCurveUA", MFn::kAnimCurveUnitlessToAngular},
+    {"animCurveUL", MFn::kAnimCurveUnitlessToDistance}, {"animCurveUT", MFn::kAnimCurveUnitlessToTime},
+    {"animCurveUU", MFn::kAnimCurveUnitlessToUnitless}, {"unitConversion", MFn::kUnitConversion},
+    {"pairBlend", MFn::kPairBlend},
     {"skinCluster", MFn::kSkinClusterFilter}, {"jointCluster", MFn::kJointCluster}, {"dagPose", MFn::kDagPose},
     {"character", MFn::kCharacter}, {"time", MFn::kTime}, {"groupId", MFn::kGroupId},
 };
@@ -312,9 +330,32 @@ bool BuildNodeType(Node& node)
     b.Add("identification", "id", K::Short, 0.0);
     break;
   }
-  case MFn::kAnimCurveTimeToDistance: b.AnimCurve(K::Distance); break;
-  case MFn::kAnimCurveTimeToAngular: b.AnimCurve(K::Angle); break;
-  case MFn::kAnimCurveTimeToUnitless: b.AnimCurve(K::Double); break;
+  case MFn::kAnimCurveTimeToDistance: b.AnimCurve(K::Time, K::Distance); break;
+  case MFn::kAnimCurveTimeToAngular: b.AnimCurve(K::Time, K::Angle); break;
+  case MFn::kAnimCurveTimeToUnitless: b.AnimCurve(K::Time, K::Double); break;
+  case MFn::kAnimCurveTimeToTime: b.AnimCurve(K::Time, K::Time); break;
+  case MFn::kAnimCurveUnitlessToAngular: b.AnimCurve(K::Double, K::Angle); break;
+  case MFn::kAnimCurveUnitlessToDistance: b.AnimCurve(K::Double, K::Distance); break;
+  case MFn::kAnimCurveUnitlessToTime: b.AnimCurve(K::Double, K::Time); break;
+  case MFn::kAnimCurveUnitlessToUnitless: b.AnimCurve(K::Double, K::Double); break;
+  case MFn::kUnitConversion:
+    b.Add("input", "i", K::Double);
+    b.Add("output", "o", K::Double);
+    b.Add("conversionFactor", "cf", K::Double, 1.0);
+    break;
+  case MFn::kPairBlend:
+    b.NumberedTriple("inTranslate", "it", "1", K::Distance);
+    b.NumberedTriple("inRotate", "ir", "1", K::Angle);
+    b.NumberedTriple("inTranslate", "it", "2", K::Distance);
+    b.NumberedTriple("inRotate", "ir", "2", K::Angle);
+    b.Add("weight", "w", K::Double, 1.0);
+    b.Triple("outTranslate", "ot", K::Distance, 0.0);
+    b.Triple("outRotate", "or", K::Angle, 0.0);
+    b.Enum("rotInterpolation", "ri", {"Euler Angles", "Quaternions"});
+    for (const auto& [name, shortName] : {std::pair{"translateXMode", "txm"}, std::pair{"translateYMode", "tym"},
+                                          std::pair{"translateZMode", "tzm"}, std::pair{"rotateMode", "rm"}})
+      b.Enum(name, shortName, {"Blend Inputs", "Input 1 Only", "Input 2 Only"});
+    break;
   case MFn::kSkinClusterFilter:
     b.Deformer();
     b.Add("matrix", "ma", K::Matrix, 0.0, nullptr, true);

@@ -15,7 +15,7 @@ bool ParsePlug(const std::string& text, Node*& node, PlugKey& key)
   const size_t dot = text.find('.');
   if (dot == std::string::npos)
     return false;
-  node = FindNode(text.substr(0, dot));
+  node = FindNodeByPath(text.substr(0, dot));
   if (!node)
     return false;
   key = PlugKey();
@@ -48,17 +48,8 @@ bool ParsePlug(const std::string& text, Node*& node, PlugKey& key)
 
 Node* NodeOf(const MObject& object) { return object.standinNode(); }
 
-Tangent ToTangent(TangentType type)
-{
-  switch (type) {
-  case TangentType::Linear: return Tangent::Linear;
-  case TangentType::Step: return Tangent::Step;
-  case TangentType::Flat: return Tangent::Flat;
-  case TangentType::Spline: return Tangent::Spline;
-  case TangentType::Clamped: break;
-  }
-  return Tangent::Clamped;
-}
+// The two enums list Maya's tangent types in the same order.
+Tangent ToTangent(TangentType type) { return static_cast<Tangent>(static_cast<int>(type)); }
 
 std::shared_ptr<Mesh> MeshOf(const MObject& shape)
 {
@@ -75,12 +66,12 @@ MObject CreateNode(const std::string& type, const std::string& name, const MObje
   Node* parentNode = parent.isNull() ? nullptr : NodeOf(parent);
   if (!parent.isNull() && (!parentNode || !parentNode->dag))
     return MObject();
-  Node* node = standin::NewNode(type, name);
+  Node* node = standin::NewNode(type, name, parentNode ? parentNode : CurrentScene().world);
   if (!node)
     return MObject();
   if (node->dag) {
     if (!parentNode && TypeHasFn(node->type, MFn::kShape)) {
-      parentNode = standin::NewNode("transform", TransformNameFor(node->name));
+      parentNode = standin::NewNode("transform", TransformNameFor(node->name), CurrentScene().world);
       AddChild(CurrentScene().world, parentNode);
     }
     AddChild(parentNode ? parentNode : CurrentScene().world, node);
@@ -90,7 +81,7 @@ MObject CreateNode(const std::string& type, const std::string& name, const MObje
 
 MObject NodeByName(const std::string& name)
 {
-  standin::Node* node = FindNode(name);
+  standin::Node* node = FindNodeByPath(name);
   return node ? MObject(node) : MObject();
 }
 
@@ -340,12 +331,24 @@ MObject Animate(const std::string& plug, const std::vector<KeySpec>& keys)
   const char* type = kind == AttrKind::Distance ? "animCurveTL" : (kind == AttrKind::Angle ? "animCurveTA" : "animCurveTU");
   standin::Node* owner = target.standinNode();
   standin::Node* curve = standin::NewNode(type, owner->name + "_" + target.standinKey().attribute->name);
-  for (const KeySpec& k : keys)
-    curve->keys.push_back(AnimKey{k.time.as(MTime::kSeconds), k.value, ToTangent(k.in), ToTangent(k.out)});
-  std::stable_sort(curve->keys.begin(), curve->keys.end(),
-                   [](const AnimKey& a, const AnimKey& b) { return a.seconds < b.seconds; });
+  SetKeys(MObject(curve), keys);
   Connect(curve, PlugKey{curve->FindAttribute("output"), {}}, owner, target.standinKey());
   return MObject(curve);
+}
+
+bool SetKeys(const MObject& curveObject, const std::vector<KeySpec>& keys)
+{
+  standin::Node* curve = NodeOf(curveObject);
+  if (!curve || !TypeHasFn(curve->type, MFn::kAnimCurve))
+    return false;
+  curve->keys.clear();
+  for (const KeySpec& k : keys)
+    curve->keys.push_back(AnimKey{k.time.as(MTime::kSeconds), k.value, ToTangent(k.in), ToTangent(k.out), k.inX, k.inY,
+                                  k.outX, k.outY});
+  std::stable_sort(curve->keys.begin(), curve->keys.end(),
+                   [](const AnimKey& a, const AnimKey& b) { return a.seconds < b.seconds; });
+  curve->scene->Touch();
+  return true;
 }
 
 MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const std::vector<std::vector<double>>& weights)

@@ -1,5 +1,6 @@
 #include "SceneGraph.h"
 
+#include <algorithm>
 #include <cctype>
 
 namespace standin {
@@ -77,19 +78,80 @@ Node* FindNode(std::string_view name)
   return nullptr;
 }
 
-// Maya keeps names unique by counting up a trailing number ("pCube1" taken gives "pCube2").
-std::string UniqueName(const std::string& wanted)
+namespace {
+
+bool NameTaken(const std::string& name, const Node* dagParent)
 {
-  if (!wanted.empty() && !FindNode(wanted))
+  for (const auto& node : CurrentScene().nodes) {
+    if (node->name != name || node.get() == CurrentScene().world)
+      continue;
+    if (!dagParent || !node->dag)
+      return true;
+    if (std::find(node->parents.begin(), node->parents.end(), dagParent) != node->parents.end())
+      return true;
+  }
+  return false;
+}
+
+// True when the path ends in the nodes named by the '|'-separated segments (the first segment empty for a full
+// path, which must then start at the world).
+bool PathEndsWith(const std::vector<Node*>& path, const std::vector<std::string_view>& segments)
+{
+  const bool full = !segments.empty() && segments.front().empty();
+  const size_t named = full ? segments.size() - 1 : segments.size();
+  if (named > path.size() || (full && named != path.size()))
+    return false;
+  for (size_t i = 0; i < named; ++i)
+    if (path[path.size() - named + i]->name != segments[segments.size() - named + i])
+      return false;
+  return true;
+}
+
+}
+
+// Maya keeps names unique by counting up a trailing number ("pCube1" taken gives "pCube2").
+std::string UniqueName(const std::string& wanted, const Node* dagParent)
+{
+  if (!wanted.empty() && !NameTaken(wanted, dagParent))
     return wanted;
   std::string stem = wanted.empty() ? std::string("node") : wanted;
   while (!stem.empty() && std::isdigit(static_cast<unsigned char>(stem.back())))
     stem.pop_back();
   for (unsigned long n = 1;; ++n) {
     std::string candidate = stem + std::to_string(n);
-    if (!FindNode(candidate))
+    if (!NameTaken(candidate, dagParent))
       return candidate;
   }
+}
+
+std::vector<Node*> FindDagPath(std::string_view text)
+{
+  std::vector<std::string_view> segments;
+  for (size_t at = 0;;) {
+    const size_t bar = text.find('|', at);
+    segments.push_back(text.substr(at, bar == std::string_view::npos ? std::string_view::npos : bar - at));
+    if (bar == std::string_view::npos)
+      break;
+    at = bar + 1;
+  }
+  if (segments.back().empty())
+    return {};
+  for (const auto& node : CurrentScene().nodes) {
+    if (!node->dag || node->name != segments.back())
+      continue;
+    for (auto& path : AllPaths(node.get()))
+      if (PathEndsWith(path, segments))
+        return path;
+  }
+  return {};
+}
+
+Node* FindNodeByPath(std::string_view text)
+{
+  if (text.find('|') == std::string_view::npos)
+    return FindNode(text);
+  const std::vector<Node*> path = FindDagPath(text);
+  return path.empty() ? nullptr : path.back();
 }
 
 std::string TransformNameFor(const std::string& shapeName)
@@ -100,7 +162,7 @@ std::string TransformNameFor(const std::string& shapeName)
   return shapeName.substr(0, at) + shapeName.substr(at + 5);
 }
 
-Node* NewNode(const std::string& typeName, const std::string& name)
+Node* NewNode(const std::string& typeName, const std::string& name, const Node* dagParent)
 {
   Scene& scene = CurrentScene();
   auto node = std::make_unique<Node>();
@@ -108,7 +170,7 @@ Node* NewNode(const std::string& typeName, const std::string& name)
   node->typeName = typeName;
   if (!BuildNodeType(*node))
     return nullptr;
-  node->name = UniqueName(name.empty() ? typeName + "1" : name);
+  node->name = UniqueName(name.empty() ? typeName + "1" : name, node->dag ? dagParent : nullptr);
   Node* created = node.get();
   scene.nodes.push_back(std::move(node));
   scene.Touch();

@@ -92,13 +92,20 @@ struct Value {
   std::uint64_t timeEpoch = 0;
 };
 
-enum class Tangent { Linear, Step, Flat, Clamped, Spline };
+// Maya's tangent types; Spline is Maya's "smooth".
+enum class Tangent { Linear, Step, Flat, Clamped, Spline, Fixed, Slow, Fast, Plateau, StepNext, Auto };
 
 struct AnimKey {
   double seconds = 0.0;
   double value = 0.0;
   Tangent in = Tangent::Clamped;
   Tangent out = Tangent::Clamped;
+  // The tangent handles as Maya stores them (keyTanInX/Y, keyTanOutX/Y): a direction for fixed tangents, and with
+  // weighted tangents also the weight as the length of x. Zero when not given.
+  double inX = 0.0;
+  double inY = 0.0;
+  double outX = 0.0;
+  double outY = 0.0;
 };
 
 // A set member: one instance of a DAG node, or a dependency node, with an optional component (null: all of it).
@@ -183,9 +190,16 @@ struct Scene {
 Scene& CurrentScene();
 void ResetScene();
 
-Node* NewNode(const std::string& typeName, const std::string& name);
+// dagParent: where a new DAG node will go. Maya keeps names unique, except that DAG nodes under different parents
+// may share one; without a parent the name is kept unique among all nodes.
+Node* NewNode(const std::string& typeName, const std::string& name, const Node* dagParent = nullptr);
 Node* FindNode(std::string_view name);
-std::string UniqueName(const std::string& wanted);
+// A node by name or by DAG path: "|group1|pCube1" (full), "group1|pCube1" (the tail of one), or "pCube1" (the first
+// node of that name).
+Node* FindNodeByPath(std::string_view path);
+// The first DAG path (world excluded) that a name with '|' names; empty when none does.
+std::vector<Node*> FindDagPath(std::string_view path);
+std::string UniqueName(const std::string& wanted, const Node* dagParent = nullptr);
 // The name Maya gives the transform made for a new shape: "polySurfaceShape1" gets "polySurface1".
 std::string TransformNameFor(const std::string& shapeName);
 bool AddChild(Node* parent, Node* child);

@@ -53,6 +53,39 @@ TEST_F(AnimationTest, SteppedKeysHoldUntilTheNextKey)
   EXPECT_DOUBLE_EQ(At(19), 10.0);
 }
 
+TEST_F(AnimationTest, StepNextKeysJumpToTheNextValueRightAfterTheKey)
+{
+  Keys(TangentType::StepNext);
+  EXPECT_DOUBLE_EQ(At(0), 0.0);
+  EXPECT_DOUBLE_EQ(At(1), 10.0);
+  EXPECT_DOUBLE_EQ(At(15), 0.0);
+}
+
+// ball.translate <- pairBlend (input 2 only on y, blended x) <- unitConversion <- driven key on driver.translateX
+TEST_F(AnimationTest, DrivenKeysFlowThroughUnitConversionAndPairBlend)
+{
+  CreateNode("transform", "driver");
+  CreateNode("animCurveUL", "drivenKey");
+  SetKeys(NodeByName("drivenKey"), {{MTime(0.0, MTime::kSeconds), 0.0, TangentType::Linear, TangentType::Linear},
+                                    {MTime(10.0, MTime::kSeconds), 5.0, TangentType::Linear, TangentType::Linear}});
+  CreateNode("unitConversion", "halve");
+  CreateNode("pairBlend", "blend");
+  ASSERT_TRUE(ConnectAttr("driver.translateX", "drivenKey.input"));
+  ASSERT_TRUE(ConnectAttr("drivenKey.output", "halve.input"));
+  ASSERT_TRUE(SetAttr("halve.conversionFactor", 0.5));
+  ASSERT_TRUE(ConnectAttr("halve.output", "blend.inTranslateX2"));
+  ASSERT_TRUE(ConnectAttr("halve.output", "blend.inTranslateY2"));
+  ASSERT_TRUE(SetAttr("blend.inTranslateX1", 3.0));
+  ASSERT_TRUE(SetAttr("blend.weight", 0.25));
+  ASSERT_TRUE(SetAttr("blend.translateYMode", 2.0));
+  ASSERT_TRUE(ConnectAttr("blend.outTranslate", "ball.translate"));
+  ASSERT_TRUE(SetAttr("driver.translateX", 4.0));
+
+  // The key gives 2 at 4, halved to 1; y takes input 2 only, x blends 3 and 1 by a quarter.
+  EXPECT_DOUBLE_EQ(Plug("ball.translateY").asDouble(), 1.0);
+  EXPECT_DOUBLE_EQ(Plug("ball.translateX").asDouble(), 2.5);
+}
+
 TEST_F(AnimationTest, FlatKeysEaseInAndOut)
 {
   Keys(TangentType::Flat);

@@ -1,5 +1,6 @@
 #include <maya/MDagPath.h>
 #include <maya/MFnDagNode.h>
+#include <maya/MFnDependencyNode.h>
 #include <maya/MGlobal.h>
 #include <maya/MItDag.h>
 #include <maya/MItSelectionList.h>
@@ -135,14 +136,21 @@ TEST_F(DagTest, ExtendToShapeFindsTheOnlyShape)
   EXPECT_FALSE(group1.extendToShape());
 }
 
-TEST_F(DagTest, NamesStayUniqueByCountingUp)
+// As in Maya, DAG nodes under different parents may share a name; siblings and dependency nodes may not.
+TEST_F(DagTest, NamesStayUniqueAmongSiblingsByCountingUp)
 {
-  const MObject again = CreateNode("transform", "a");
-  EXPECT_EQ(MFnDagNode(again).name(), "a1");
-  const MObject third = CreateNode("transform", "pCube1");
-  const MObject fourth = CreateNode("transform", "pCube1");
-  EXPECT_EQ(MFnDagNode(third).name(), "pCube1");
-  EXPECT_EQ(MFnDagNode(fourth).name(), "pCube2");
+  EXPECT_EQ(MFnDagNode(CreateNode("transform", "a", group)).name(), "a1");
+  const MObject topA = CreateNode("transform", "a");
+  EXPECT_EQ(MFnDagNode(topA).name(), "a");
+  EXPECT_EQ(MFnDependencyNode(CreateNode("lambert", "a")).name(), "a2");
+  CreateNode("transform", "pCube1");
+  EXPECT_EQ(MFnDagNode(CreateNode("transform", "pCube1")).name(), "pCube2");
+
+  EXPECT_EQ(PathTo("|a").partialPathName(), "|a");
+  EXPECT_EQ(PathTo("group1|a").partialPathName(), "group1|a");
+  EXPECT_EQ(PathTo("group1|a").node(), a);
+  EXPECT_EQ(PathTo("|a").node(), topA);
+  EXPECT_EQ(Plug("group1|a.translateX").node(), a);
 }
 
 TEST_F(DagTest, IntermediateObjectIsReadFromItsAttribute)

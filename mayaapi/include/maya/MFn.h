@@ -73,6 +73,13 @@ public:
     kCamera,
     kGroupId,
     kGroupParts,
+    kAnimCurveTimeToTime,
+    kAnimCurveUnitlessToAngular,
+    kAnimCurveUnitlessToDistance,
+    kAnimCurveUnitlessToTime,
+    kAnimCurveUnitlessToUnitless,
+    kUnitConversion,
+    kPairBlend,
     kCharacter = 671,
     kLast
   };

@@ -9,7 +9,7 @@ public:
   enum AnimCurveType { kAnimCurveTA, kAnimCurveTL, kAnimCurveTT, kAnimCurveTU, kAnimCurveUA, kAnimCurveUL,
                        kAnimCurveUT, kAnimCurveUU, kAnimCurveUnknown };
   enum TangentType { kTangentGlobal, kTangentFixed, kTangentLinear, kTangentFlat, kTangentSmooth, kTangentStep,
-                     kTangentSlow, kTangentFast, kTangentClamped, kTangentPlateau, kTangentStepNext };
+                     kTangentSlow, kTangentFast, kTangentClamped, kTangentPlateau, kTangentStepNext, kTangentAuto };
 
   MFnAnimCurve() = default;
   MFnAnimCurve(const MObject& object, MStatus* status = nullptr);

@@ -16,13 +16,19 @@
 // ("pCube1.translateX", "skin1.matrix[2]"), angles in radians and lengths in centimetres (Maya's internal units).
 namespace standin {
 
-enum class TangentType { Linear, Step, Flat, Clamped, Spline };
+// Maya's tangent types; Spline is Maya's "smooth".
+enum class TangentType { Linear, Step, Flat, Clamped, Spline, Fixed, Slow, Fast, Plateau, StepNext, Auto };
 
 struct KeySpec {
   MTime time;
   double value = 0.0;
   TangentType in = TangentType::Clamped;
   TangentType out = TangentType::Clamped;
+  // Tangent handles as Maya stores them (keyTanInX/Y, keyTanOutX/Y); zero when not given.
+  double inX = 0.0;
+  double inY = 0.0;
+  double outX = 0.0;
+  double outY = 0.0;
 };
 
 struct MeshDescription {
@@ -75,6 +81,8 @@ MObject CreateFileTexture(const std::string& name, const std::string& fileName, 
 MObject CreateDisplayLayer(const std::string& name, const std::vector<MObject>& members);
 
 MObject Animate(const std::string& plug, const std::vector<KeySpec>& keys);
+// Replaces the keys of an existing animation curve node; keys are kept in time order.
+bool SetKeys(const MObject& curve, const std::vector<KeySpec>& keys);
 
 // skinCluster: moves the shape's geometry to a new intermediate "<shape>Orig" and feeds it through a skin cluster
 // with the joints' current world matrices as bind matrices. weights: one row per vertex, one column per joint.
