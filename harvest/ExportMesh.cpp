@@ -167,73 +167,109 @@ bool ExportMeshInto(HarvestState& state, const MDagPath& path, Container& contai
     return true;
 }
 
+// The shading sets of a shape with their member components; a shape without sets instead has
+// the shading engines Maya connects it to, with the engine of each polygon (-1 for none).
+struct NodeSets {
+    MObjectArray Sets;
+    MObjectArray Components;
+    MObjectArray Shaders;
+    MIntArray ShaderOfPolygon;
+};
+
+// False when the node has neither sets nor shaders: it then gets no polygons.
+bool FindNodeSets(HarvestState& state, const MDagPath& shapePath, const std::string& name, NodeSets& found)
+{
+    const unsigned int instance = shapePath.isInstanced() ? shapePath.instanceNumber() : 0;
+    // The sets belong to the shape, not to a skin cluster's input mesh that access may read.
+    MFnMesh shape(shapePath);
+    if (!shape.getConnectedSetsAndMembers(instance, found.Sets, found.Components, true))
+        DebugPrint("Error: MFnMesh::getConnectedSetsAndMembers\r\n");
+    DebugPrint("Number of sets: %d\r\n", static_cast<int>(found.Sets.length()));
+    if (found.Sets.length() > 0)
+        return true;
+    DebugPrint("No sets, for some reason. Let's try shaders\r\n");
+    shape.getConnectedShaders(instance, found.Shaders, found.ShaderOfPolygon);
+    if (found.Shaders.length() > 0)
+        return true;
+    DebugPrint("No shaders at all!\r\n");
+    state.Report.AddIssue(IssueNodeWithoutMaterial, name);
+    return false;
+}
+
 // One material per set (null where the set had no shader) and the set of every polygon.
 struct SetAssignment {
     std::vector<VMMaterial*> Materials;
     std::vector<int> SetOfPolygon;
 };
 
-bool AssignSets(HarvestState& state, VMMeshBase& container, const MDagPath& shapePath,
-                const std::string& name, SetAssignment& assignment)
+// The material of a set that has polygons, null when its shader makes none; false when the set
+// has no shader, so that its polygons are passed over. The node's double-sidedness is asked for
+// each such set, as the trace of a node without the attribute shows.
+bool FindSetMaterial(HarvestState& state, VMMeshBase& container, const MDagPath& shapePath, const MObject& set,
+                     VMMaterial*& material)
 {
-    const unsigned int instance = shapePath.isInstanced() ? shapePath.instanceNumber() : 0;
-    // The sets belong to the shape, not to a skin cluster's input mesh that access may read.
-    MFnMesh shape(shapePath);
-    MObjectArray sets;
-    MObjectArray components;
-    if (!shape.getConnectedSetsAndMembers(instance, sets, components, true))
-        DebugPrint("Error: MFnMesh::getConnectedSetsAndMembers\r\n");
-    DebugPrint("Number of sets: %d\r\n", static_cast<int>(sets.length()));
-
+    const MObject shader = FindSetShader(set);
+    if (shader.isNull()) {
+        DebugPrint("Error: Can't find shader\r\n");
+        return false;
+    }
     const uint8_t doubleSided =
         state.Parameters.Options.DoubleSided == 1 && MeshDoubleSidedFlag(shapePath) ? 1 : 0;
+    material = LookupMaterial(state, container, shader, doubleSided);
+    return true;
+}
 
-    if (sets.length() == 0) {
-        DebugPrint("No sets, for some reason. Let's try shaders\r\n");
-        MObjectArray shaders;
-        MIntArray indices;
-        shape.getConnectedShaders(instance, shaders, indices);
-        if (shaders.length() == 0) {
-            DebugPrint("No shaders at all!\r\n");
-            state.Report.AddIssue(IssueNodeWithoutMaterial, name);
-            return false;
-        }
-        for (unsigned int i = 0; i < shaders.length(); ++i)
-            assignment.Materials.push_back(LookupMaterial(state, container, FindSetShader(shaders[i]), doubleSided));
-        for (unsigned int p = 0; p < indices.length() && p < assignment.SetOfPolygon.size(); ++p)
-            if (indices[p] >= 0 && static_cast<unsigned int>(indices[p]) < shaders.length())
-                assignment.SetOfPolygon[p] = indices[p];
-        return true;
+// A shape that Maya gives shading engines but no sets: each engine stands for a set holding
+// the polygons Maya assigns to it.
+void AssignShaders(HarvestState& state, VMMeshBase& container, const MDagPath& shapePath, const NodeSets& found,
+                   SetAssignment& assignment)
+{
+    const unsigned int shaderCount = found.Shaders.length();
+    std::vector<uint8_t> used(shaderCount, 0);
+    for (unsigned int p = 0; p < found.ShaderOfPolygon.length() && p < assignment.SetOfPolygon.size(); ++p) {
+        const int shader = found.ShaderOfPolygon[p];
+        if (shader < 0 || static_cast<unsigned int>(shader) >= shaderCount)
+            continue;
+        assignment.SetOfPolygon[p] = shader;
+        used[static_cast<size_t>(shader)] = 1;
     }
+    assignment.Materials.assign(shaderCount, nullptr);
+    for (unsigned int i = 0; i < shaderCount; ++i)
+        if (used[i])
+            FindSetMaterial(state, container, shapePath, found.Shaders[i], assignment.Materials[i]);
+}
 
+void AssignSets(HarvestState& state, VMMeshBase& container, const MDagPath& shapePath, const NodeSets& found,
+                SetAssignment& assignment)
+{
+    if (found.Sets.length() == 0) {
+        AssignShaders(state, container, shapePath, found, assignment);
+        return;
+    }
     bool anyAssigned = false;
-    assignment.Materials.assign(sets.length(), nullptr);
-    for (unsigned int i = 0; i < sets.length(); ++i) {
+    assignment.Materials.assign(found.Sets.length(), nullptr);
+    for (unsigned int i = 0; i < found.Sets.length(); ++i) {
         MStatus status;
-        MFnSet set(sets[i], &status);
+        MFnSet set(found.Sets[i], &status);
         if (!status) {
             DebugPrint("Error: MFnSet::MFnSet\r\n");
             continue;
         }
         DebugPrint("Set %d:%s\r\n", static_cast<int>(i), set.name().asChar());
-        MItMeshPolygon members(shapePath, components[i], &status);
+        MItMeshPolygon members(shapePath, found.Components[i], &status);
         if (!status) {
             DebugPrint("Error: Is not polygonal set\r\n");
             continue;
         }
-        if (components[i].isNull() && anyAssigned && sets.length() >= 2) {
+        if (found.Components[i].isNull() && anyAssigned && found.Sets.length() >= 2) {
             DebugPrint("Skipping null component because we already have components\r\n");
             continue;
         }
         DebugPrint("Polygonal set with %d polygons.\r\n", static_cast<int>(members.count()));
         if (members.count() == 0)
             continue;
-        const MObject shader = FindSetShader(sets[i]);
-        if (shader.isNull()) {
-            DebugPrint("Error: Can't find shader\r\n");
+        if (!FindSetMaterial(state, container, shapePath, found.Sets[i], assignment.Materials[i]))
             continue;
-        }
-        assignment.Materials[i] = LookupMaterial(state, container, shader, doubleSided);
         for (; !members.isDone(); members.next()) {
             const unsigned int polygon = members.index();
             if (polygon < assignment.SetOfPolygon.size())
@@ -241,7 +277,6 @@ bool AssignSets(HarvestState& state, VMMeshBase& container, const MDagPath& shap
         }
         anyAssigned = true;
     }
-    return true;
 }
 
 template <class Container>
@@ -269,10 +304,8 @@ void GetPolygonsInto(HarvestState& state, MeshAccess& access, Container& contain
     MDagPath shapePath(path);
     shapePath.extendToShape();
 
-    const int accessPolygons = static_cast<int>(access.Polygons->count());
-    SetAssignment assignment;
-    assignment.SetOfPolygon.assign(static_cast<size_t>(accessPolygons), 0);
-    if (!AssignSets(state, container, shapePath, name, assignment))
+    NodeSets sets;
+    if (!FindNodeSets(state, shapePath, name, sets))
         return;
 
     MStatus vertexStatus;
@@ -283,6 +316,7 @@ void GetPolygonsInto(HarvestState& state, MeshAccess& access, Container& contain
         DebugPrint("Error: Path is not a polygon set\r\n");
         return;
     }
+    const int accessPolygons = static_cast<int>(access.Polygons->count());
     const int preVertices = access.Vertices->count();
     const int postVertices = finalVertices.count();
     const int postPolygons = static_cast<int>(finalPolygons.count());
@@ -301,6 +335,12 @@ void GetPolygonsInto(HarvestState& state, MeshAccess& access, Container& contain
         DebugPrint("Skipping node with 0 polygons\r\n");
         return;
     }
+
+    // Only a node that will get polygons reads its materials, so that a refused node raises no
+    // texture issues.
+    SetAssignment assignment;
+    assignment.SetOfPolygon.assign(static_cast<size_t>(accessPolygons), 0);
+    AssignSets(state, container, shapePath, sets, assignment);
 
     context.FirstVertices.resize(static_cast<size_t>(preVertices));
     for (int i = 0; i < preVertices; ++i)

@@ -1,9 +1,13 @@
 #include "HarvestTestScene.h"
 
 #include "harvest/ExportMesh.h"
+#include "harvest/MeshAccess.h"
+#include "harvest/PolygonStep.h"
 #include "model/VMModel.h"
 #include "model/VMWorld.h"
 #include "report/VIssueKind.h"
+
+#include <maya/MFnDependencyNode.h>
 
 #include <cmath>
 
@@ -316,6 +320,78 @@ TEST_F(ExportMeshTest, SkinnedMeshIsReadBeforeSkinningWithTheShapesSets)
     ASSERT_TRUE(ExportMesh(State(), PathTo("|box|boxShape"), model, ExportMeshPreSkin));
     EXPECT_EQ(model.Faces.Count(), 6);
     EXPECT_EQ(report.Count(IssueSkinCountMismatch), 0);
+}
+
+// One skin cluster deforms two meshes; the pre-skin mesh is its first input, so the second
+// mesh's counts differ from those of the mesh it is read from.
+TEST_F(ExportMeshTest, PreSkinAndFinalCountsThatDifferRaiseTheIssueBeforeAnyMaterialIsRead)
+{
+    parameters.FormatKind = kFormatKindModel;
+    const MObject joint = CreateNode("joint", "root");
+    const std::string skin =
+        MFnDependencyNode(SkinMesh(MakeCube("box", false), {joint}, std::vector<std::vector<double>>(8, {1.0})))
+            .name()
+            .asChar();
+    const MeshDescription triangle{{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0)}, {3}, {0, 1, 2}};
+    CreateMesh("leafOrigShape", CreateNode("transform", "leafOrig"), triangle);
+    const MObject leaf = CreateMesh("leafShape", CreateNode("transform", "leaf"), triangle);
+    ASSERT_TRUE(ConnectAttr("leafOrigShape.outMesh", skin + ".input[1].inputGeometry"));
+    ASSERT_TRUE(ConnectAttr(skin + ".outputGeometry[1]", "leafShape.inMesh"));
+    AssignTexturedShader(leaf, "bark");
+    VMModel model;
+
+    ASSERT_TRUE(ExportMesh(State(), PathTo("leafShape"), model, ExportMeshPreSkin));
+
+    EXPECT_EQ(report.Details(IssueSkinCountMismatch),
+              (std::vector<std::string>{"Node: |leaf|leafShape:\r\n  Polycount  Preskin:6  Postskin:1\r\n"
+                                        "  Vertcount  Preskin:8  Postskin:3\r\n\r\n"}));
+    EXPECT_EQ(model.Faces.Count(), 0);
+    EXPECT_EQ(model.Vertices.Count(), 8);
+    EXPECT_EQ(model.Materials.Count(), 0);
+    const std::string trace = DebugText();
+    EXPECT_NE(trace.find("Vertcount  Preskin:8 Postskin:3\r\nPolycount  Preskin:6 Postskin:1\r\n"), std::string::npos);
+    EXPECT_EQ(trace.find("Set 0:"), std::string::npos);
+}
+
+TEST_F(ExportMeshTest, UVIndexBeyondTheTableIsFlaggedAndLeavesAZeroUV)
+{
+    const MObject shape = CreateMesh("quadShape", CreateNode("transform", "quad"), TwoQuads());
+    AssignTexturedShader(shape, "grey");
+    ASSERT_TRUE(SetUVs(shape, UVSpec{"map1", {0, 0.5f, 1, 0, 0.5f, 1}, {0, 0, 0, 1, 1, 1}, {3, 4, 1, 0, 4, 5, 2, 1}}));
+    MeshAccess access;
+    ASSERT_TRUE(OpenMeshAccess(access, PathTo("quadShape"), false));
+    // A table read before the mesh lost its last UVs: ids 4 and 5 lie beyond it.
+    access.BaseUVs = {0, 1, 0.5f, 1, 1, 1, 0, 0};
+    for (int i = 0; i < 6; ++i) {
+        auto vertex = VMWorld::NewVertex();
+        vertex->BaseUV[0] = vertex->BaseUV[1] = kUnsetVertexValue;
+        world.Vertices.Add(std::move(vertex));
+    }
+    int polygons = 0;
+    int added = 0;
+
+    ExportMesh_GetPolygons(State(), access, world, 0, NodeRenderAttributes(), polygons, added);
+
+    EXPECT_EQ(access.InvalidUVIndexSeen, 1);
+    EXPECT_EQ(polygons, 2);
+    const VMVertex* beyond = world.Vertices[5];
+    EXPECT_EQ(beyond->BaseUV[0], 0.0f);
+    EXPECT_EQ(beyond->BaseUV[1], 0.0f);
+    EXPECT_FLOAT_EQ(world.Vertices[1]->BaseUV[0], 0.5f);
+}
+
+TEST_F(ExportMeshTest, CornerWithoutUVsMakesTheTangentsInvalidForTheRestOfTheNode)
+{
+    parameters.Options.ExportTangents = true;
+    const MObject shape = CreateMesh("quadShape", CreateNode("transform", "quad"), TwoQuads());
+    AssignTexturedShader(shape, "grey");
+    ASSERT_TRUE(SetUVs(shape, UVSpec{"map1", {0, 0.5f, 1, 0}, {0, 0, 0, 1}, {0, 1, 2, 3, -1, 1, 2, 0}}));
+
+    ASSERT_TRUE(ExportMesh(State(), PathTo("quadShape"), world, 0));
+
+    EXPECT_EQ(report.Details(IssueInvalidTangents), (std::vector<std::string>{"|quad|quadShape"}));
+    EXPECT_EQ(report.Count(IssueInvalidTextureUVs), 0);
+    EXPECT_NE(DebugText().find("Mesh had invalid tangents!\r\n"), std::string::npos);
 }
 
 TEST_F(ExportMeshTest, NodeThatCannotBeOpenedIsRefused)
