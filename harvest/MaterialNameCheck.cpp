@@ -7,22 +7,29 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 int CheckDuplicateMaterialNames(const VMMeshBase& container, VReport& report)
 {
-    // Counting the earlier equal names gives one issue per equal pair without comparing every
+    // Grouping the names first gives the equal pairs (i, j) in order without comparing every
     // pair, which matters for scenes with thousands of shaders.
-    std::map<std::string, int, NoCaseLess> earlier;
+    struct Namesakes {
+        std::vector<const VMMaterial*> Materials;
+        size_t Next = 0;
+    };
+    std::map<std::string, Namesakes, NoCaseLess> byName;
+    for (const VMMaterial* material : container.Materials)
+        if (material)
+            byName[material->Name].Materials.push_back(material);
     int result = 0;
     for (const VMMaterial* material : container.Materials) {
         if (!material)
             continue;
-        int& seen = earlier[material->Name];
-        for (int i = 0; i < seen; ++i)
-            report.AddIssue(IssueDuplicateMaterialNames, material->Name);
-        if (seen > 0)
+        Namesakes& namesakes = byName[material->Name];
+        for (size_t later = ++namesakes.Next; later < namesakes.Materials.size(); ++later) {
+            report.AddIssue(IssueDuplicateMaterialNames, namesakes.Materials[later]->Name);
             result = -1;
-        ++seen;
+        }
     }
     return result;
 }

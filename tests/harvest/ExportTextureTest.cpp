@@ -333,13 +333,15 @@ TEST_F(ExportTextureTest, TextureNamesAreRelativeToTheProjectFoundAboveTheTarget
     EXPECT_EQ(Material(lambert)->DiffuseTexture, "\\Textures\\brick.tga");
 }
 
-TEST_F(ExportTextureTest, MaterialNamesEqualButForCaseAreReportedOnce)
+TEST_F(ExportTextureTest, MaterialNamesEqualButForCaseAreReportedOncePerPairInPairOrder)
 {
     Material(Shader("lambert", "Stone"));
+    Material(Shader("lambert", "Moss"));
+    Material(Shader("lambert", "moss"));
     Material(Shader("lambert", "stone"));
     Material(Shader("lambert", "marble"));
     EXPECT_EQ(CheckDuplicateMaterialNames(world, report), -1);
-    EXPECT_EQ(report.Details(IssueDuplicateMaterialNames), (std::vector<std::string>{"stone"}));
+    EXPECT_EQ(report.Details(IssueDuplicateMaterialNames), (std::vector<std::string>{"stone", "moss"}));
 }
 
 TEST_F(ExportTextureTest, DistinctMaterialNamesPassTheCheck)
