@@ -31,7 +31,6 @@ void MergeTriLists(std::vector<std::unique_ptr<VMTriList>> triLists, int minStri
             first->Corners.insert(first->Corners.end(), absorbed.begin(), absorbed.end());
             candidates[next++].reset();
         }
-        if (first->CornerCount() > 0)
-            merged.push_back(std::move(first));
+        merged.push_back(std::move(first));
     }
 }

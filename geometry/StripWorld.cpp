@@ -14,8 +14,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <memory>
 #include <new>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -40,6 +42,7 @@ public:
         : m_world(world)
         , m_limits(limits)
         , m_statistics(statistics)
+        , m_triListCount(world.TriLists.Count())
     {
     }
 
@@ -60,7 +63,7 @@ public:
         }
     }
 
-    int BatchCount() const { return m_batchCount; }
+    int ListBatchCount() const { return m_listBatchCount; }
 
 private:
     int StripBucket(StripGathering& gathering, int bucket, float cubeSize, bool& someDidNotFit)
@@ -89,14 +92,14 @@ private:
 
     int StripOneBatch(const StripBatch& gathered, VMVisArea* area)
     {
-        ++m_batchCount;
         GeometryLog("VA: %d / %d, Mat: %d / %d, Poly: %d, Seg: %d, Tls: %d\r\n", m_statistics.VisAreaNumber,
                     m_statistics.VisAreaCount, m_statistics.MaterialNumber, m_statistics.MaterialCount,
-                    gathered.Count(), 0, m_world.TriLists.Count());
+                    gathered.Count(), 0, m_triListCount);
 
         const std::vector<VMPolygon*>& batch = gathered.Triangles;
         TriListBatch triLists;
         if (m_limits.Method == ListsOnly) {
+            ++m_listBatchCount;
             if (EmitListRuns(batch, m_limits.MaxLength, triLists) != 0)
                 return -301;
         } else {
@@ -112,28 +115,11 @@ private:
 
         const bool joinPieces = (m_limits.Method == FewestNeighboursFirst || m_limits.Method == LookAheadAndStitch)
             && !m_limits.CubeLimit;
-        TriListBatch placed;
-        if (joinPieces) {
-            const int shortStrip = 3 * m_limits.MinLength;
-            TriListBatch stitched;
-            TriListBatch rest;
-            StitchStrips(std::move(triLists), shortStrip, stitched, rest);
-            TriListBatch merged;
-            MergeTriLists(std::move(rest), shortStrip, stitched, merged);
-            placed = std::move(stitched);
-            for (std::unique_ptr<VMTriList>& triList : merged)
-                placed.push_back(std::move(triList));
-        } else {
-            placed = std::move(triLists);
-        }
+        if (joinPieces)
+            JoinPieces(std::move(triLists), *batch.front(), area);
+        else
+            Place(std::move(triLists), area);
 
-        m_world.TriLists.Reserve(m_world.TriLists.Count() + static_cast<int>(placed.size()));
-        for (std::unique_ptr<VMTriList>& triList : placed) {
-            VMTriList& added = *triList;
-            m_world.TriLists.Add(std::move(triList));
-            if (area != nullptr)
-                area->Link(added);
-        }
         // The vis areas' polygon lists were emptied up front, so a destroyed triangle has no
         // area left to leave.
         for (int index = 0; index < gathered.Count(); ++index) {
@@ -141,6 +127,52 @@ private:
             m_world.Polygons.RemoveLeaveEmpty(gathered.ListPositions[static_cast<size_t>(index)]);
         }
         return 0;
+    }
+
+    // Adds the tri-lists to the world and the vis area; answers the world slot of each.
+    std::vector<int> Place(TriListBatch triLists, VMVisArea* area)
+    {
+        std::vector<int> slots;
+        slots.reserve(triLists.size());
+        for (std::unique_ptr<VMTriList>& triList : triLists) {
+            VMTriList& added = *triList;
+            slots.push_back(m_world.TriLists.Count());
+            m_world.TriLists.Add(std::move(triList));
+            ++m_triListCount;
+            if (area != nullptr)
+                area->Link(added);
+        }
+        return slots;
+    }
+
+    // Stitches the batch's strips, then merges its short pieces with the lists that earlier
+    // batches of the same material, vis area and (with StripObject) source node left in the
+    // world, so that batches split by their other attributes still end in few lists.
+    void JoinPieces(TriListBatch triLists, const VMPolygon& reference, VMVisArea* area)
+    {
+        const int shortStrip = 3 * m_limits.MinLength;
+        TriListBatch stitched;
+        TriListBatch rest;
+        StitchStrips(std::move(triLists), shortStrip, stitched, rest);
+        Place(std::move(stitched), area);
+
+        std::vector<int>& earlier =
+            m_mergeable[{reference.Material(), area, m_limits.StripObject ? reference.SourceNode : 0u}];
+        TriListBatch candidates;
+        candidates.reserve(earlier.size() + rest.size());
+        for (int slot : earlier) {
+            candidates.push_back(m_world.TriLists.TakeLeaveEmpty(slot));
+            if (area != nullptr)
+                area->Unlink(*candidates.back());
+            --m_triListCount;
+        }
+        for (std::unique_ptr<VMTriList>& piece : rest)
+            candidates.push_back(std::move(piece));
+        TriListBatch kept;
+        TriListBatch merged;
+        MergeTriLists(std::move(candidates), shortStrip, kept, merged);
+        Place(std::move(kept), area);
+        earlier = Place(std::move(merged), area);
     }
 
     void ForgetPreviousUseCounts()
@@ -160,7 +192,10 @@ private:
     Limits m_limits;
     StripStatistics& m_statistics;
     std::vector<VMVertex*> m_countedVertices;
-    int m_batchCount = 0;
+    // The world slots of the merged lists, by material, vis area and source node.
+    std::map<std::tuple<const VMMaterial*, const VMVisArea*, uint32_t>, std::vector<int>> m_mergeable;
+    int m_triListCount = 0;
+    int m_listBatchCount = 0;
 };
 
 Limits LimitsOf(const StripParams& params)
@@ -203,15 +238,6 @@ void DestroyTriList(VMWorld& world, int index)
     world.TriLists.RemoveLeaveEmpty(index);
 }
 
-// A repair can leave a list without triangles; nothing would draw it.
-void DropEmptyTriLists(VMWorld& world)
-{
-    for (int index = 0; index < world.TriLists.Count(); ++index)
-        if (world.TriLists.Get(index)->CornerCount() == 0)
-            DestroyTriList(world, index);
-    world.TriLists.Compact();
-}
-
 int ReturnSingleTriangles(VMWorld& world)
 {
     for (int index = 0; index < world.TriLists.Count(); ++index) {
@@ -235,13 +261,13 @@ int ReturnSingleTriangles(VMWorld& world)
     return 0;
 }
 
-int Finish(VMWorld& world, StripStatistics& statistics, int batchCount)
+int Finish(VMWorld& world, StripStatistics& statistics, int listBatchCount)
 {
-    GeometryLog("%i batches for listing prepared.\r\n", batchCount);
+    GeometryLog("%i batches for listing prepared.\r\n", listBatchCount);
     GeometryLog("Sanity check...\r\n");
     world.Polygons.Compact();
+    world.TriLists.Compact();
     CheckAllTriLists(world);
-    DropEmptyTriLists(world);
     RelistPolygons(world);
 
     if (KeepReferencedVertices(world) != 0)
@@ -290,10 +316,11 @@ int Strip(VMWorld& world, const Limits& limits, float cubeSize, StripStatistics&
         result = -301;
     }
     if (result != 0) {
+        world.TriLists.Compact();
         RelistPolygons(world);
         return result;
     }
-    return Finish(world, statistics, stripper.BatchCount());
+    return Finish(world, statistics, stripper.ListBatchCount());
 }
 
 } // namespace

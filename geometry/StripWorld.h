@@ -6,7 +6,8 @@
 // StripPerformance chooses the method: 4 builds lists only; 1, 2 and 3 build strips, 2 starting
 // each strip at the triangle with the fewest free neighbours and 1 and 3 choosing the start by
 // look-ahead; 2 and 3 then stitch strips together and merge the short pieces into lists when no
-// bounding cube applies. Any other value leaves the world untouched.
+// bounding cube applies, together with the lists that earlier batches of the same material, vis
+// area and (with StripObject) source node made. Any other value leaves the world untouched.
 //
 // MaxStripLength is clamped to 4..10000 triangles and MinStripLength to 3..10000; a strip with
 // fewer than 3 x MinStripLength corners counts as short. A MaxStripSize above 0.001 limits every
@@ -14,7 +15,8 @@
 // triangles not yet taken are gathered again.
 //
 // Afterwards every stripped triangle has left the polygon list, a tri-list of a single triangle
-// has become a polygon again, every vertex in the list is referenced by a primitive (the others
+// has become a polygon again (one left without triangles, by the sanity check's repair or by a
+// merge of degenerate pieces, stays), every vertex in the list is referenced by a primitive (the others
 // are freed), the world is enumerated and the ID links are rebuilt with radius 0. Triangles
 // that cannot be stripped (other corner counts, material kind 1 or no-stripping, several vis
 // areas) stay polygons. Progress and statistics go to the geometry log.

@@ -2,6 +2,7 @@
 
 #include "base/FileSystem.h"
 #include "base/Path.h"
+#include "base/TextUtil.h"
 #include "geometry/AdjustTriangles.h"
 #include "geometry/StripWorld.h"
 #include "geometry/TessellatePolygons.h"
@@ -210,7 +211,13 @@ bool VExportFormatWorld::Export()
         LogWindowForwarder progress;
         const ScopedGeometryLogSink progressSink(&progress);
         LogPrint("Generating triangle strips...\r\n");
-        ReportPassResult("StripWorld", StripWorld(world, StripParamsFrom(options)), report);
+        StripStatistics statistics;
+        const int result = StripWorld(world, StripParamsFrom(options), &statistics);
+        ReportPassResult("StripWorld", result, report);
+        if (result == 0)
+            report.AddIssue(IssueStripStatistics,
+                            Format("Strips and lists: %d\r\nMaterials: %d\r\nVis areas: %d", statistics.TriListCount,
+                                   statistics.MaterialCount, statistics.VisAreaCount));
     }
 
     LogPrint("Sorting primitivies...\r\n");

@@ -107,7 +107,8 @@ TEST_P(StripWorldProperties, TrianglesVerticesAndStripsStaySound)
         VMTriList copy;
         copy.ListKind = triList->ListKind;
         copy.Corners = triList->Corners;
-        EXPECT_EQ(CheckTriList(copy, false), 0);
+        // Pieces made only of degenerate triangles stay as empty tri-lists.
+        EXPECT_TRUE(copy.Corners.empty() || CheckTriList(copy, false) == 0);
         EXPECT_LE(triList->TriangleCount(), LongestTriList(params));
     }
     EXPECT_EQ(referenced.size(), static_cast<size_t>(world.Vertices.Count()));

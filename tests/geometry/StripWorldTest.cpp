@@ -420,11 +420,89 @@ TEST(StripWorld, LogsProgressAndTheTriListCount)
     ASSERT_EQ(StripWorld(world, Method(4), &statistics), 0);
 
     EXPECT_EQ(sink.Lines.front(), "Stripping started...\r\n");
+    EXPECT_EQ(sink.StartingWith("1 batches for listing prepared.\r\n").size(), 1u);
     EXPECT_EQ(sink.Lines.back(), "1 strips and lists generated\r\n");
     EXPECT_EQ(sink.StartingWith("Sanity check...").size(), 1u);
     EXPECT_EQ(sink.StartingWith("Survival of ").size(), 3u);
     EXPECT_EQ(statistics.TriListCount, 1);
     EXPECT_EQ(statistics.MaterialCount, 1);
+}
+
+TEST(StripWorld, StripBatchesAreNotCountedForListing)
+{
+    VMWorld world;
+    AddZigzag(world, AddStripMaterial(world));
+    RecordingSink sink;
+    ScopedGeometryLogSink scope(&sink);
+
+    ASSERT_EQ(StripWorld(world, Method(2)), 0);
+
+    EXPECT_EQ(sink.StartingWith("0 batches for listing prepared.\r\n").size(), 1u);
+}
+
+//   1   3   5   7      four separate triangles of one material; the names split them into two
+//   |\  |\  |\  |\     batches, whose short lists still end in one list, the later batch's first
+//   0-2 2-4 4-6 6-8    and each in reverse order
+TEST(StripWorld, ShortListsOfBatchesSplitByTheirAttributesAreMergedIntoOne)
+{
+    VMWorld world;
+    VMMaterial* material = AddStripMaterial(world);
+    for (int column = 0; column < 4; ++column) {
+        AddStripVertex(world, static_cast<float>(3 * column), 0);
+        AddStripVertex(world, static_cast<float>(3 * column), 1);
+        AddStripVertex(world, static_cast<float>(3 * column + 1), 0);
+        AddStripTriangle(world, {3 * column, 3 * column + 2, 3 * column + 1}, material)->Name =
+            column < 2 ? "left" : "right";
+    }
+    const VertexNames names(world);
+
+    ASSERT_EQ(StripWorld(world, Method(3)), 0);
+
+    EXPECT_EQ(names.TriLists(world), (std::vector<std::vector<int>>{{9, 11, 10, 6, 8, 7, 3, 5, 4, 0, 2, 1}}));
+    EXPECT_EQ(world.Polygons.Count(), 0);
+}
+
+TEST(StripWorld, ListLeftWithoutTrianglesByTheRepairStays)
+{
+    VMWorld world;
+    VMMaterial* material = AddStripMaterial(world);
+    AddStripVertex(world, 0, 0);
+    AddStripVertex(world, 1, 0);
+    AddStripVertex(world, 0, 1);
+    AddStripTriangle(world, {0, 0, 1}, material);
+    AddStripTriangle(world, {1, 2, 2}, material);
+
+    ASSERT_EQ(StripWorld(world, Method(4)), 0);
+
+    ASSERT_EQ(world.TriLists.Count(), 1);
+    EXPECT_EQ(world.TriLists.Get(0)->CornerCount(), 0);
+    EXPECT_EQ(world.Polygons.Count(), 0);
+}
+
+// The zigzag with its third triangle wound the other way (2 4 3 instead of 2 3 4). Carrying the
+// strip on across edge 2-3 would give 0 1 2 3 4 5 and turn that triangle over, so the strip stops
+// after two triangles; too short to stay a strip, it is merged into a list with the other two,
+// and every triangle keeps its facing.
+TEST(StripWorld, StripNeverCrossesAnEdgeThatBothTrianglesRunTheSameWay)
+{
+    VMWorld world;
+    VMMaterial* material = AddStripMaterial(world);
+    for (int column = 0; column < 3; ++column) {
+        AddStripVertex(world, static_cast<float>(column), 0);
+        AddStripVertex(world, static_cast<float>(column), 1);
+    }
+    AddStripTriangle(world, {0, 1, 2}, material);
+    AddStripTriangle(world, {2, 1, 3}, material);
+    AddStripTriangle(world, {2, 4, 3}, material);
+    AddStripTriangle(world, {4, 3, 5}, material);
+    const std::vector<PositionTriangle> before = SurfaceTriangles(world);
+    const VertexNames names(world);
+
+    ASSERT_EQ(StripWorld(world, Method(2)), 0);
+
+    EXPECT_EQ(names.TriLists(world), (std::vector<std::vector<int>>{{4, 3, 5, 2, 4, 3, 0, 1, 2, 2, 1, 3}}));
+    EXPECT_EQ(world.TriLists.Get(0)->ListKind, VMTriListKind::List);
+    EXPECT_EQ(SurfaceTriangles(world), before);
 }
 
 TEST(StripWorld, ExistingTriListsAreCutUpAndStrippedAgain)

@@ -103,6 +103,18 @@ TEST_F(InteractiveExport, InteractiveReportIsShownAndNotFiled)
     EXPECT_FALSE(Has("ErrLog.txt"));
 }
 
+TEST_F(InteractiveExport, StrippingReportsItsStatistics)
+{
+    AssignMaterial(AddCube("boxA", 0, 0, 0, 100), "stone");
+    AssignMaterial(AddCube("boxB", 300, 0, 0, 100), "wood");
+
+    EXPECT_TRUE(ExportAll("stripped.qmesh"));
+    const VReportEntry* entry = Report.Find("Triangle stripping and listing statistics");
+    ASSERT_NE(entry, nullptr);
+    EXPECT_EQ(entry->Detail, "Strips and lists: 2\r\nMaterials: 2\r\nVis areas: 0\r\n");
+    EXPECT_EQ(entry->Severity, SeverityInformation);
+}
+
 // Separate flat triangles and quads, three or four vertices each, one material: nothing is welded,
 // so the world keeps exactly 3 x triangles + 4 x quads vertices.
 void AddSeparatePolygons(int triangles, int quads)
