@@ -1,6 +1,7 @@
 #include "geometry/ExactPositionGroups.h"
 
 #include "geometry/MemberTable.h"
+#include "model/VMSkinVertex.h"
 #include "model/VMVertex.h"
 
 #include <bit>
@@ -29,8 +30,9 @@ Key KeyOf(const float position[3])
     return key;
 }
 
+template <class Vertex>
 struct KeyOfMember {
-    const VMOwnedList<VMVertex>* Vertices;
+    const VMOwnedList<Vertex>* Vertices;
     Key operator()(int member) const { return KeyOf(Vertices->Get(member)->Position); }
 };
 
@@ -40,14 +42,15 @@ struct KeyHash {
 
 }
 
-ExactPositionGroups::ExactPositionGroups(const VMOwnedList<VMVertex>& vertices, size_t expectedGroups)
+template <class Vertex>
+ExactPositionGroups::ExactPositionGroups(const VMOwnedList<Vertex>& vertices, size_t expectedGroups)
 {
     const size_t count = static_cast<size_t>(vertices.Count());
     m_next.assign(count, -1);
     // Each group's slot holds its highest member so far, whose record the list met moments ago.
-    MemberTable<Key, KeyOfMember, KeyHash> table(expectedGroups, KeyOfMember{&vertices}, KeyHash{});
-    const auto groupable = [&](size_t i) -> const VMVertex* {
-        const VMVertex* vertex = vertices.Get(static_cast<int>(i));
+    MemberTable<Key, KeyOfMember<Vertex>, KeyHash> table(expectedGroups, KeyOfMember<Vertex>{&vertices}, KeyHash{});
+    const auto groupable = [&](size_t i) -> const Vertex* {
+        const Vertex* vertex = vertices.Get(static_cast<int>(i));
         return vertex != nullptr && IsFinite(vertex->Position) ? vertex : nullptr;
     };
     constexpr size_t PrefetchDistance = 16;
@@ -56,10 +59,10 @@ ExactPositionGroups::ExactPositionGroups(const VMOwnedList<VMVertex>& vertices, 
         if (i + 2 * PrefetchDistance < count)
             __builtin_prefetch(vertices.Get(static_cast<int>(i + 2 * PrefetchDistance)));
         if (i + PrefetchDistance < count) {
-            if (const VMVertex* ahead = groupable(i + PrefetchDistance))
+            if (const Vertex* ahead = groupable(i + PrefetchDistance))
                 table.Prefetch(KeyOf(ahead->Position));
         }
-        const VMVertex* vertex = groupable(i);
+        const Vertex* vertex = groupable(i);
         if (vertex == nullptr)
             continue;
         int& highest = table.Member(KeyOf(vertex->Position));
@@ -74,3 +77,6 @@ ExactPositionGroups::ExactPositionGroups(const VMOwnedList<VMVertex>& vertices, 
         highest = index;
     }
 }
+
+template ExactPositionGroups::ExactPositionGroups(const VMOwnedList<VMVertex>&, size_t);
+template ExactPositionGroups::ExactPositionGroups(const VMOwnedList<VMSkinVertex>&, size_t);

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+struct VMSkinVertex;
 struct VMVertex;
 
 class ExactPositionGroups {
@@ -18,8 +19,9 @@ public:
     // comparison: -0 equals +0; a vertex with a NaN or infinite coordinate is in no group, as
     // a box query around it (|p - q| <= r) matches nothing. Empty slots are left out.
     // expectedGroups sizes the table (it grows when the guess is short). Throws std::bad_alloc
-    // when memory runs out.
-    ExactPositionGroups(const VMOwnedList<VMVertex>& vertices, size_t expectedGroups);
+    // when memory runs out. For the vertices of a world (VMVertex) or of a model (VMSkinVertex).
+    template <class Vertex>
+    ExactPositionGroups(const VMOwnedList<Vertex>& vertices, size_t expectedGroups);
 
     // Each group is a ring in ascending list order: the next higher position in the group of the
     // vertex at this position, the group's lowest after its highest, the vertex itself when it is

@@ -1,10 +1,8 @@
 #include "geometry/PolygonArea.h"
 
-#include "model/VMVertex.h"
-
 #include <cmath>
 
-double FanTriangleArea(const VMVertex& origin, const VMVertex& previous, const VMVertex& current)
+double FanTriangleArea(const VMVertexData& origin, const VMVertexData& previous, const VMVertexData& current)
 {
     const float ax = previous.Position[0] - origin.Position[0];
     const float ay = previous.Position[1] - origin.Position[1];
@@ -19,12 +17,4 @@ double FanTriangleArea(const VMVertex& origin, const VMVertex& previous, const V
     if (squaredLength == 0.0f)
         return 0.0;
     return 0.5 * std::sqrt(static_cast<double>(squaredLength));
-}
-
-double PolygonArea(const VMVertex* const* corners, int count)
-{
-    double area = 0.0;
-    for (int k = 2; k < count; ++k)
-        area += FanTriangleArea(*corners[0], *corners[k - 1], *corners[k]);
-    return area;
 }

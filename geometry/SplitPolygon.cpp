@@ -2,6 +2,7 @@
 
 #include "geometry/PolygonArea.h"
 #include "model/VMPolygon.h"
+#include "model/VMSkinVertex.h"
 #include "model/VMVertex.h"
 #include "model/VMVisArea.h"
 #include "model/VMWorld.h"
@@ -17,24 +18,12 @@ namespace {
 constexpr double SmallestPieceArea = 1e-7;
 constexpr double NearCornerSquaredDistance = 1e-5;
 
+template <class Vertex>
 struct Piece {
-    std::vector<VMVertex*> Corners;
+    std::vector<Vertex*> Corners;
     int Depth;
     int CornerLimit;
 };
-
-int AddPiece(VMWorld& world, const VMPolygon& source, const std::vector<VMVertex*>& corners)
-{
-    std::unique_ptr<VMPolygon> polygon = VMWorld::NewPolygon();
-    if (!polygon)
-        return -301;
-    polygon->Corners = corners;
-    polygon->Neighbours.assign(corners.size(), nullptr);
-    polygon->CopySplitAttributesFrom(source);
-    for (VMVisArea* area : source.Owners)
-        area->Link(*polygon);
-    return world.Polygons.Add(polygon.release());
-}
 
 struct Diagonal {
     int First;
@@ -43,7 +32,8 @@ struct Diagonal {
 
 // The diagonal (first, last) whose first piece, corners first..last, halves the area best.
 // Answers false when no diagonal gives two pieces of usable area.
-bool FindBestDiagonal(const std::vector<VMVertex*>& corners, double area, Diagonal& best)
+template <class Vertex>
+bool FindBestDiagonal(const std::vector<Vertex*>& corners, double area, Diagonal& best)
 {
     const int count = static_cast<int>(corners.size());
     double bestScore = area + 1.0;
@@ -70,13 +60,14 @@ bool FindBestDiagonal(const std::vector<VMVertex*>& corners, double area, Diagon
     return found;
 }
 
-std::vector<VMVertex*> WithoutNearCorners(const std::vector<VMVertex*>& corners)
+template <class Vertex>
+std::vector<Vertex*> WithoutNearCorners(const std::vector<Vertex*>& corners)
 {
-    std::vector<VMVertex*> kept;
+    std::vector<Vertex*> kept;
     kept.reserve(corners.size());
-    for (VMVertex* corner : corners) {
+    for (Vertex* corner : corners) {
         bool near = false;
-        for (const VMVertex* other : kept) {
+        for (const Vertex* other : kept) {
             const float dx = corner->Position[0] - other->Position[0];
             const float dy = corner->Position[1] - other->Position[1];
             const float dz = corner->Position[2] - other->Position[2];
@@ -91,15 +82,16 @@ std::vector<VMVertex*> WithoutNearCorners(const std::vector<VMVertex*>& corners)
     return kept;
 }
 
-// Splits one piece: either adds it to the world or pushes its sub-pieces, the first piece on top
-// so that pieces are added in the order of a depth-first split.
-int SplitPiece(VMWorld& world, const VMPolygon& source, Piece piece, std::vector<Piece>& pending)
+// Splits one piece: either hands it on or pushes its sub-pieces, the first piece on top so that
+// pieces are handed on in the order of a depth-first split.
+template <class Vertex>
+int SplitPiece(Piece<Vertex> piece, std::vector<Piece<Vertex>>& pending, const PieceSink<Vertex>& addPiece)
 {
     const int count = static_cast<int>(piece.Corners.size());
     if (count < 3)
         return 0;
     if (count <= piece.CornerLimit)
-        return AddPiece(world, source, piece.Corners);
+        return addPiece(piece.Corners);
 
     const double area = PolygonArea(piece.Corners.data(), count);
     if (area <= SmallestPieceArea)
@@ -108,37 +100,37 @@ int SplitPiece(VMWorld& world, const VMPolygon& source, Piece piece, std::vector
     Diagonal diagonal{0, 0};
     if (FindBestDiagonal(piece.Corners, area, diagonal)) {
         const auto begin = piece.Corners.begin();
-        std::vector<VMVertex*> second(begin + diagonal.Last, piece.Corners.end());
+        std::vector<Vertex*> second(begin + diagonal.Last, piece.Corners.end());
         second.insert(second.end(), begin, begin + diagonal.First + 1);
-        std::vector<VMVertex*> first(begin + diagonal.First, begin + diagonal.Last + 1);
+        std::vector<Vertex*> first(begin + diagonal.First, begin + diagonal.Last + 1);
         pending.push_back({std::move(second), piece.Depth + 1, 3});
         pending.push_back({std::move(first), piece.Depth + 1, 3});
         return 0;
     }
 
-    std::vector<VMVertex*> kept = WithoutNearCorners(piece.Corners);
+    std::vector<Vertex*> kept = WithoutNearCorners(piece.Corners);
     if (kept.size() == piece.Corners.size())
         return 0;
     pending.push_back({std::move(kept), piece.Depth + 1, 3});
     return 0;
 }
 
-}
+} // namespace
 
-int SplitPolygon(VMWorld& world, const VMPolygon& source, VMVertex* const* corners, int count, int depth,
-                 int cornerLimit)
+template <class Vertex>
+int SplitCorners(Vertex* const* corners, int count, int depth, int cornerLimit, const PieceSink<Vertex>& addPiece)
 {
     if (count < 3)
         return 0;
     try {
         // An explicit stack: a hostile polygon of many thousand corners must not exhaust the
         // call stack.
-        std::vector<Piece> pending;
-        pending.push_back({std::vector<VMVertex*>(corners, corners + count), depth, cornerLimit});
+        std::vector<Piece<Vertex>> pending;
+        pending.push_back({std::vector<Vertex*>(corners, corners + count), depth, cornerLimit});
         while (!pending.empty()) {
-            Piece piece = std::move(pending.back());
+            Piece<Vertex> piece = std::move(pending.back());
             pending.pop_back();
-            const int result = SplitPiece(world, source, std::move(piece), pending);
+            const int result = SplitPiece(std::move(piece), pending, addPiece);
             if (result != 0)
                 return result;
         }
@@ -146,4 +138,23 @@ int SplitPolygon(VMWorld& world, const VMPolygon& source, VMVertex* const* corne
         return -301;
     }
     return 0;
+}
+
+template int SplitCorners(VMVertex* const*, int, int, int, const PieceSink<VMVertex>&);
+template int SplitCorners(VMSkinVertex* const*, int, int, int, const PieceSink<VMSkinVertex>&);
+
+int SplitPolygon(VMWorld& world, const VMPolygon& source, VMVertex* const* corners, int count, int depth,
+                 int cornerLimit)
+{
+    return SplitCorners<VMVertex>(corners, count, depth, cornerLimit, [&](const std::vector<VMVertex*>& pieceCorners) {
+        std::unique_ptr<VMPolygon> polygon = VMWorld::NewPolygon();
+        if (!polygon)
+            return -301;
+        polygon->Corners = pieceCorners;
+        polygon->Neighbours.assign(pieceCorners.size(), nullptr);
+        polygon->CopySplitAttributesFrom(source);
+        for (VMVisArea* area : source.Owners)
+            area->Link(*polygon);
+        return world.Polygons.Add(polygon.release());
+    });
 }

@@ -1,9 +1,22 @@
 #pragma once
 // Splitting a polygon into pieces of bounded corner count.
 
+#include <functional>
+#include <vector>
+
 class VMPolygon;
 class VMWorld;
 struct VMVertex;
+
+// Receives one piece's corners; answers 0 to go on or a negative code that ends the split.
+template <class Vertex>
+using PieceSink = std::function<int(const std::vector<Vertex*>& corners)>;
+
+// The split rule of SplitPolygon (below) for the corners of any container (VMVertex,
+// VMSkinVertex): each piece goes to addPiece, in the order SplitPolygon adds them. Answers 0,
+// -301 when memory runs out, or the first negative answer of addPiece.
+template <class Vertex>
+int SplitCorners(Vertex* const* corners, int count, int depth, int cornerLimit, const PieceSink<Vertex>& addPiece);
 
 // Appends to the world's polygon list new polygons of at most cornerLimit corners that together
 // cover the corner sequence (count corners, winding kept). Each piece takes the split

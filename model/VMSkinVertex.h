@@ -27,8 +27,6 @@ struct VMSkinVertex : VMVertexData {
     // and animation deltas follow it.
     VMSkinVertex* Source = nullptr;
 
-    // Scratch links of the model optimisation: the vertex this one merges into, and the first
-    // vertex with exactly the same position.
-    VMSkinVertex* MergeTarget = nullptr;
+    // The first vertex with exactly the same position (FixModelID).
     VMSkinVertex* IdLink = nullptr;
 };

@@ -6,6 +6,14 @@
 
 #include <initializer_list>
 #include <string>
+#include <vector>
+
+// The records of a model list (VMOwnedList, VPListT) as a vector, for gmock's container matchers.
+template <class List>
+auto Items(const List& list)
+{
+    return std::vector(list.begin(), list.end());
+}
 
 // Creates the skeleton on first use; a bone with a parent joins its children.
 inline VMBone* AddBone(VMModel& model, const std::string& name, VMBone* parent = nullptr)

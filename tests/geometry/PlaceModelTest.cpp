@@ -1,0 +1,112 @@
+#include "geometry/ModelBounds.h"
+#include "geometry/PlaceModel.h"
+
+#include "../model/ModelBuilder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::FloatEq;
+using testing::FloatNear;
+using testing::Pointwise;
+
+// Vertices spanning x -1..3, y 0..2, z 5..9; a root bone at (1, 1, 1) with a child.
+class PlaceModelTest : public testing::Test {
+protected:
+    PlaceModelTest()
+    {
+        a = AddSkinVertex(model, -1, 0, 5);
+        b = AddSkinVertex(model, 3, 2, 9);
+        c = AddSkinVertex(model, 3, 2, 9);
+        root = AddBone(model, "root");
+        child = AddBone(model, "child", root);
+        SetTranslation(root->GlobalTransform, 1, 1, 1);
+        SetTranslation(root->LocalTransform, 1, 1, 1);
+        SetTranslation(child->GlobalTransform, 2, 1, 1);
+        SetTranslation(child->LocalTransform, 1, 0, 0);
+        ComputeModelBounds(model);
+        model.CollisionBox = model.Box;
+    }
+
+    VMModel model;
+    VMSkinVertex* a = nullptr;
+    VMSkinVertex* b = nullptr;
+    VMSkinVertex* c = nullptr;
+    VMBone* root = nullptr;
+    VMBone* child = nullptr;
+};
+
+struct CenterCase {
+    int Method;
+    float Offset[3];
+};
+
+class CenterModelTest : public PlaceModelTest, public testing::WithParamInterface<CenterCase> {};
+
+TEST_P(CenterModelTest, MovesTheModelByMinusThePointOfTheMethod)
+{
+    const CenterCase& param = GetParam();
+    CenterModel(model, param.Method);
+
+    EXPECT_THAT(a->Position, Pointwise(FloatEq(), std::vector<float> {-1 + param.Offset[0], param.Offset[1],
+                                                                      5 + param.Offset[2]}));
+    EXPECT_THAT(root->GlobalTransform.Translation()[0], FloatEq(1 + param.Offset[0]));
+    EXPECT_THAT(root->LocalTransform.Translation()[2], FloatEq(1 + param.Offset[2]));
+    // A child's local transform is relative to its parent and does not move.
+    EXPECT_THAT(child->LocalTransform.Translation()[0], FloatEq(1));
+    EXPECT_THAT(model.CollisionBox.Min[2], FloatEq(5 + param.Offset[2]));
+}
+
+INSTANTIATE_TEST_SUITE_P(Methods, CenterModelTest,
+                         testing::Values(CenterCase {0, {0, 0, 0}}, CenterCase {1, {-1, -1, -7}},
+                                         CenterCase {2, {-5.0f / 3, -4.0f / 3, -23.0f / 3}},
+                                         CenterCase {3, {-1, -1, -5}}, CenterCase {4, {-1, -1, -1}}));
+
+TEST_F(PlaceModelTest, ScalingMultipliesPositionsAndBoneTranslations)
+{
+    ScaleModel(model, 2.0f);
+    EXPECT_THAT(b->Position, ElementsAre(6, 4, 18));
+    EXPECT_EQ(child->LocalTransform.Translation()[0], 2.0f);
+    EXPECT_EQ(child->GlobalTransform.Translation()[0], 4.0f);
+}
+
+TEST_F(PlaceModelTest, TurningMovesVerticesBonesAndBoxes)
+{
+    // A quarter turn about z: x goes to y.
+    VMTransform turn;
+    turn.At(0, 0) = 0;
+    turn.At(1, 0) = 1;
+    turn.At(0, 1) = -1;
+    turn.At(1, 1) = 0;
+    a->Normal[0] = 1;
+    TransformModel(model, turn);
+
+    EXPECT_THAT(a->Position, Pointwise(FloatNear(1e-6f), std::vector<float> {0, -1, 5}));
+    EXPECT_THAT(a->Normal, Pointwise(FloatNear(1e-6f), std::vector<float> {0, 1, 0}));
+    EXPECT_THAT(root->GlobalTransform.Translation()[1], FloatEq(1));
+    EXPECT_THAT(root->GlobalTransform.Translation()[0], FloatEq(-1));
+    EXPECT_THAT(child->LocalTransform.Translation()[0], FloatEq(1));
+    EXPECT_THAT(model.Box.Min, Pointwise(FloatNear(1e-6f), std::vector<float> {-2, -1, 5}));
+    EXPECT_THAT(model.Box.Max, Pointwise(FloatNear(1e-6f), std::vector<float> {0, 3, 9}));
+}
+
+TEST(ModelBounds, TheRadiusReachesTheFarthestCornerAndAnEmptyModelHasNone)
+{
+    VMModel model;
+    ComputeModelBounds(model);
+    EXPECT_TRUE(model.Box.IsEmpty());
+    EXPECT_EQ(model.VisibilityRadius, 0.0f);
+
+    AddSkinVertex(model, -1, 0, 5);
+    AddSkinVertex(model, 3, 2, 9);
+    ComputeModelBounds(model);
+    EXPECT_THAT(model.Box.Min, ElementsAre(-1, 0, 5));
+    EXPECT_FLOAT_EQ(model.VisibilityRadius, std::sqrt(9.0f + 4.0f + 81.0f));
+}
+
+} // namespace
