@@ -80,7 +80,9 @@ int ComputeModelTangents(VMModel& model)
             auto copy = VMModel::NewVertex();
             if (!copy)
                 return -301;
-            static_cast<VMVertexData&>(*copy) = *model.Vertices.begin()[frames.Sources[k]];
+            const VMSkinVertex& source = *model.Vertices.begin()[frames.Sources[k]];
+            static_cast<VMVertexData&>(*copy) = source;
+            copy->Source = source.Source != nullptr ? source.Source : model.Vertices.begin()[frames.Sources[k]];
             copies.push_back(std::move(copy));
         }
         model.Vertices.Reserve(static_cast<int>(frames.Vertices.size()));

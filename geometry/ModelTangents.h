@@ -5,8 +5,9 @@
 class VMModel;
 
 // Frames every skin vertex from the triangles around it. A vertex whose triangles disagree is
-// split: the copy is appended to the vertex list, takes the triangles of its frame, and is bound
-// to the bones of its source with the same weights. Each stored tangent is T - N (N . T) made
+// split: the copy is appended to the vertex list, takes the triangles of its frame, names as its
+// source the vertex it was split from (or that vertex's own source), and is bound to the bones
+// of the vertex it was split from with the same weights. Each stored tangent is T - N (N . T) made
 // unit length, with T the frame's unit tangent and N the vertex normal, and lengthened to
 // 1.7320508 where the frame is mirrored ((N x T) . B > 0, B the frame's binormal), so that the
 // engine can tell the mirrored side from its length; a tangent that comes out NaN or infinite

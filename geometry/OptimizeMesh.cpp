@@ -260,6 +260,12 @@ void MergeVertices(VMModel& model, const std::vector<int>& survivor)
                 face->SetCorner(corner, model.Vertices[survivor[static_cast<size_t>(index)]]);
         }
     }
+    // A split copy whose source merges away follows the survivor, which is the same vertex.
+    for (VMSkinVertex* vertex : model.Vertices) {
+        const int source = TrackSignatures::IndexOf(model, vertex->Source);
+        if (source >= 0 && survivor[static_cast<size_t>(source)] >= 0)
+            vertex->Source = model.Vertices[survivor[static_cast<size_t>(source)]];
+    }
     TrackSignatures::ForEachTrack(model, [&](VMVertexTrack& track) {
         std::erase_if(track.Deltas, [&](const VMVertexDelta& delta) {
             const int index = TrackSignatures::IndexOf(model, delta.Vertex);

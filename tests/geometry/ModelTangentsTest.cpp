@@ -51,6 +51,7 @@ TEST(ModelTangents, AMirroredSeamSplitsItsVerticesAndTheCopiesKeepTheirBones)
     EXPECT_THAT(model.Faces[0]->Corners(), ElementsAre(v[0], v[1], v[2]));
     EXPECT_THAT(model.Faces[1]->Corners(), ElementsAre(v0Copy, v2Copy, v[3]));
     EXPECT_THAT(v0Copy->Position, ElementsAre(0, 0, 0));
+    EXPECT_EQ(v0Copy->Source, v[0]);
     EXPECT_THAT(v2Copy->BaseUV, ElementsAre(1, 1));
     // A's frame has (N x T) . B > 0 and is stored at the length that marks it; B's is not.
     EXPECT_THAT(Tangent(v[0]), Pointwise(FloatNear(1e-6f), std::vector<float> {1.7320508f, 0, 0}));

@@ -62,9 +62,11 @@ TEST_F(OptimizeMeshTest, IdenticalVerticesMergeIntoTheFirstAndItsBonesForgetTheO
     AttachVertex(b, v3, 0.5f);
     AttachVertex(a, v3, 0.5f);
     v3->Position[2] = -0.0f;
+    v4->Source = v3;
 
     EXPECT_EQ(OptimizeMesh(model, 0.0f), 0);
 
+    EXPECT_EQ(v4->Source, v1);
     EXPECT_THAT(Items(model.Vertices), ElementsAre(v0, v1, v2, v4));
     EXPECT_THAT(model.Faces[1]->Corners(), ElementsAre(v2, v1, v4));
     EXPECT_THAT(a->Vertices, ElementsAre(v1));
