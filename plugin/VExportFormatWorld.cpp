@@ -254,6 +254,10 @@ bool VExportFormatWorld::Export()
 
 void VExportFormatWorld::Finish()
 {
-    m_state.Reset();
+    // The engine cooks the meshes it loads into files beside them; after an export they are stale.
+    DeleteCookedMeshes();
+    if (m_currentState != nullptr)
+        m_currentState->Reset();
     m_currentState = nullptr;
+    Session().Harvest.MeshNodes.Reset(0);
 }

@@ -48,6 +48,21 @@ TEST_F(StaticExport, ExportAllWritesMeshCollisionMeshAndSettingsFolder)
     EXPECT_THAT(Read("level/town.qmesh_data/materials.xml"), HasSubstr("name=\"wood\""));
 }
 
+TEST_F(StaticExport, ExportDeletesTheCookedMeshesBesideTheTarget)
+{
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    Write("town.qmesh_data/cookedMesh_0.bin", "x");
+    Write("town.qmesh_data/CookedMesh17", "x");
+    Write("town.qmesh_data/cookedMeshes/keep", "x");
+
+    ASSERT_TRUE(ExportAll("town.qmesh"));
+
+    EXPECT_FALSE(Has("town.qmesh_data/cookedMesh_0.bin"));
+    EXPECT_FALSE(Has("town.qmesh_data/CookedMesh17"));
+    EXPECT_TRUE(Has("town.qmesh_data/cookedMeshes/keep"));
+    EXPECT_TRUE(Has("town.qmesh_data/materials.xml"));
+}
+
 TEST_F(StaticExport, ExportSelectionWritesOnlyTheSelectedNodes)
 {
     AssignMaterial(AddCube("boxA", 0, 0, 0, 100), "stone");

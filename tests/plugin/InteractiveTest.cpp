@@ -162,19 +162,4 @@ TEST_F(InteractiveExport, WorldOf65536VerticesRaisesTheVertexCountWarning)
     EXPECT_NE(Report.Find("Model has more than 65536 vertices"), nullptr);
 }
 
-TEST_F(PluginFixture, CookedMeshesOfTheTargetAreDeleted)
-{
-    Write("town.qmesh_data/cookedMesh_0.bin", "x");
-    Write("town.qmesh_data/CookedMesh17", "x");
-    Write("town.qmesh_data/materials.xml", "<root/>");
-    VExportFormat* format = FindExportFormat("qmesh");
-    ASSERT_NE(format, nullptr);
-    ASSERT_TRUE(format->Init(SystemPath("town.qmesh"), 0, true, false, false));
-
-    format->DeleteCookedMeshes();
-    EXPECT_FALSE(Has("town.qmesh_data/cookedMesh_0.bin"));
-    EXPECT_FALSE(Has("town.qmesh_data/CookedMesh17"));
-    EXPECT_TRUE(Has("town.qmesh_data/materials.xml"));
-}
-
 } // namespace
