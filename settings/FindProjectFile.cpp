@@ -27,12 +27,11 @@ std::string ParentFolder(std::string_view folder)
     return std::string(folder.substr(0, secondToLast + 1));
 }
 
-// A bare ".project" is another tool's hidden folder description (Eclipse writes one into every
-// workspace project), never an editor project.
+// Any file that "*.project" matches, a bare ".project" too.
 std::optional<std::string> ProjectFileIn(std::string_view folder)
 {
     for (const DirectoryEntry& entry : ListDirectory(folder))
-        if (!entry.IsDirectory && entry.Name.size() > kExtension.size() && EndsWithNoCase(entry.Name, kExtension))
+        if (!entry.IsDirectory && EndsWithNoCase(entry.Name, kExtension))
             return entry.Name;
     return std::nullopt;
 }

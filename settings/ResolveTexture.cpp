@@ -30,20 +30,18 @@ std::string CopyTexture(const std::string& source, const TextureResolveContext& 
     return TextureOutputName(target, context);
 }
 
-// Files of a folder are matched before its sub-folders are entered, so the nearest of several
-// equally named textures wins.
+// Depth first in listing order: a sub-folder listed before a matching file is searched first.
 std::optional<std::string> FindInFolderTree(const std::string& folder, std::string_view fileName, int depth)
 {
-    const std::vector<DirectoryEntry> entries = ListDirectory(folder);
-    for (const DirectoryEntry& entry : entries)
-        if (!entry.IsDirectory && EqualsNoCase(entry.Name, fileName))
-            return JoinPath(folder, entry.Name);
-    if (depth >= kMaxLocateDepth)
-        return std::nullopt;
-    for (const DirectoryEntry& entry : entries)
-        if (entry.IsDirectory)
+    for (const DirectoryEntry& entry : ListDirectory(folder)) {
+        if (!entry.IsDirectory) {
+            if (EqualsNoCase(entry.Name, fileName))
+                return JoinPath(folder, entry.Name);
+        } else if (depth < kMaxLocateDepth) {
             if (std::optional<std::string> found = FindInFolderTree(JoinPath(folder, entry.Name), fileName, depth + 1))
                 return found;
+        }
+    }
     return std::nullopt;
 }
 

@@ -11,20 +11,6 @@ bool IsSeparator(char c)
     return c == '\\' || c == '/';
 }
 
-bool HasParentStep(std::string_view subfolder)
-{
-    size_t start = 0;
-    while (start <= subfolder.size()) {
-        size_t end = subfolder.find_first_of("\\/", start);
-        if (end == std::string_view::npos)
-            end = subfolder.size();
-        if (TrimSpaces(subfolder.substr(start, end - start)) == "..")
-            return true;
-        start = end + 1;
-    }
-    return false;
-}
-
 std::string WithClosingBackslash(std::string path)
 {
     if (path.empty() || !IsSeparator(path.back()))
@@ -41,9 +27,9 @@ std::string_view BaseFolder(bool useProjectDirectory, std::string_view projectDi
 
 bool IsValidTextureSubfolder(std::string_view subfolder)
 {
-    if (!subfolder.empty() && IsSeparator(subfolder.front()))
-        return false;
-    return subfolder.find(':') == std::string_view::npos && !subfolder.starts_with("..") && !HasParentStep(subfolder);
+    // A network path typed with forward slashes is as absolute as one with backslashes.
+    const std::string system = FromNativePath(subfolder);
+    return !system.starts_with("\\\\") && system.find(':') == std::string::npos && !system.starts_with("..");
 }
 
 std::string TextureDirectoryFromOptions(const VExportOptions& options, std::string_view projectDirectory,

@@ -13,8 +13,10 @@ inline constexpr std::string_view kInvalidTextureSubdirMessage =
     "The texture subdirectory is not allowed to be an absolute path or contain '..\\'.\r\n"
     "Please specify just a relative subdirectory like 'textures'";
 
-// False for a sub-folder that is absolute (it starts with a separator or holds a drive colon),
-// starts with ".." or has a ".." step; an empty one is valid.
+// False for a sub-folder that is absolute (a network path, starting with two backslashes, or one
+// with a drive colon) or starts with ".."; an empty one is valid. A single leading backslash
+// only repeats the separator after the base folder, and a ".." further in stays the user's
+// choice.
 bool IsValidTextureSubfolder(std::string_view subfolder);
 
 // From the options TextureSubdir and TextureUseProjDir, as an export uses them: an empty or

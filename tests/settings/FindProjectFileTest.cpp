@@ -53,16 +53,15 @@ TEST(FindProjectFile, ExtensionMatchesIgnoringCase)
     EXPECT_EQ(project->File, folder.SystemPath("x\\Town.PROJECT"));
 }
 
-TEST(FindProjectFile, FoldersAndOtherFilesAreNotProjects)
+TEST(FindProjectFile, FoldersAndOtherFilesAreNotProjectsButABareDotProjectIs)
 {
     ScratchFolder folder;
-    folder.MakeFolder("x/y/folder.project");
+    folder.MakeFolder("x/y/z/folder.project");
+    folder.Write("x/y/z/town.project.bak", "");
     folder.Write("x/y/.project", "");
-    folder.Write("x/y/town.project.bak", "");
-    folder.Write("x/real.project", "");
-    const auto project = FindProjectFile(folder.SystemPath("x\\y\\"));
+    const auto project = FindProjectFile(folder.SystemPath("x\\y\\z\\"));
     ASSERT_TRUE(project);
-    EXPECT_EQ(project->File, folder.SystemPath("x\\real.project"));
+    EXPECT_EQ(project->File, folder.SystemPath("x\\y\\.project"));
 }
 
 TEST(FindProjectFile, FirstProjectInNameOrderWins)

@@ -174,20 +174,15 @@ TEST_F(ResolveTextureTest, LocateFindsTheTextureInASubfolder)
     EXPECT_FALSE(m_folder.Has("town/props/Textures/bark.DDS"));
 }
 
-TEST_F(ResolveTextureTest, LocateTakesTheFirstMatchOfTheDepthFirstWalk)
+// A folder listed before the matching file is searched first, one listed after it is not.
+TEST_F(ResolveTextureTest, LocateTakesTheFirstMatchOfTheDepthFirstWalkInListingOrder)
 {
     m_context.TextureBehaviour = 1;
     m_folder.Write("town/props/Textures/b/Bark.dds", "b");
     m_folder.Write("town/props/Textures/a/deep/Bark.dds", "a");
-    EXPECT_EQ(Resolve("C:\\art\\Bark.dds"), "Textures\\a\\deep\\Bark.dds");
-}
-
-TEST_F(ResolveTextureTest, LocatePrefersTheTextureDirectoryItselfOverItsSubfolders)
-{
-    m_context.TextureBehaviour = 1;
-    m_folder.Write("town/props/Textures/a/Bark.dds", "nested");
     m_folder.Write("town/props/Textures/Bark.dds", "top");
-    EXPECT_EQ(Resolve("C:\\art\\Bark.dds"), "Textures\\Bark.dds");
+    m_folder.Write("town/props/Textures/z/Bark.dds", "z");
+    EXPECT_EQ(Resolve("C:\\art\\Bark.dds"), "Textures\\a\\deep\\Bark.dds");
 }
 
 TEST_F(ResolveTextureTest, TextureNotFoundIsRaisedWithTheAssumedPath)

@@ -28,11 +28,21 @@ TEST(TextureDirectory, SubfolderOfTheTargetWhenTheProjectIsNotUsedOrMissing)
     EXPECT_EQ(TextureDirectoryFromOptions(Options("Maps", true), "", "C:\\props\\"), "C:\\props\\Maps\\");
 }
 
-TEST(TextureDirectory, EmptyOrEscapingSubfolderFallsBackToTextures)
+TEST(TextureDirectory, EmptyAbsoluteOrParentSubfolderFallsBackToTextures)
 {
-    for (const char* subfolder : {"", "..\\shared", "..", "maps\\..\\..\\up", "C:\\maps", "\\\\server\\maps", "\\maps", "/maps"})
+    for (const char* subfolder : {"", "..\\shared", "..", "..maps", "C:\\maps", "\\\\server\\maps", "//server/maps"})
         EXPECT_EQ(TextureDirectoryFromOptions(Options(subfolder, false), "", "C:\\props\\"), "C:\\props\\Textures\\")
             << subfolder;
+}
+
+TEST(TextureDirectory, LeadingSeparatorOrInnerParentStepIsKept)
+{
+    for (const char* subfolder : {"\\maps", "/maps"})
+        EXPECT_EQ(TextureDirectoryFromOptions(Options(subfolder, false), "", "C:\\props\\"), "C:\\props\\maps\\")
+            << subfolder;
+    EXPECT_EQ(TextureDirectoryFromOptions(Options("maps\\..\\up", false), "", "C:\\props\\"),
+              "C:\\props\\maps\\..\\up\\");
+    EXPECT_TRUE(IsValidTextureSubfolder("maps.v2\\hi..res"));
 }
 
 TEST(TextureDirectory, NestedSubfolderWithForwardSlashesBecomesASystemPath)
@@ -60,10 +70,4 @@ TEST(TextureDirectory, RefusalMessageExplainsWhatIsAllowed)
     EXPECT_EQ(kInvalidTextureSubdirMessage,
               "The texture subdirectory is not allowed to be an absolute path or contain '..\\'.\r\n"
               "Please specify just a relative subdirectory like 'textures'");
-}
-
-TEST(TextureDirectory, FolderNamesWithDotsAreValidUnlessTheyStartWithTwo)
-{
-    EXPECT_TRUE(IsValidTextureSubfolder("maps.v2\\hi..res"));
-    EXPECT_FALSE(IsValidTextureSubfolder("..maps"));
 }
