@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <dlfcn.h>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -146,4 +147,20 @@ bool WriteFileAtomically(std::string_view path, std::string_view contents, std::
         return Fail(error, Format("cannot replace %s: %s", target.string().c_str(), code.message().c_str()));
     }
     return true;
+}
+
+std::string ModuleFolderOf(const void* address)
+{
+    Dl_info info {};
+    if (dladdr(address, &info) == 0)
+        return std::string();
+    // The main program may be named as it was started, relative to a folder since left; the
+    // kernel knows its file for certain.
+    std::error_code error;
+    fs::path file = info.dli_fname != nullptr ? fs::path(info.dli_fname) : fs::path();
+    if (!file.is_absolute())
+        file = fs::read_symlink("/proc/self/exe", error);
+    if (error || file.empty())
+        return std::string();
+    return FromNativePath(file.lexically_normal().parent_path().string());
 }

@@ -31,3 +31,7 @@ bool ReadWholeFile(std::string_view path, std::string& contents, std::string* er
 // Writes to a temporary file beside the target and renames it over the target once complete,
 // so that a failed or interrupted write leaves the previous file intact.
 bool WriteFileAtomically(std::string_view path, std::string_view contents, std::string* error = nullptr);
+
+// The folder of the program file or shared library that holds the code at address, without a
+// closing backslash; empty when the system cannot tell.
+std::string ModuleFolderOf(const void* address);

@@ -1,5 +1,6 @@
 #include "plugin/PluginModule.h"
 
+#include "base/FileSystem.h"
 #include "base/TextUtil.h"
 #include "plugin/BatchOptionsDialog.h"
 #include "plugin/ExportSession.h"
@@ -7,6 +8,7 @@
 #include "settings/ApplicationSettings.h"
 #include "settings/IniSettingsStore.h"
 #include "settings/PosixProcessLauncher.h"
+#include "settings/ProgramRegistry.h"
 #include "ui/BatchMessageBox.h"
 
 #include <cstdio>
@@ -17,6 +19,9 @@ namespace {
 struct Module {
     PluginServices Services;
     ApplicationSettings Settings;
+    // Recorded at load: the plug-in's data files lie in the installation folder.
+    std::string ModuleFolder;
+    std::string InstallationFolder;
     ExportSession Session;
     VExportFormatQMesh QMesh {Session};
 
@@ -42,6 +47,8 @@ void StartPluginModule(const PluginServices& services)
         module.DefaultStore.Load();
     module.Settings = ApplicationSettings {};
     LoadApplicationSettings(TheSettingsStore(), module.Settings);
+    module.ModuleFolder = ModuleFolderOf(reinterpret_cast<const void*>(&StartPluginModule));
+    module.InstallationFolder = InstallationFolder(TheSettingsStore(), module.ModuleFolder);
 }
 
 void StopPluginModule()
@@ -88,6 +95,16 @@ VExportOptionsDialog& TheOptionsDialog()
 ApplicationSettings& TheApplicationSettings()
 {
     return TheModule().Settings;
+}
+
+const std::string& TheModuleFolder()
+{
+    return TheModule().ModuleFolder;
+}
+
+const std::string& TheInstallationFolder()
+{
+    return TheModule().InstallationFolder;
 }
 
 ExportSession& TheExportSession()

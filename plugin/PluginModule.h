@@ -29,7 +29,8 @@ struct PluginServices {
     std::string OptionOverrides;
 };
 
-// The module's start-up: takes the services and loads the application settings from the store.
+// The module's start-up: takes the services, loads the application settings from the store and
+// records the module's folder and the installation folder.
 void StartPluginModule(const PluginServices& services);
 // Drops the services; the module falls back to its batch defaults.
 void StopPluginModule();
@@ -41,6 +42,10 @@ VMessageBox& TheMessageBox();
 VExportOptionsDialog& TheOptionsDialog();
 
 ApplicationSettings& TheApplicationSettings();
+// The folder of the plug-in's own file, and the folder of its data files: the one registered for
+// "Kestrel" when there is one, else the module's. Neither ends with a backslash.
+const std::string& TheModuleFolder();
+const std::string& TheInstallationFolder();
 ExportSession& TheExportSession();
 
 // The format whose lookup name ("model", "qmesh", "prefab") or short name matches, ignoring

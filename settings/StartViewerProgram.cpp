@@ -10,13 +10,14 @@
 
 namespace {
 
-// A leading single separator counts as well: it names a root folder on every platform, and on
-// POSIX it is how every absolute path starts.
+// A program file: ".exe" somewhere, or a network path or one with a drive colon. Anything else
+// names a registered program, also "\\tools\\viewer" or "/usr/bin/viewer", which register
+// their path under their name like every other program of the maker.
 bool NamesProgramFile(std::string_view program)
 {
     const std::string lower = ToLowerAscii(program);
-    return lower.find(".exe") != std::string::npos || program.find(':') != std::string_view::npos ||
-           (!program.empty() && (program.front() == '\\' || program.front() == '/'));
+    return lower.find(".exe") != std::string::npos || program.starts_with("\\\\") ||
+           program.find(':') != std::string_view::npos;
 }
 
 } // namespace

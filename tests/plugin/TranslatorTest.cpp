@@ -3,8 +3,10 @@
 #include "PluginFixture.h"
 #include "TestScenes.h"
 
+#include "base/FileSystem.h"
 #include "plugin/ImportExportScene.h"
 #include "plugin/TotalTimeLine.h"
+#include "settings/ProgramRegistry.h"
 
 #include <gmock/gmock.h>
 
@@ -34,6 +36,17 @@ TEST_F(Translators, UnloadingRemovesThemAgain)
     EXPECT_TRUE(standin::RegisteredTranslators().empty());
     EXPECT_TRUE(standin::RegisteredCommands().empty());
     Start();
+}
+
+TEST_F(Translators, LoadingRecordsTheInstallationFolderRegisteredOrTheModulesOwn)
+{
+    EXPECT_EQ(TheInstallationFolder(), TheModuleFolder());
+    EXPECT_TRUE(FileExists(JoinPath(TheModuleFolder(), "plugin_tests")));
+
+    ASSERT_TRUE(RegisterProgram(TheSettingsStore(), "Kestrel", "\"C:\\Zephra\\Kestrel\\\""));
+    Stop();
+    Start();
+    EXPECT_EQ(TheInstallationFolder(), "C:\\Zephra\\Kestrel");
 }
 
 TEST_F(Translators, StaticMeshTranslatorClaimsItsExtensionInAnyCase)

@@ -35,13 +35,23 @@ TEST_F(StartViewerProgramTest, ProgramNamedByItsExeIsOpenedInTheTargetDirectory)
     EXPECT_TRUE(m_launcher.CommandLines.empty());
 }
 
-TEST_F(StartViewerProgramTest, AbsolutePathsWithoutExeAreOpenedThroughTheShellToo)
+TEST_F(StartViewerProgramTest, NetworkAndDrivePathsWithoutExeAreOpenedThroughTheShellToo)
 {
     StartViewerProgram(m_services, "\\\\server\\tools\\worldlook", "", m_target);
     StartViewerProgram(m_services, "D:worldlook", "", m_target);
-    StartViewerProgram(m_services, "/opt/zephra/worldlook", "", m_target);
-    EXPECT_EQ(m_launcher.ShellCalls.size(), 3u);
+    EXPECT_EQ(m_launcher.ShellCalls.size(), 2u);
     EXPECT_TRUE(m_messages.Requests.empty());
+}
+
+TEST_F(StartViewerProgramTest, PathWithOneLeadingSeparatorIsARegisteredProgramName)
+{
+    ASSERT_TRUE(m_store.WriteString(ProgramInstallationKey("/opt/zephra/worldlook"), "", "/opt/zephra/worldlook"));
+    EXPECT_TRUE(StartViewerProgram(m_services, "/opt/zephra/worldlook", "", m_target));
+    EXPECT_FALSE(StartViewerProgram(m_services, "\\tools\\worldlook", "", m_target));
+    EXPECT_TRUE(m_launcher.ShellCalls.empty());
+    EXPECT_EQ(m_launcher.CommandLines, std::vector<std::string> {"\"/opt/zephra/worldlook\" "});
+    EXPECT_EQ(m_messages.Requests.back().Text,
+              "Error: The location of program '\\tools\\worldlook' is unknown. Please run it once to register it.\r\n");
 }
 
 TEST_F(StartViewerProgramTest, MacrosAreExpandedWithNativePaths)
