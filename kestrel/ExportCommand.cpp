@@ -157,7 +157,7 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
     services.SettingsStore = &store;
     services.ProcessLauncher = &launcher;
     services.MessageBox = &messageBox;
-    services.ReportView = &report;
+    services.FiledReportView = &report;
     services.OptionOverrides = *options;
 
     LoadedPlugin plugin(services);

@@ -34,6 +34,7 @@ VExportBracketParams BracketParams(VExportFormat& format, const ExportSession& s
     };
     params.LaunchViewer = [&format] { format.LaunchViewer(); };
     params.ReportView = TheServices().ReportView;
+    params.FiledReportView = TheServices().FiledReportView;
     return params;
 }
 

@@ -22,8 +22,11 @@ struct PluginServices {
     VProcessLauncher* ProcessLauncher = nullptr;
     VMessageBox* MessageBox = nullptr;
     VExportOptionsDialog* OptionsDialog = nullptr;
-    // Null: the report is only filed ("ErrLog.txt" in batch exports).
+    // The report dialog after interactive exports; null shows nothing.
     VReportView* ReportView = nullptr;
+    // Handed the entries a batch export files as "ErrLog.txt"; the command line prints them, Maya
+    // leaves it null.
+    VReportView* FiledReportView = nullptr;
     // A settings block ("// Key : Value" lines) applied over each target's stored settings, so
     // that a batch run can change options of one export; empty for none.
     std::string OptionOverrides;

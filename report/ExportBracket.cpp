@@ -38,8 +38,8 @@ void EndExportBracket(VReport& report, const VExportBracketParams& params)
         // Nobody is there to read warnings in a batch export; only errors are filed.
         report.Finalize(SeverityError);
         report.WriteReportToFile(params.TargetDirectory + "ErrLog.txt");
-        if (params.ReportView)
-            report.ShowReportDialog(*params.ReportView, ReportCaption);
+        if (params.FiledReportView)
+            report.ShowReportDialog(*params.FiledReportView, ReportCaption);
     } else {
         report.Finalize(SeverityInformation);
         if (params.ReportView)

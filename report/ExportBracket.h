@@ -25,10 +25,11 @@ struct VExportBracketParams {
     std::function<void()> LaunchLogViewer;
     // Starts the viewer on the exported file.
     std::function<void()> LaunchViewer;
-    // Shows the finalised entries: the report dialog after an interactive export. In a batch export
-    // the entries are filed in any case and shown here too when a view is given (the command line
-    // prints them).
+    // The report dialog, shown after an interactive export only: a batch export must not wait for
+    // anyone to close a dialog.
     VReportView* ReportView = nullptr;
+    // In a batch export, also handed the entries filed as ErrLog.txt; the command line prints them.
+    VReportView* FiledReportView = nullptr;
 };
 
 void BeginExportBracket(VReport& report, const VExportBracketParams& params);

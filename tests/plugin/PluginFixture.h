@@ -106,6 +106,7 @@ protected:
         Services.ProcessLauncher = &Launcher;
         Services.MessageBox = &MessageBoxes;
         Services.ReportView = &Report;
+        Services.FiledReportView = &Report;
         Start();
         SetLogWindowLocator([this] { return &Log; });
     }

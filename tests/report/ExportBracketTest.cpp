@@ -172,16 +172,20 @@ TEST_F(ExportBracketTest, BatchEndWithOnlyWarningsWritesNoErrLog)
     EXPECT_FALSE(m_folder.Has("ErrLog.txt"));
 }
 
-TEST_F(ExportBracketTest, BatchEndShowsTheFiledEntriesInAGivenView)
+TEST_F(ExportBracketTest, BatchEndOpensNoDialogAndHandsOnlyTheFiledEntriesOn)
 {
+    RecordingView filed;
     m_params.NoPrompt = true;
     m_params.ReportView = &m_view;
+    m_params.FiledReportView = &filed;
     m_report.AddIssue(IssueTextureNotFound, "a.tga");
     m_report.AddIssue(IssueCrash, "Export");
 
     EndExportBracket(m_report, m_params);
 
-    EXPECT_EQ(m_view.Titles, (std::vector<std::string> { "Crash" }));
+    EXPECT_TRUE(m_view.Titles.empty());
+    EXPECT_EQ(filed.Titles, (std::vector<std::string> { "Crash" }));
+    EXPECT_TRUE(m_folder.Has("ErrLog.txt"));
 }
 
 TEST_F(ExportBracketTest, BatchEndKeepsTheLogWindowAndSendsTheClosingLine)
