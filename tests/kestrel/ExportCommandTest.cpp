@@ -110,6 +110,18 @@ TEST_F(ExportCommand, ExportsTheWholeSceneAndSaysWhere)
     EXPECT_TRUE(Err.empty()) << Err;
 }
 
+TEST_F(ExportCommand, FiledReportIsPrinted)
+{
+    const auto missingTexture = [](const std::string& scene, std::string& error) {
+        LoadTwoCubes(scene, error);
+        standin::CreateFileTexture("bark", "/nowhere/bark.tga", "nearStone.color");
+        return true;
+    };
+    EXPECT_EQ(Run(Request("out/level.qmesh"), missingTexture), 0);
+    EXPECT_TRUE(std::filesystem::exists(Native("out/ErrLog.txt")));
+    EXPECT_THAT(Out, HasSubstr("Error:\nCould not copy file\n"));
+}
+
 TEST_F(ExportCommand, SelectionExportsOnlyTheNamedNodes)
 {
     ExportRequest request = Request("sel.qmesh");
