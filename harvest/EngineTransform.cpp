@@ -11,10 +11,12 @@ void ToEngineAxes(const double* row, float out[3])
     out[2] = static_cast<float>(row[1]);
 }
 
+constexpr float kShortestNormalisedLength = 1.1920929e-7f;
+
 void Normalise(float v[3])
 {
     const float length = std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);
-    if (length > 0.0f)
+    if (length >= kShortestNormalisedLength)
         for (int i = 0; i < 3; ++i)
             v[i] /= length;
 }
@@ -40,13 +42,22 @@ VMTransform ToEngineTransform(const MMatrix& m)
     return transform;
 }
 
-VMTransform PlacementFromNode(const MDagPath& path)
+VMTransform FrameInEngineAxes(const MMatrix& m)
 {
-    VMTransform world = ToEngineTransform(path.inclusiveMatrix());
-    float* x = world.M;
-    float* y = world.M + 3;
-    float* z = world.M + 6;
+    VMTransform frame;
+    for (int r = 0; r < 4; ++r)
+        ToEngineAxes(m.matrix[r], frame.M + 3 * r);
+    return frame;
+}
+
+void OrthonormaliseAxes(VMTransform& transform)
+{
+    float* x = transform.M;
+    float* y = transform.M + 3;
+    float* z = transform.M + 6;
     Normalise(x);
+    Normalise(y);
+    Normalise(z);
     const float xy = Dot(x, y);
     for (int i = 0; i < 3; ++i)
         y[i] -= xy * x[i];
@@ -56,6 +67,12 @@ VMTransform PlacementFromNode(const MDagPath& path)
     for (int i = 0; i < 3; ++i)
         z[i] -= xz * x[i] + yz * y[i];
     Normalise(z);
+}
+
+VMTransform PlacementFromNode(const MDagPath& path)
+{
+    VMTransform world = ToEngineTransform(path.inclusiveMatrix());
+    OrthonormaliseAxes(world);
     VMTransform placement;
     Invert(world, placement);
     return placement;

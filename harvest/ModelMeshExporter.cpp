@@ -1,6 +1,7 @@
 #include "harvest/ModelMeshExporter.h"
 
 #include "harvest/EngineTransform.h"
+#include "harvest/ExportBone.h"
 #include "harvest/ExportMesh.h"
 #include "harvest/HarvestState.h"
 #include "harvest/NodeAttributes.h"
@@ -12,8 +13,8 @@
 
 #include <cmath>
 
-ModelMeshExporter::ModelMeshExporter(HarvestState& state, VMModel& model, uint32_t flags, BoneExporter exportBone)
-    : m_state(state), m_model(model), m_flags(flags), m_exportBone(std::move(exportBone))
+ModelMeshExporter::ModelMeshExporter(HarvestState& state, VMModel& model, uint32_t flags)
+    : m_state(state), m_model(model), m_flags(flags)
 {
 }
 
@@ -22,8 +23,8 @@ bool ModelMeshExporter::VisitNode(const MDagPath& path)
     if (ShouldSkipNode(path))
         return false;
     if (path.hasFn(MFn::kJoint)) {
-        if (m_state.Parameters.Options.ExportBones && m_exportBone)
-            m_exportBone(path, m_model, m_flags);
+        if (m_state.Parameters.Options.ExportBones)
+            ExportBone(m_state, path, m_model, m_flags);
         return true;
     }
     if (path.hasFn(MFn::kNurbsSurface)) {
@@ -62,12 +63,12 @@ void ModelBoundsNode(HarvestState& state, const MDagPath& path)
                box.Min[0], box.Min[1], box.Min[2], box.Max[0], box.Max[1], box.Max[2]);
 }
 
-bool GetMeshes(HarvestState& state, VMModel& model, uint32_t flags, BoneExporter exportBone)
+bool GetMeshes(HarvestState& state, VMModel& model, uint32_t flags)
 {
     DebugPrint("GetMeshes()\n");
     state.RunningVertexBase = 0;
     state.RunningPolygonCount = 0;
-    ModelMeshExporter exporter(state, model, flags, std::move(exportBone));
+    ModelMeshExporter exporter(state, model, flags);
     exporter.Iterate(MDagPath(), state.Parameters.SelectionOnly, state.Parameters.Recurse);
     return true;
 }

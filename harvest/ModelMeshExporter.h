@@ -7,24 +7,19 @@
 #include <maya/MDagPath.h>
 
 #include <cstdint>
-#include <functional>
 
 struct HarvestState;
 class VMModel;
 
-// The skeleton harvest's entry for one joint (path, model, export flags).
-using BoneExporter = std::function<void(const MDagPath&, VMModel&, uint32_t)>;
-
 class ModelMeshExporter : public NodeIterator {
 public:
-    ModelMeshExporter(HarvestState& state, VMModel& model, uint32_t flags, BoneExporter exportBone);
+    ModelMeshExporter(HarvestState& state, VMModel& model, uint32_t flags);
     bool VisitNode(const MDagPath& path) override;
 
 private:
     HarvestState& m_state;
     VMModel& m_model;
     uint32_t m_flags;
-    BoneExporter m_exportBone;
 };
 
 // A mesh whose "ExportAs" is 1 stands for a cube one UI unit wide: its world transform gives
@@ -32,4 +27,4 @@ private:
 void ModelBoundsNode(HarvestState& state, const MDagPath& path);
 
 // Resets the per-pass counters and walks the scene with a ModelMeshExporter. Answers true.
-bool GetMeshes(HarvestState& state, VMModel& model, uint32_t flags, BoneExporter exportBone = {});
+bool GetMeshes(HarvestState& state, VMModel& model, uint32_t flags);

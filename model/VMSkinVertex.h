@@ -26,6 +26,8 @@ struct VMSkinVertex : VMVertexData {
     // The vertex that harvesting split this one from, null for a vertex of its own: skin weights
     // and animation deltas follow it.
     VMSkinVertex* Source = nullptr;
+    // Set when the vertex had no weights of its own and was bound to the root bone.
+    uint8_t BoundToRoot = 0;
 
     // The first vertex with exactly the same position (FixModelID).
     VMSkinVertex* IdLink = nullptr;

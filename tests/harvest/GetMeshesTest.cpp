@@ -137,22 +137,25 @@ TEST_F(GetMeshesTest, StaticPassExportsEveryWorldMeshAndTracesEachOutcome)
     EXPECT_NE(text.find("1. OK.\r\n#lights=1\r\n0  Error.\r\n#portals=0\r\n"), std::string::npos);
 }
 
-TEST_F(GetMeshesTest, ModelPassExportsMeshesAndHandsJointsToTheSkeletonHarvest)
+TEST_F(GetMeshesTest, ModelPassExportsMeshesAndJointsWhenBonesAreExported)
 {
     parameters.FormatKind = kFormatKindModel;
-    parameters.Options.ExportBones = true;
     MeshNode("body");
     CreateNode("joint", "root");
     VMModel model;
-    std::vector<std::string> bones;
-    EXPECT_TRUE(GetMeshes(State(), model, 3, [&](const MDagPath& path, VMModel&, uint32_t flags) {
-        bones.push_back(path.partialPathName().asChar());
-        EXPECT_EQ(flags, 3u);
-    }));
+    EXPECT_TRUE(GetMeshes(State(), model, 3));
     EXPECT_EQ(model.Faces.Count(), 6);
-    EXPECT_EQ(bones, (std::vector<std::string>{"root"}));
+    EXPECT_EQ(model.Skeleton, nullptr);
     EXPECT_EQ(State().ModelBounds.BoxGiven, 0);
     EXPECT_NE(DebugText().find("GetMeshes()\n<Node: "), std::string::npos);
+
+    parameters.Options.ExportBones = true;
+    VMModel withBones;
+    HarvestState state(parameters, report);
+    GetMeshes(state, withBones, 3);
+    ASSERT_NE(withBones.Skeleton, nullptr);
+    ASSERT_EQ(withBones.Skeleton->Bones.Count(), 1);
+    EXPECT_EQ(withBones.Skeleton->Bones[0]->Name, "root");
 }
 
 TEST_F(GetMeshesTest, NurbsSurfaceIsSkippedWithItsOwnLineEndingPerExport)

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -78,10 +79,10 @@ protected:
     {
         standin::NewScene();
         parameters.Options.ExportTangents = false;
-        m_debugPath = (std::filesystem::temp_directory_path() /
-                       ("kestrel_harvest_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) +
-                        ".txt"))
-                          .string();
+        // Parameterised tests have a '/' in their names.
+        std::string name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
+        std::replace(name.begin(), name.end(), '/', '_');
+        m_debugPath = (std::filesystem::temp_directory_path() / ("kestrel_harvest_" + name + ".txt")).string();
         OpenDebugFile(m_debugPath, DebugFileFlushEachLine);
     }
 

@@ -1,0 +1,165 @@
+#include "harvest/GetSkins.h"
+
+#include "harvest/HarvestState.h"
+#include "model/SkinInfluences.h"
+#include "model/VMModel.h"
+#include "report/DebugFile.h"
+#include "report/VIssueKind.h"
+#include "report/VReport.h"
+
+#include <maya/MDagPathArray.h>
+#include <maya/MDoubleArray.h>
+#include <maya/MFnSingleIndexedComponent.h>
+#include <maya/MFnSkinCluster.h>
+#include <maya/MItDependencyNodes.h>
+#include <maya/MItGeometry.h>
+#include <maya/MStatus.h>
+#include <maya/MString.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr double kSmallestBlendedWeight = 0.001;
+
+// The bone of every influence, null where the skeleton has none of that path. False when an
+// influence has no path at all.
+bool MapInfluences(const MDagPathArray& influences, const VMSkeleton* skeleton, std::vector<VMBone*>& bones)
+{
+    bones.assign(influences.length(), nullptr);
+    for (unsigned int j = 0; j < influences.length(); ++j) {
+        const std::string name = influences[j].fullPathName().asChar();
+        DebugPrint("%s ", name.c_str());
+        if (name.empty())
+            return false;
+        if (skeleton != nullptr)
+            for (VMBone* bone : skeleton->Bones)
+                if (bone != nullptr && bone->FullName == name) {
+                    bones[j] = bone;
+                    break;
+                }
+        DebugPrint(bones[j] != nullptr ? "\r\n" : "(missing)\r\n");
+    }
+    return true;
+}
+
+// All weights of the geometry in one query, vertex by vertex, influence by influence.
+MStatus ReadWeights(const MFnSkinCluster& skin, const MDagPath& geometry, int vertexCount, MDoubleArray& weights)
+{
+    MFnSingleIndexedComponent fnComponent;
+    const MObject all = fnComponent.create(MFn::kMeshVertComponent);
+    fnComponent.setCompleteData(vertexCount);
+    unsigned int influenceCount = 0;
+    return skin.getWeights(geometry, all, weights, influenceCount);
+}
+
+int Strongest(const double* weights, unsigned int count)
+{
+    unsigned int strongest = 0;
+    for (unsigned int j = 1; j < count; ++j)
+        if (weights[j] > weights[strongest])
+            strongest = j;
+    return static_cast<int>(strongest);
+}
+
+void SkinVertices(HarvestState& state, VMModel& model, const MFnSkinCluster& skin, const MDagPath& geometry,
+                  int entry, const std::vector<VMBone*>& bones)
+{
+    MItGeometry vertices(geometry);
+    MDoubleArray weights;
+    const MStatus status = ReadWeights(skin, geometry, vertices.count(), weights);
+    if (!status) {
+        DebugPrint("Error getting weights.\r\n");
+        DebugPrint("%s\r\n", status.errorString().asChar());
+        DebugPrint("%s\r\n", geometry.fullPathName().asChar());
+        return;
+    }
+    const unsigned int influenceCount = static_cast<unsigned int>(bones.size());
+    const bool blended = state.Parameters.Options.ExportBlended != 0;
+    const int base = state.MeshNodes[entry].VertexBase;
+    for (unsigned int v = 0; !vertices.isDone(); vertices.next(), ++v) {
+        const int mayaIndex = vertices.index();
+        if (weights.length() < (v + 1) * influenceCount) {
+            DebugPrint("No influence objects.\r\n");
+            continue;
+        }
+        VMSkinVertex* vertex = MeshNodeVertex(state, model, entry, mayaIndex);
+        const double* row = &weights[v * influenceCount];
+        if (blended) {
+            for (unsigned int j = 0; j < influenceCount; ++j) {
+                if (!(row[j] > kSmallestBlendedWeight) || bones[j] == nullptr)
+                    continue;
+                AttachVertex(bones[j], vertex, static_cast<float>(row[j]));
+                DebugPrint("Adding vertex %d, mesh node at %d, total %d, weight %f, bone %s\r\n", mayaIndex, base,
+                           base + mayaIndex, row[j], bones[j]->Name.c_str());
+            }
+            continue;
+        }
+        VMBone* bone = bones[static_cast<size_t>(Strongest(row, influenceCount))];
+        if (bone == nullptr)
+            continue;
+        AttachVertex(bone, vertex, 1.0f);
+        DebugPrint("Adding vertex %d, mesh node at %d, total %d \r\n", mayaIndex, base, base + mayaIndex);
+    }
+}
+
+// False once an influence without a path was met: no weights are gathered after that.
+bool SkinOutputs(HarvestState& state, VMModel& model, const MFnSkinCluster& skin, const MDagPathArray& influences)
+{
+    MStatus status;
+    const unsigned int outputs = skin.numOutputConnections(&status);
+    for (unsigned int c = 0; status && c < outputs; ++c) {
+        MStatus indexStatus;
+        const unsigned int index = skin.indexForOutputConnection(c, &indexStatus);
+        if (!indexStatus) {
+            DebugPrint("Error getting geometry index.\r\n");
+            continue;
+        }
+        MDagPath geometry;
+        if (!skin.getPathAtIndex(index, geometry)) {
+            DebugPrint("Error getting geometry path.\r\n");
+            continue;
+        }
+        DebugPrint("Skin: %s   NumVerts: %d   NumBones: %d\r\n", geometry.partialPathName().asChar(),
+                   MItGeometry(geometry).count(), static_cast<int>(influences.length()));
+        const int entry = state.MeshNodes.Find(geometry.fullPathName().asChar());
+        if (entry < 0) {
+            DebugPrint("Mesh node '%s' not found for skinning\r\n", geometry.fullPathName().asChar());
+            continue;
+        }
+        std::vector<VMBone*> bones;
+        if (!MapInfluences(influences, model.Skeleton.get(), bones)) {
+            state.Report.AddIssue(IssueNullBoneInfluence, "");
+            return false;
+        }
+        SkinVertices(state, model, skin, geometry, entry, bones);
+    }
+    return true;
+}
+
+}
+
+void GetSmoothSkins(HarvestState& state, VMModel& model)
+{
+    DebugPrint("Scanning for MAYA smooth skinning...\r\n");
+    DebugPrint("Precalculating phase\r\n");
+    for (MItDependencyNodes nodes(MFn::kSkinClusterFilter); !nodes.isDone(); nodes.next()) {
+        MStatus status;
+        const MFnSkinCluster skin(nodes.thisNode(), &status);
+        DebugPrint("DepNode: %s\r\n", skin.name().asChar());
+        MDagPathArray influences;
+        const unsigned int influenceCount = status ? skin.influenceObjects(influences, &status) : 0;
+        if (!status) {
+            DebugPrint("Error getting influence objects.\r\n");
+            continue;
+        }
+        if (influenceCount == 0) {
+            DebugPrint("No influence objects found.\r\n");
+            continue;
+        }
+        DebugPrint("Found! Smooth skinning...\r\n");
+        if (!SkinOutputs(state, model, skin, influences))
+            return;
+    }
+}
