@@ -8,6 +8,7 @@
 #include "formats/chunk/VChunkedFile.h"
 #include "model/VMWorld.h"
 
+#include <algorithm>
 #include <new>
 #include <unordered_map>
 
@@ -51,7 +52,7 @@ private:
     std::unordered_map<const VMVertex*, int32_t> m_byAddress;
 };
 
-bool CollectWorldIndices(const VMWorld& world, std::vector<int32_t>& indices)
+bool CollectWorldIndices(const VMWorld& world, std::vector<int32_t>& indices, std::vector<uint32_t>& objects)
 {
     CornerNumbers numbers(world);
     for (const VMPolygon* polygon : world.Polygons) {
@@ -64,6 +65,7 @@ bool CollectWorldIndices(const VMWorld& world, std::vector<int32_t>& indices)
             if (first < 0 || second < 0 || third < 0)
                 return false;
             indices.insert(indices.end(), {first, second, third});
+            objects.push_back(polygon->SourceNode);
         }
     }
     for (const VMTriList* triList : world.TriLists) {
@@ -75,6 +77,7 @@ bool CollectWorldIndices(const VMWorld& world, std::vector<int32_t>& indices)
                 return false;
             indices.push_back(number);
         }
+        objects.insert(objects.end(), static_cast<size_t>(triList->TriangleCount()), triList->SourceNode);
     }
     return true;
 }
@@ -110,38 +113,56 @@ bool WriteFile(VChunkedFile& file, const VCollisionTriangles& triangles)
 bool CollectCollisionTriangles(const VMWorld& world, VCollisionTriangles& triangles)
 {
     triangles = {};
-    std::vector<int32_t> worldIndices;
-    if (!CollectWorldIndices(world, worldIndices))
+    if (!CollectWorldIndices(world, triangles.Indices, triangles.Objects))
         return false;
+    triangles.Positions.reserve(static_cast<size_t>(world.Vertices.Count()) * 3);
+    for (const VMVertex* vertex : world.Vertices)
+        triangles.Positions.insert(triangles.Positions.end(), vertex->Position, vertex->Position + 3);
+    DropUnusedPositions(triangles);
+    return true;
+}
 
-    std::vector<int32_t> newNumber(static_cast<size_t>(world.Vertices.Count()), -1);
-    for (int32_t index : worldIndices)
+void DropUnusedPositions(VCollisionTriangles& triangles)
+{
+    const size_t count = triangles.Positions.size() / 3;
+    std::vector<int32_t> newNumber(count, -1);
+    for (int32_t index : triangles.Indices)
         newNumber[static_cast<size_t>(index)] = 0;
     int32_t next = 0;
-    for (int i = 0; i < world.Vertices.Count(); ++i) {
-        if (newNumber[static_cast<size_t>(i)] < 0)
+    for (size_t i = 0; i < count; ++i) {
+        if (newNumber[i] < 0)
             continue;
-        newNumber[static_cast<size_t>(i)] = next++;
-        const float* position = world.Vertices[i]->Position;
-        triangles.Positions.insert(triangles.Positions.end(), position, position + 3);
+        newNumber[i] = next;
+        std::copy_n(&triangles.Positions[i * 3], 3, &triangles.Positions[static_cast<size_t>(next) * 3]);
+        ++next;
     }
-    triangles.Indices.reserve(worldIndices.size());
-    for (int32_t index : worldIndices)
-        triangles.Indices.push_back(newNumber[static_cast<size_t>(index)]);
-    return true;
+    triangles.Positions.resize(static_cast<size_t>(next) * 3);
+    for (int32_t& index : triangles.Indices)
+        index = newNumber[static_cast<size_t>(index)];
 }
 
 bool SaveCollisionMesh(const VMWorld& world, std::string_view path, const VSaveParams& params)
 {
     ClearLastError();
-    const std::string shownPath(path);
     try {
         VCollisionTriangles triangles;
         if (!CollectCollisionTriangles(world, triangles)) {
             SetLastError(Format("Failed to write file '%s': a primitive refers to a vertex outside the vertex list",
-                                shownPath.c_str()));
+                                std::string(path).c_str()));
             return false;
         }
+        return SaveCollisionMesh(triangles, path, params);
+    } catch (const std::bad_alloc&) {
+        SetLastError(Format("Out of memory while writing file '%s'", std::string(path).c_str()));
+        return false;
+    }
+}
+
+bool SaveCollisionMesh(const VCollisionTriangles& triangles, std::string_view path, const VSaveParams& params)
+{
+    ClearLastError();
+    const std::string shownPath(path);
+    try {
         VChunkedFile file;
         if (!file.Create(path, params.Streams)) {
             SetLastError(Format("Failed to create file '%s'", shownPath.c_str()));

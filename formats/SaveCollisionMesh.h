@@ -17,6 +17,8 @@ struct VCollisionTriangles {
     std::vector<float> Positions;
     // Three per triangle, numbers into Positions.
     std::vector<int32_t> Indices;
+    // The Maya source node of each triangle's primitive.
+    std::vector<uint32_t> Objects;
 };
 
 // The colliding triangles: a fan from the first corner of every polygon whose collision flags
@@ -26,6 +28,11 @@ struct VCollisionTriangles {
 // vertex list.
 bool CollectCollisionTriangles(const VMWorld& world, VCollisionTriangles& triangles);
 
+// Drops the positions that no triangle uses, keeping the order of the rest, and renumbers.
+void DropUnusedPositions(VCollisionTriangles& triangles);
+
 // Clears the last-error text first; on failure sets it ("Failed to create file '%s'" when the
 // file cannot be made) and answers false. Only params.Streams is read.
 bool SaveCollisionMesh(const VMWorld& world, std::string_view path, const VSaveParams& params = {});
+// The same file of triangles made elsewhere (convex hulls).
+bool SaveCollisionMesh(const VCollisionTriangles& triangles, std::string_view path, const VSaveParams& params = {});

@@ -7,6 +7,7 @@
 #include "formats/SaveWorld.h"
 #include "plugin/ExportSession.h"
 #include "plugin/PluginModule.h"
+#include "plugin/SaveCollisionHulls.h"
 #include "report/KestrelReportMessage.h"
 #include "report/LogWindow.h"
 #include "report/VIssueKind.h"
@@ -84,9 +85,10 @@ bool VExportFormatQMesh::Save(VMWorld& world, const std::string& targetPath, con
         LogPrint("Not saving collision file\r\n");
         return meshSaved;
     }
-    if (options.ColMesh == 2)
-        LogPrint("Convex hull collision meshes are not available yet; saving the triangles instead\r\n");
-    const bool collisionSaved = SaveCollisionMesh(world, WithoutExtension(targetPath) + ".qcolmesh", params);
+    const std::string collisionPath = WithoutExtension(targetPath) + ".qcolmesh";
+    const bool collisionSaved = options.ColMesh == 2
+        ? SaveCollisionHulls(world, Session().Harvest.MeshNodes, collisionPath, params)
+        : SaveCollisionMesh(world, collisionPath, params);
     LogPrint("SaveCollisionMesh returned %i\r\n", collisionSaved ? 1 : 0);
     return meshSaved && collisionSaved;
 }

@@ -55,9 +55,6 @@ void CenterWorld(VMWorld& world, int centerMethod, const VExportState& state)
 // artist learns from the report that it is incomplete.
 void ReportPassResult(const char* pass, int result, VReport& report)
 {
-    if (result == 0)
-        return;
-    DebugPrint("%s returned %i\r\n", pass, result);
     if (result == GeometryOutOfMemory)
         report.AddIssue(IssueOutOfMemory, pass);
 }

@@ -234,6 +234,11 @@ constexpr std::array<MessageRow, IssueKindCount> MessageTable { {
     { IssueInvalidTangents, "Node has invalid Tangents", SeverityError, DetailForm::Data, "",
       "Maya could not give the tangents of some nodes, usually because of faces or UVs that have no area. Please, "
       "check the geometry and the UV mapping of the nodes listed below." },
+    { IssueCollisionObjectWithoutVolume, "Collision object without volume", SeverityWarning, DetailForm::Header,
+      "The following nodes kept their triangles in the collision mesh:\r\n",
+      "The collision mesh was to hold the convex hull of every object, but the points of some objects lie in one "
+      "plane or on one line, so they have no hull. Their triangles were written to the collision mesh instead. "
+      "Please, check whether the nodes listed below should collide as solid bodies." },
 } };
 
 constexpr bool RowsFollowKinds()

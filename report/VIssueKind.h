@@ -60,5 +60,7 @@ enum VIssueKind : uint32_t {
     IssueColorMaterialsGenerated = 52,
     IssueInvalidTextureUVs = 53,
     IssueInvalidTangents = 54,
-    IssueKindCount = 55,
+    // Beyond the editor's original vocabulary: the convex-hull collision mesh is ours.
+    IssueCollisionObjectWithoutVolume = 55,
+    IssueKindCount = 56,
 };

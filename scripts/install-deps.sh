@@ -7,6 +7,7 @@ packages=(
   cmake ninja-build ccache g++ clang libclang-rt-dev
   libtinyxml2-dev libassimp-dev libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev libmeshoptimizer-dev
+  libqhull-dev
   locales
 )
 

@@ -3,6 +3,7 @@
 #include "PluginFixture.h"
 #include "TestScenes.h"
 
+#include "formats/CollisionMeshReader.h"
 #include "plugin/BatchOptionsDialog.h"
 #include "plugin/ExportSession.h"
 #include "plugin/VExportFormat.h"
@@ -113,6 +114,37 @@ TEST_F(InteractiveExport, StrippingReportsItsStatistics)
     ASSERT_NE(entry, nullptr);
     EXPECT_EQ(entry->Detail, "Strips and lists: 2\r\nMaterials: 2\r\nVis areas: 0\r\n");
     EXPECT_EQ(entry->Severity, SeverityInformation);
+}
+
+// "crates": two cubes 100 wide, 100 apart, in one mesh; "floor": one flat quad.
+TEST_F(InteractiveExport, ConvexHullCollisionMeshHoldsEachNodesHullAndKeepsFlatNodes)
+{
+    standin::MeshDescription crates;
+    for (int cube = 0; cube < 2; ++cube)
+        for (int corner = 0; corner < 8; ++corner)
+            crates.points.emplace_back(200.0 * cube + 100.0 * (corner & 1), 100.0 * ((corner >> 1) & 1),
+                                       100.0 * ((corner >> 2) & 1));
+    for (int cube = 0; cube < 2; ++cube)
+        for (int corner : {0, 2, 3, 1, 4, 5, 7, 6, 0, 1, 5, 4, 2, 6, 7, 3, 0, 4, 6, 2, 1, 3, 7, 5})
+            crates.connects.push_back(8 * cube + corner);
+    crates.counts.assign(12, 4);
+    AssignMaterial(standin::CreateMesh("cratesShape", standin::CreateNode("transform", "crates"), crates), "wood");
+    const standin::MeshDescription floor {{MPoint(0, 0, 400), MPoint(100, 0, 400), MPoint(100, 0, 500), MPoint(0, 0, 500)},
+                                          {4},
+                                          {0, 3, 2, 1}};
+    AssignMaterial(standin::CreateMesh("floorShape", standin::CreateNode("transform", "floor"), floor), "stone");
+    Dialog.Edit = [](VExportOptions& options) { options.ColMesh = 2; };
+
+    EXPECT_TRUE(ExportAll("hulls.qmesh"));
+
+    VCollisionMeshFile collision;
+    ASSERT_TRUE(ReadCollisionMesh(SystemPath("hulls.qcolmesh"), collision));
+    // The crates' hull is their outer box: its 8 corners and 12 triangles, then the floor's 2.
+    EXPECT_EQ(collision.Positions.size(), (8u + 4u) * 3u);
+    EXPECT_EQ(collision.Indices.size(), (12u + 2u) * 3u);
+    const VReportEntry* entry = Report.Find("Collision object without volume");
+    ASSERT_NE(entry, nullptr);
+    EXPECT_EQ(entry->Detail, "The following nodes kept their triangles in the collision mesh:\r\n|floor|floorShape\r\n");
 }
 
 // Separate flat triangles and quads, three or four vertices each, one material: nothing is welded,

@@ -86,6 +86,7 @@ const ExpectedRow ExpectedRows[] = {
     { 52, "Color materials generated", 0, "N\r\n" },
     { 53, "Node has invalid texture UVs", 2, "N\r\n" },
     { 54, "Node has invalid Tangents", 2, "N\r\n" },
+    { 55, "Collision object without volume", 1, "The following nodes kept their triangles in the collision mesh:\r\nN\r\n" },
 };
 
 }
