@@ -74,9 +74,11 @@ bool CanReadCollada(std::string_view path, std::string_view head)
     return !text.empty() && text.front() == '<' && ContainsNoCase(head, "<COLLADA");
 }
 
-bool CanReadObj(std::string_view path, std::string_view head)
+// Assimp reads any file named .obj, also one with stray NUL bytes (some sculpting tools end the
+// file with one) or none of OBJ's statements, so no signature is asked for: the reader judges.
+bool CanReadObj(std::string_view path)
 {
-    return EqualsNoCase(ExtensionOf(path), ".obj") && IsText(head);
+    return EqualsNoCase(ExtensionOf(path), ".obj");
 }
 
 bool GlbLengthsExceed(std::string_view head, unsigned long long fileSize)
@@ -96,7 +98,7 @@ AssimpFormat DetectAssimpFormat(std::string_view path, std::string_view head)
         return AssimpFormat::Gltf;
     if (CanReadCollada(path, head))
         return AssimpFormat::Collada;
-    if (CanReadObj(path, head))
+    if (CanReadObj(path))
         return AssimpFormat::Obj;
     return AssimpFormat::None;
 }

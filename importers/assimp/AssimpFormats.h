@@ -8,7 +8,7 @@ enum class AssimpFormat { None, Fbx, Gltf, Collada, Obj };
 bool CanReadFbx(std::string_view path, std::string_view head);
 bool CanReadGltf(std::string_view path, std::string_view head);
 bool CanReadCollada(std::string_view path, std::string_view head);
-bool CanReadObj(std::string_view path, std::string_view head);
+bool CanReadObj(std::string_view path);
 AssimpFormat DetectAssimpFormat(std::string_view path, std::string_view head);
 // A binary glTF whose header or first chunk claims more bytes than the file holds; Assimp would allocate the
 // claimed size before noticing.

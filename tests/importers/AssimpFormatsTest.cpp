@@ -23,8 +23,8 @@ TEST(AssimpFormats, AsciiFbxIsKnownByItsHeader)
 
 TEST(AssimpFormats, AnFbxSignatureUnderAnotherExtensionIsNotTaken)
 {
-    EXPECT_FALSE(CanReadFbx("scene.obj", kBinaryFbx));
-    EXPECT_EQ(DetectAssimpFormat("scene.obj", kBinaryFbx), AssimpFormat::None);
+    EXPECT_FALSE(CanReadFbx("scene.dae", kBinaryFbx));
+    EXPECT_EQ(DetectAssimpFormat("scene.dae", kBinaryFbx), AssimpFormat::None);
 }
 
 TEST(AssimpFormats, GltfIsJsonAndGlbStartsWithItsMagic)
@@ -41,11 +41,10 @@ TEST(AssimpFormats, ColladaIsXmlWithACOLLADARoot)
     EXPECT_FALSE(CanReadCollada("a.dae", "<?xml version=\"1.0\"?>\n<svg>"));
 }
 
-TEST(AssimpFormats, ObjIsTextOnly)
+TEST(AssimpFormats, ObjIsAnyFileWithItsExtension)
 {
-    EXPECT_TRUE(CanReadObj("a.obj", "v 0 0 0\n"));
-    EXPECT_FALSE(CanReadObj("a.obj", std::string("v 0\0\0", 5)));
-    EXPECT_EQ(DetectAssimpFormat("a.obj", "v 0 0 0\n"), AssimpFormat::Obj);
+    EXPECT_EQ(DetectAssimpFormat("a.OBJ", std::string("v 0\0\0", 5)), AssimpFormat::Obj);
+    EXPECT_EQ(DetectAssimpFormat("a.txt", "v 0 0 0\n"), AssimpFormat::None);
 }
 
 TEST(AssimpFormats, OtherExtensionsAreNotTaken)

@@ -173,6 +173,18 @@ TEST_F(ImportObj, ColourMapBecomesAFileTextureBesideTheScene)
     EXPECT_EQ(file, DirectoryOf(m_path) + "\\textures\\red.png");
 }
 
+TEST(ImportObjPolygons, StrayNulByteAtTheEndIsReadLikeTheRestOfTheFile)
+{
+    const std::string folder = MakeTestFolder("obj_nul");
+    const std::string file =
+        WriteTestFile(folder, "sculpt.obj", std::string("v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n\0", 33));
+    const ImportResult result = ImportScene(file);
+    ASSERT_TRUE(result.Ok) << result.Error;
+    MDagPath path;
+    MItDag(MItDag::kDepthFirst, MFn::kMesh).getPath(path);
+    EXPECT_EQ(MFnMesh(path).numPolygons(), 1);
+}
+
 TEST(ImportObjPolygons, APolygonPassingTwiceThroughOnePointKeepsTwoVerticesAndIsCounted)
 {
     const std::string folder = MakeTestFolder("obj_pinched");
