@@ -8,7 +8,6 @@
 #include "model/VMMaterial.h"
 #include "model/VMShaderAssignment.h"
 
-#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -29,12 +28,13 @@ bool WriteValue(VChunkedFile& file, T value)
     return file.Write(&value, sizeof value) == static_cast<int>(sizeof value);
 }
 
+// A channel is stored as its low byte, as the engine's own writer stores it: 300 becomes 44.
 bool WriteColour(VChunkedFile& file, const uint32_t (&rgb)[3])
 {
     const uint8_t bytes[4] = {
-        static_cast<uint8_t>(std::min<uint32_t>(rgb[0], 255)),
-        static_cast<uint8_t>(std::min<uint32_t>(rgb[1], 255)),
-        static_cast<uint8_t>(std::min<uint32_t>(rgb[2], 255)),
+        static_cast<uint8_t>(rgb[0]),
+        static_cast<uint8_t>(rgb[1]),
+        static_cast<uint8_t>(rgb[2]),
         0xFF,
     };
     return file.Write(bytes, 4) == 4;

