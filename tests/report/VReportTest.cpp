@@ -56,74 +56,24 @@ std::vector<std::string> TitlesOf(const VReport& report)
 
 }
 
-TEST(VReport, AddIssueKeepsIssuesInRaisingOrderUntilFinalize)
+TEST(VReport, FinalizeMakesOneEntryPerKindInKindOrderJoiningItsNonEmptyDetails)
 {
     RecordingReport report;
-    report.AddIssue(7, "seven");
-    report.AddIssue(2);
-    report.AddIssue(5, "five");
-
-    ASSERT_EQ(report.Issues().size(), 3u);
-    EXPECT_EQ(report.Issues()[0].Kind, 7u);
-    EXPECT_EQ(report.Issues()[1].Kind, 2u);
-    EXPECT_EQ(report.Issues()[1].Detail, "");
-    EXPECT_EQ(report.Issues()[2].Detail, "five");
-    EXPECT_TRUE(report.Entries().empty());
-}
-
-TEST(VReport, FinalizeMakesOneEntryPerKindInAscendingKindOrder)
-{
-    RecordingReport report;
-    report.AddIssue(9, "a");
-    report.AddIssue(3, "b");
-    report.AddIssue(9, "c");
+    report.AddIssue(9, "first");
+    report.AddIssue(3, "");
+    report.AddIssue(9);
     report.AddIssue(0, "d");
-    report.AddIssue(3, "e");
+    report.AddIssue(9, "second");
+    report.AddIssue(3);
+    EXPECT_TRUE(report.Entries().empty());
 
     report.Finalize(0);
 
     EXPECT_EQ(TitlesOf(report), (std::vector<std::string> { "kind 0", "kind 3", "kind 9" }));
-}
-
-TEST(VReport, FinalizeJoinsTheDetailsOfOneKindInRaisingOrderEachWithALineEnd)
-{
-    RecordingReport report;
-    report.AddIssue(4, "first");
-    report.AddIssue(1, "other");
-    report.AddIssue(4, "second");
-    report.AddIssue(4, "third");
-
-    report.Finalize(0);
-
-    ASSERT_EQ(report.Calls.size(), 2u);
-    EXPECT_EQ(report.Calls[1], (std::pair<uint32_t, std::string> { 4, "first\r\nsecond\r\nthird\r\n" }));
-    EXPECT_EQ(report.Entries()[1].Detail, "first\r\nsecond\r\nthird\r\n");
-    EXPECT_EQ(report.Entries()[1].Explanation, "why 4");
-}
-
-TEST(VReport, FinalizeLeavesEmptyDetailsOutOfTheJoinedText)
-{
-    RecordingReport report;
-    report.AddIssue(6, "");
-    report.AddIssue(6, "x");
-    report.AddIssue(6);
-
-    report.Finalize(0);
-
-    ASSERT_EQ(report.Calls.size(), 1u);
-    EXPECT_EQ(report.Calls[0].second, "x\r\n");
-}
-
-TEST(VReport, FinalizeGivesAKindWithOnlyEmptyDetailsEmptyData)
-{
-    RecordingReport report;
-    report.AddIssue(6);
-    report.AddIssue(6);
-
-    report.Finalize(0);
-
-    ASSERT_EQ(report.Calls.size(), 1u);
-    EXPECT_EQ(report.Calls[0].second, "");
+    EXPECT_EQ(report.Calls, (std::vector<std::pair<uint32_t, std::string>> { { 0, "d\r\n" }, { 3, "" },
+                                                                            { 9, "first\r\nsecond\r\n" } }));
+    EXPECT_EQ(report.Entries()[2].Detail, "first\r\nsecond\r\n");
+    EXPECT_EQ(report.Entries()[2].Explanation, "why 9");
 }
 
 TEST(VReport, FinalizeDropsKindsBelowTheMinimumSeverity)
@@ -139,64 +89,37 @@ TEST(VReport, FinalizeDropsKindsBelowTheMinimumSeverity)
     EXPECT_EQ(report.Calls.size(), 3u);
 }
 
-TEST(VReport, FinalizeWithoutIssuesMakesNoEntries)
-{
-    RecordingReport report;
-    report.Finalize(0);
-    EXPECT_TRUE(report.Entries().empty());
-    EXPECT_TRUE(report.Calls.empty());
-}
-
-TEST(VReport, SecondFinalizeWithoutClearAppendsTheEntriesAgain)
+TEST(VReport, SecondFinalizeAppendsAgainUntilClearEmptiesBoth)
 {
     RecordingReport report;
     report.AddIssue(1, "a");
     report.Finalize(0);
     report.Finalize(0);
-
     EXPECT_EQ(TitlesOf(report), (std::vector<std::string> { "kind 1", "kind 1" }));
-}
-
-TEST(VReport, ClearRemovesEntriesAndIssues)
-{
-    RecordingReport report;
-    report.AddIssue(1, "a");
-    report.Finalize(0);
-    report.AddIssue(2, "b");
 
     report.Clear();
 
     EXPECT_TRUE(report.Entries().empty());
     EXPECT_TRUE(report.Issues().empty());
-    report.Finalize(0);
-    EXPECT_TRUE(report.Entries().empty());
 }
 
-TEST(VReport, ShowReportDialogHandsTheEntriesAndCaptionToTheView)
+TEST(VReport, ShowReportDialogHandsEntriesAndCaptionToTheViewAndOpensNothingWithoutEntries)
 {
     RecordingReport report;
+    RecordingView view;
+    report.AddIssue(3, "only information");
+    report.Finalize(1);
+    report.ShowReportDialog(view, "Issues during export");
+    EXPECT_EQ(view.Shown, 0);
+
     report.AddIssue(2, "a");
     report.AddIssue(1, "b");
     report.Finalize(0);
-    RecordingView view;
-
     report.ShowReportDialog(view, "Issues during export");
 
     EXPECT_EQ(view.Shown, 1);
     EXPECT_EQ(view.Caption, "Issues during export");
-    EXPECT_EQ(view.Titles, (std::vector<std::string> { "kind 1", "kind 2" }));
-}
-
-TEST(VReport, ShowReportDialogOpensNothingWithoutEntries)
-{
-    RecordingReport report;
-    report.AddIssue(3, "only information");
-    report.Finalize(1);
-    RecordingView view;
-
-    report.ShowReportDialog(view, "Issues during export");
-
-    EXPECT_EQ(view.Shown, 0);
+    EXPECT_EQ(view.Titles, (std::vector<std::string> { "kind 1", "kind 2", "kind 3" }));
 }
 
 TEST(VReportMessage, ShowsEveryKindAsUndefinedErrorWithItsData)
