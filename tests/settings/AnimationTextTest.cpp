@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 
 namespace {
@@ -133,31 +134,6 @@ TEST(AnimationTextLoad, SavedTableLoadsBackUnchanged)
     EXPECT_EQ(Load(SaveAnimationsToString(animations)), animations);
 }
 
-TEST(AnimationTextLoad, EscapedNameIsReadBackWithItsBlankAndEqualsSign)
-{
-    const VAnimationTable animations = Load("// NumAnimations: 1\r\n// Animation: walk%20fast%3D1\r\n");
-    ASSERT_EQ(animations.Count(), 1);
-    EXPECT_EQ(animations[0].Name, "walk fast=1");
-}
-
-TEST(AnimationTextLoad, AnimationKeyResetsTheFieldsOlderBlocksDidNotWrite)
-{
-    const VAnimationTable animations = Load("NumAnimations: 1 Animation: old");
-    ASSERT_EQ(animations.Count(), 1);
-    const VAnimationDescription& entry = animations[0];
-    EXPECT_EQ(entry.CompensateRotation, 0);
-    EXPECT_EQ(entry.CompensateOffset, 0);
-    EXPECT_EQ(entry.MoveX, 1);
-    EXPECT_EQ(entry.MoveY, 1);
-    EXPECT_EQ(entry.MoveZ, 1);
-    EXPECT_EQ(entry.RotationAxis, 0);
-    EXPECT_EQ(entry.EstimateFrames, 0);
-    EXPECT_EQ(entry.EstimateLevel, 2);
-    EXPECT_FALSE(entry.Compressed);
-    EXPECT_EQ(entry.SourceFile, "[This file]");
-    EXPECT_EQ(entry.UseMaxFrames, 1);
-}
-
 TEST(AnimationTextLoad, EntriesNotNamedByAnAnimationKeyKeepTheNewEntryDefaults)
 {
     const VAnimationTable animations = Load("// NumAnimations: 2\r\n// Animation: first\r\n");
@@ -165,75 +141,63 @@ TEST(AnimationTextLoad, EntriesNotNamedByAnAnimationKeyKeepTheNewEntryDefaults)
     EXPECT_EQ(animations[1], VAnimationDescription {});
 }
 
-TEST(AnimationTextLoad, KeysAreComparedIgnoringCase)
+// A one-entry text and what it changes in the entry its "Animation:" key starts; that key resets
+// the fields older blocks did not write.
+struct EntryCase {
+    std::string Text;
+    std::function<void(VAnimationDescription&)> Change = [](VAnimationDescription&) {};
+};
+
+class AnimationTextEntries : public ::testing::TestWithParam<EntryCase> {};
+
+TEST_P(AnimationTextEntries, ChangeExactlyTheirFields)
 {
-    const VAnimationTable animations = Load("numanimations: 1 ANIMATION: a animtype: 5 ANIMRANGEEND: 9");
+    VAnimationDescription expected;
+    expected.Name = "a";
+    expected.CompensateRotation = expected.CompensateOffset = 0;
+    expected.MoveX = expected.MoveY = expected.MoveZ = 1;
+    expected.RotationAxis = 0;
+    expected.EstimateFrames = 0;
+    expected.EstimateLevel = 2;
+    expected.Compressed = false;
+    GetParam().Change(expected);
+    const VAnimationTable animations = Load(GetParam().Text);
     ASSERT_EQ(animations.Count(), 1);
-    EXPECT_EQ(animations[0].Type, kAnimTypeMorphTarget);
-    EXPECT_EQ(animations[0].RangeEnd, 9);
+    EXPECT_EQ(animations[0], expected);
 }
 
-TEST(AnimationTextLoad, RotationAxisIsTakenFromTheLineWhoseValueStartsWithOne)
-{
-    EXPECT_EQ(Load("NumAnimations: 1 Animation: a AnimRotX: 0 AnimRotY: 0 AnimRotZ: 1")[0].RotationAxis, 3);
-    EXPECT_EQ(Load("NumAnimations: 1 Animation: a AnimRotX: 1 AnimRotY: 0 AnimRotZ: 0")[0].RotationAxis, 1);
-    EXPECT_EQ(Load("NumAnimations: 1 Animation: a AnimRotY: 12")[0].RotationAxis, 2);
-    EXPECT_EQ(Load("NumAnimations: 1 Animation: a AnimRotY: 01")[0].RotationAxis, 0);
-}
-
-TEST(AnimationTextLoad, StaticOffsetOfOlderBlocksSetsTheMotionDeltaAndEveryMovement)
-{
-    const VAnimationTable animations =
-        Load("NumAnimations: 1 Animation: a AnimMovX: 0 AnimMovY: 0 AnimMovZ: 0 AnimStaticOffset: 1");
-    EXPECT_EQ(animations[0].MotionDelta, 1);
-    EXPECT_EQ(animations[0].MoveX, 1);
-    EXPECT_EQ(animations[0].MoveY, 1);
-    EXPECT_EQ(animations[0].MoveZ, 1);
-}
-
-TEST(AnimationTextLoad, ExcludedAxesOfOlderBlocksAreTheOnesNotMoved)
-{
-    const VAnimationTable animations = Load("NumAnimations: 1 Animation: a AnimExcludeX: 1 AnimExcludeY: 0 "
-                                            "AnimExcludeZ: 2");
-    EXPECT_EQ(animations[0].MoveX, 0);
-    EXPECT_EQ(animations[0].MoveY, 1);
-    EXPECT_EQ(animations[0].MoveZ, 0);
-}
-
-TEST(AnimationTextLoad, CompressedIsOnForAnyNonZeroValue)
-{
-    EXPECT_TRUE(Load("NumAnimations: 1 Animation: a AnimCompressed: 7")[0].Compressed);
-    EXPECT_FALSE(Load("NumAnimations: 1 Animation: a AnimCompressed: 0")[0].Compressed);
-}
-
-TEST(AnimationTextLoad, UnknownKeysAreSkippedWithTheirValues)
-{
-    const VAnimationTable animations = Load("NumAnimations: 1 Animation: a Colour: AnimType: AnimType: 3");
-    EXPECT_EQ(animations[0].Type, kAnimTypeBone);
-}
-
-TEST(AnimationTextLoad, IntegerValueThatDoesNotParseLeavesTheFieldUnchanged)
-{
-    const VAnimationTable animations = Load("NumAnimations: 1 Animation: a AnimRangeEnd: 9 AnimRangeEnd: end");
-    EXPECT_EQ(animations[0].RangeEnd, 9);
-}
-
-TEST(AnimationTextLoad, KeysBeforeTheFirstAnimationKeyHaveNoEntryAndAreIgnored)
-{
-    const VAnimationTable animations = Load("NumAnimations: 1 AnimType: 3 AnimFile: x.ma Animation: a");
-    ASSERT_EQ(animations.Count(), 1);
-    EXPECT_EQ(animations[0].Type, kAnimTypeMuscle);
-    EXPECT_EQ(animations[0].SourceFile, "[This file]");
-}
-
-TEST(AnimationTextLoad, EntriesBeyondTheCountAreIgnored)
-{
-    const VAnimationTable animations =
-        Load("NumAnimations: 1 Animation: a AnimType: 3 Animation: b AnimType: 5 Animation: c");
-    ASSERT_EQ(animations.Count(), 1);
-    EXPECT_EQ(animations[0].Name, "a");
-    EXPECT_EQ(animations[0].Type, kAnimTypeBone);
-}
+INSTANTIATE_TEST_SUITE_P(AnimationTextLoad, AnimationTextEntries, ::testing::Values(
+    EntryCase {"NumAnimations: 1 Animation: a"},
+    EntryCase {"// NumAnimations: 1\r\n// Animation: walk%20fast%3D1\r\n",
+               [](VAnimationDescription& e) { e.Name = "walk fast=1"; }},
+    EntryCase {"numanimations: 1 ANIMATION: a animtype: 5 ANIMRANGEEND: 9",
+               [](VAnimationDescription& e) { e.Type = kAnimTypeMorphTarget; e.RangeEnd = 9; }},
+    // The rotation axis comes from the line whose value starts with "1".
+    EntryCase {"NumAnimations: 1 Animation: a AnimRotX: 0 AnimRotY: 0 AnimRotZ: 1",
+               [](VAnimationDescription& e) { e.RotationAxis = 3; }},
+    EntryCase {"NumAnimations: 1 Animation: a AnimRotX: 1 AnimRotY: 0 AnimRotZ: 0",
+               [](VAnimationDescription& e) { e.RotationAxis = 1; }},
+    EntryCase {"NumAnimations: 1 Animation: a AnimRotY: 12", [](VAnimationDescription& e) { e.RotationAxis = 2; }},
+    EntryCase {"NumAnimations: 1 Animation: a AnimRotY: 01"},
+    // Keys of older blocks: a static offset moves on every axis, an excluded axis does not move.
+    EntryCase {"NumAnimations: 1 Animation: a AnimMovX: 0 AnimMovY: 0 AnimMovZ: 0 AnimStaticOffset: 1",
+               [](VAnimationDescription& e) { e.MotionDelta = 1; }},
+    EntryCase {"NumAnimations: 1 Animation: a AnimExcludeX: 1 AnimExcludeY: 0 AnimExcludeZ: 2",
+               [](VAnimationDescription& e) { e.MoveX = e.MoveZ = 0; }},
+    EntryCase {"NumAnimations: 1 Animation: a AnimCompressed: 7", [](VAnimationDescription& e) { e.Compressed = true; }},
+    // Unknown keys are skipped with their values; a value that does not parse changes nothing.
+    EntryCase {"NumAnimations: 1 Animation: a Colour: AnimType: AnimType: 3",
+               [](VAnimationDescription& e) { e.Type = kAnimTypeBone; }},
+    EntryCase {"NumAnimations: 1 Animation: a AnimRangeEnd: 9 AnimRangeEnd: end",
+               [](VAnimationDescription& e) { e.RangeEnd = 9; }},
+    // Keys before the first entry and entries beyond the count have nowhere to go.
+    EntryCase {"NumAnimations: 1 AnimType: 3 AnimFile: x.ma Animation: a"},
+    EntryCase {"NumAnimations: 1 Animation: a AnimType: 3 Animation: b AnimType: 5 Animation: c",
+               [](VAnimationDescription& e) { e.Type = kAnimTypeBone; }},
+    // A name holding the options marker, an overlong value and a key without value are refused.
+    EntryCase {"NumAnimations: 1 Animation: <OPTIONS>", [](VAnimationDescription& e) { e.Name = "Noname"; }},
+    EntryCase {"NumAnimations: 1 Animation: a AnimFile: " + std::string(1024, 'x')},
+    EntryCase {"NumAnimations: 1 Animation: a AnimType:"}));
 
 TEST(AnimationTextLoad, CountAboveTheTableCapacityKeepsTheFirstEntries)
 {

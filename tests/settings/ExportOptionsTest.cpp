@@ -2,24 +2,8 @@
 
 #include <gtest/gtest.h>
 
-TEST(ExportOptions, ModelDefaultsCentreOnTheRootBoneAndLeaveLightsOut)
-{
-    VExportOptions options;
-    options.CenterMethod = 4;
-    options.ExportLights = true;
-    SetExportOptionDefaults(options, ExportOptionDefaults {.FormatKind = kFormatKindModel});
-    EXPECT_EQ(options.CenterMethod, 2);
-    EXPECT_FALSE(options.ExportLights);
-}
-
-TEST(ExportOptions, StaticDefaultsKeepTheSceneOriginAndExportLights)
-{
-    VExportOptions options;
-    SetExportOptionDefaults(options, ExportOptionDefaults {.FormatKind = kFormatKindStatic});
-    EXPECT_EQ(options.CenterMethod, 0);
-    EXPECT_TRUE(options.ExportLights);
-}
-
+// The defaults of every saved key, for the model and the static kinds, are pinned by the saved
+// default blocks (SettingsBlockSaveTest).
 TEST(ExportOptions, DefaultsTakeTheApplicationSettingsAndTheFormatsProjectUse)
 {
     VExportOptions options;
@@ -49,36 +33,4 @@ TEST(ExportOptions, DefaultsResetEveryOtherFieldButKeepTheRootBoneName)
     VExportOptions expected;
     expected.RootBoneName = "Bip01";
     EXPECT_EQ(options, expected);
-}
-
-TEST(ExportOptions, FreshRecordHoldsTheDocumentedDefaults)
-{
-    const VExportOptions options;
-    EXPECT_EQ(options.DoubleSided, 2);
-    EXPECT_EQ(options.Version, (VSettingsVersion {7, 6, 3, 0}));
-    EXPECT_EQ(options.ComputeVisibility, -1);
-    EXPECT_TRUE(options.DebugVisInfo);
-    EXPECT_EQ(options.ColMesh, 1);
-    EXPECT_EQ(options.TextureSubdir, "Textures\\");
-    EXPECT_EQ(options.LightScale, 1.0f);
-    EXPECT_EQ(options.MaxStripSize, 1024.0f);
-    EXPECT_EQ(options.MaxStripLength, 10000);
-    EXPECT_EQ(options.MinStripLength, 0);
-    EXPECT_EQ(options.StripFlags, 0);
-    EXPECT_TRUE(options.DisplayViewer);
-    EXPECT_EQ(options.LightmapUVChannel, 3);
-    EXPECT_EQ(options.BaseUVs, 2);
-    EXPECT_EQ(options.BaseUVChannel, 1);
-    EXPECT_EQ(options.LightMapStretchFactor, 0.1f);
-    EXPECT_EQ(options.ExportMaterialSettings, 61);
-    EXPECT_EQ(options.ExportBlended, 1);
-    EXPECT_EQ(options.RemoveBones, 1);
-    EXPECT_EQ(options.OptimizeMesh, 1);
-    EXPECT_EQ(options.MaxNumBones, 4);
-    EXPECT_TRUE(options.ExportVertexColors);
-    EXPECT_TRUE(options.ExportTangents);
-    EXPECT_TRUE(options.StripRestriction);
-    EXPECT_TRUE(options.SetMaxStripLength);
-    EXPECT_TRUE(options.NewRotDelta);
-    EXPECT_TRUE(options.GotoBindPose);
 }

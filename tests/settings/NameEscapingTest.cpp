@@ -2,28 +2,18 @@
 
 #include <gtest/gtest.h>
 
-TEST(NameEscaping, BlanksTabsAndEqualsSignsBecomePercentCodes)
+TEST(NameEscaping, BlanksTabsAndEqualsSignsBecomePercentCodesAndNothingElseChanges)
 {
     EXPECT_EQ(EscapeName("walk fast=1"), "walk%20fast%3D1");
     EXPECT_EQ(EscapeName("a\tb"), "a%20b");
-    EXPECT_EQ(EscapeName("[This file]"), "[This%20file]");
-}
-
-TEST(NameEscaping, OtherCharactersStay)
-{
-    EXPECT_EQ(EscapeName("C:\\anims\\run_01.ma"), "C:\\anims\\run_01.ma");
-    EXPECT_EQ(EscapeName("100%"), "100%");
+    EXPECT_EQ(EscapeName("C:\\anims\\run_01.ma 100%"), "C:\\anims\\run_01.ma%20100%");
     EXPECT_EQ(EscapeName(""), "");
 }
 
-TEST(NameEscaping, UnescapingRestoresBlanksAndEqualsSigns)
+TEST(NameEscaping, UnescapingRestoresBlanksAndEqualsSignsDropsLineBreaksAndKeepsOtherPercentSigns)
 {
     EXPECT_EQ(UnescapeName("walk%20fast%3D1"), "walk fast=1");
     EXPECT_EQ(UnescapeName("%20%20"), "  ");
-}
-
-TEST(NameEscaping, UnescapingDropsLineBreaksAndKeepsOtherPercentSigns)
-{
     EXPECT_EQ(UnescapeName("a\r\nb"), "ab");
     EXPECT_EQ(UnescapeName("100%"), "100%");
     EXPECT_EQ(UnescapeName("%2"), "%2");

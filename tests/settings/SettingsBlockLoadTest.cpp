@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -53,133 +54,69 @@ TEST(SettingsBlockLoad, SavedBlockLoadsBackIntoTheSameRecord)
     EXPECT_EQ(loaded.Animations, animations);
 }
 
-TEST(SettingsBlockLoad, EmptyTextLeavesTheDefaults)
+// A block and what it changes in a fresh record; everything else must stay as it was.
+struct LoadCase {
+    std::string Text;
+    std::function<void(VExportOptions&)> Change = [](VExportOptions&) {};
+};
+
+class SettingsBlockLines : public ::testing::TestWithParam<LoadCase> {};
+
+TEST_P(SettingsBlockLines, ChangeExactlyTheirFields)
 {
-    EXPECT_EQ(Load("").Options, VExportOptions {});
+    VExportOptions expected;
+    GetParam().Change(expected);
+    EXPECT_EQ(Load(GetParam().Text).Options, expected);
 }
 
-TEST(SettingsBlockLoad, KeysAreFoundIgnoringCaseAndBlanksAroundTheColon)
-{
-    const Loaded loaded = Load("//maxnumbones:3\r\n//\t  EPSVERT   :\t 0.5  \r\n");
-    EXPECT_EQ(loaded.Options.MaxNumBones, 3);
-    EXPECT_EQ(loaded.Options.EpsVert, 0.5f);
-}
-
-TEST(SettingsBlockLoad, LinesAreSplitAtCarriageReturnsAndLineFeedsAlike)
-{
-    const Loaded loaded = Load("// ColMesh : 2\r// MaxNumBones : 3\n// OptimizeMesh : 0");
-    EXPECT_EQ(loaded.Options.ColMesh, 2);
-    EXPECT_EQ(loaded.Options.MaxNumBones, 3);
-    EXPECT_EQ(loaded.Options.OptimizeMesh, 0);
-}
-
-TEST(SettingsBlockLoad, StringValuesKeepInnerBlanksAndLoseOuterOnes)
-{
-    const Loaded loaded = Load("// RootBoneName :   Bip01 Pelvis  \r\n// SnapAnimName : a : b\r\n");
-    EXPECT_EQ(loaded.Options.RootBoneName, "Bip01 Pelvis");
-    EXPECT_EQ(loaded.Options.SnapAnimName, "a : b");
-}
-
-TEST(SettingsBlockLoad, EmptyStringValueClearsTheField)
-{
-    EXPECT_EQ(Load("// TextureSubdir : \r\n").Options.TextureSubdir, "");
-}
-
-TEST(SettingsBlockLoad, IntegersAreReadLikeScanfPercentI)
-{
-    const Loaded loaded =
-        Load("// ExportMaterialSettings : 0x13D\r\n// MaxStripLength : 010\r\n// ColMesh : 2 hulls\r\n");
-    EXPECT_EQ(loaded.Options.ExportMaterialSettings, 317);
-    EXPECT_EQ(loaded.Options.MaxStripLength, 8);
-    EXPECT_EQ(loaded.Options.ColMesh, 2);
-}
-
-TEST(SettingsBlockLoad, BoolIsOnExactlyWhenItsValueStartsWithTOr1)
-{
-    EXPECT_TRUE(Load("// ExportBones : True\r\n").Options.ExportBones);
-    EXPECT_TRUE(Load("// ExportBones : t\r\n").Options.ExportBones);
-    EXPECT_TRUE(Load("// ExportBones : 1\r\n").Options.ExportBones);
-    EXPECT_FALSE(Load("// ExportBones : yes\r\n").Options.ExportBones);
-    EXPECT_FALSE(Load("// ExportTangents : FALSE\r\n").Options.ExportTangents);
-    EXPECT_FALSE(Load("// ExportTangents : 0\r\n").Options.ExportTangents);
-}
-
-TEST(SettingsBlockLoad, BoolWithoutValueIsSwitchedOff)
-{
-    EXPECT_FALSE(Load("// ExportTangents :\r\n").Options.ExportTangents);
-}
-
-TEST(SettingsBlockLoad, ValuesThatDoNotParseLeaveTheirFieldsUnchanged)
-{
-    const Loaded loaded = Load("// MaxNumBones : four\r\n"
-                               "// LightScale : bright\r\n"
-                               "// MeshFactor : nan\r\n"
-                               "// EpsVert : 1e60\r\n"
-                               "// ColMesh : 99999999999\r\n"
-                               "// Version : 6.5.0\r\n");
-    EXPECT_EQ(loaded.Options, VExportOptions {});
-}
-
-TEST(SettingsBlockLoad, UnknownKeysAndLinesWithoutColonOrSlashesAreIgnored)
-{
-    const Loaded loaded = Load("// Exporter: Kestrel\r\n"
-                               "// Frobnicate : 12\r\n"
-                               "// MaxNumBones 3\r\n"
-                               "MaxNumBones : 2\r\n"
-                               "/ MaxNumBones : 2\r\n"
-                               "# ColMesh : 0\r\n");
-    EXPECT_EQ(loaded.Options, VExportOptions {});
-}
-
-TEST(SettingsBlockLoad, KeysOutsideTheSavedTableAreNotLoaded)
-{
-    EXPECT_EQ(Load("// MinStripLength : 5\r\n").Options.MinStripLength, 0);
-}
-
-TEST(SettingsBlockLoad, DoubleSidedLineTakesDoubleSidednessFromTheMeshNodes)
-{
-    EXPECT_EQ(Load("// DoubleSided : 1\r\n").Options.DoubleSided, 1);
-    EXPECT_EQ(Load("// ColMesh : 1\r\n").Options.DoubleSided, 2);
-}
-
-TEST(SettingsBlockLoad, ReadingStartsBehindTheOptionsMarker)
-{
-    const Loaded loaded = Load("// MaxNumBones : 2\r\nscene text <OPTIONS>\r\n// ColMesh : 0\r\n");
-    EXPECT_EQ(loaded.Options.MaxNumBones, 4);
-    EXPECT_EQ(loaded.Options.ColMesh, 0);
-}
-
-TEST(SettingsBlockLoad, OptionsMarkerAtTheVeryEndLeavesNothingToRead)
-{
-    EXPECT_EQ(Load("// ColMesh : 0\r\n<OPTIONS>").Options, VExportOptions {});
-    EXPECT_EQ(Load("// ColMesh : 0\r\n<OPTIONS>\r").Options, VExportOptions {});
-}
-
-TEST(SettingsBlockLoad, EndMarkerLineStopsTheReading)
-{
-    const Loaded loaded = Load("// ColMesh : 0\r\n// </OPTIONS>\r\n// MaxNumBones : 2\r\n");
-    EXPECT_EQ(loaded.Options.ColMesh, 0);
-    EXPECT_EQ(loaded.Options.MaxNumBones, 4);
-}
-
-TEST(SettingsBlockLoad, EndMarkerWithTextBehindItDoesNotStopTheReading)
-{
-    EXPECT_EQ(Load("// </OPTIONS> x\r\n// MaxNumBones : 2\r\n").Options.MaxNumBones, 2);
-}
-
-TEST(SettingsBlockLoad, StringValueHoldingTheOptionsMarkerIsRefused)
-{
-    const Loaded loaded = Load("<OPTIONS>\r\n// SnapAnimName : <OPTIONS>\r\n");
-    EXPECT_EQ(loaded.Options.SnapAnimName, "");
-}
-
-TEST(SettingsBlockLoad, ValuesOverTheFormatsLengthLimitAreIgnored)
-{
-    const std::string fitting(1023, 'a');
-    const std::string tooLong(1024, 'b');
-    EXPECT_EQ(Load("// RootBoneName : " + fitting + "\r\n").Options.RootBoneName, fitting);
-    EXPECT_EQ(Load("// RootBoneName : " + tooLong + "\r\n").Options.RootBoneName, "");
-}
+INSTANTIATE_TEST_SUITE_P(SettingsBlockLoad, SettingsBlockLines, ::testing::Values(
+    LoadCase {""},
+    // Keys ignore case and the blanks around the colon; lines end at CR or LF alike.
+    LoadCase {"//maxnumbones:3\r\n//\t  EPSVERT   :\t 0.5  \r// ColMesh : 2\n// OptimizeMesh : 0",
+              [](VExportOptions& o) { o.MaxNumBones = 3; o.EpsVert = 0.5f; o.ColMesh = 2; o.OptimizeMesh = 0; }},
+    LoadCase {"// RootBoneName :   Bip01 Pelvis  \r\n// SnapAnimName : a : b\r\n// TextureSubdir : \r\n",
+              [](VExportOptions& o) { o.RootBoneName = "Bip01 Pelvis"; o.SnapAnimName = "a : b"; o.TextureSubdir = ""; }},
+    // Integers as scanf's %i reads them.
+    LoadCase {"// ExportMaterialSettings : 0x13D\r\n// MaxStripLength : 010\r\n// ColMesh : 2 hulls\r\n",
+              [](VExportOptions& o) { o.ExportMaterialSettings = 317; o.MaxStripLength = 8; o.ColMesh = 2; }},
+    // A bool is on exactly when its value starts with T, t or 1.
+    LoadCase {"// ExportBones : True\r\n// DoLighting : t\r\n// AdvancedMenu : 1\r\n// CreateDataDir : yes\r\n"
+              "// ExportTangents : FALSE\r\n// DisplayViewer : 0\r\n// GotoBindPose :\r\n",
+              [](VExportOptions& o) {
+                  o.ExportBones = o.DoLighting = o.AdvancedMenu = true;
+                  o.CreateDataDir = o.ExportTangents = o.DisplayViewer = o.GotoBindPose = false;
+              }},
+    LoadCase {"// DoubleSided : 1\r\n", [](VExportOptions& o) { o.DoubleSided = 1; }},
+    // Values that do not parse, unknown or unsaved keys and lines that are no option lines.
+    LoadCase {"// MaxNumBones : four\r\n// LightScale : bright\r\n// MeshFactor : nan\r\n// EpsVert : 1e60\r\n"
+              "// ColMesh : 99999999999\r\n// Version : 6.5.0\r\n// Exporter: Kestrel\r\n// Frobnicate : 12\r\n"
+              "// MaxNumBones 3\r\nMaxNumBones : 2\r\n/ MaxNumBones : 2\r\n# ColMesh : 0\r\n// MinStripLength : 5\r\n"},
+    // Reading starts behind the options marker and stops at a line that is just the end marker.
+    LoadCase {"// MaxNumBones : 2\r\nscene text <OPTIONS>\r\n// ColMesh : 0\r\n// </OPTIONS>\r\n// OptimizeMesh : 0\r\n",
+              [](VExportOptions& o) { o.ColMesh = 0; }},
+    LoadCase {"// ColMesh : 0\r\n<OPTIONS>"},
+    LoadCase {"// ColMesh : 0\r\n<OPTIONS>\r"},
+    LoadCase {"// </OPTIONS> x\r\n// MaxNumBones : 2\r\n", [](VExportOptions& o) { o.MaxNumBones = 2; }},
+    LoadCase {"<OPTIONS>\r\n// SnapAnimName : <OPTIONS>\r\n"},
+    // Values are at most 1,023 characters long.
+    LoadCase {"// RootBoneName : " + std::string(1023, 'a') + "\r\n",
+              [](VExportOptions& o) { o.RootBoneName = std::string(1023, 'a'); }},
+    LoadCase {"// RootBoneName : " + std::string(1024, 'b') + "\r\n"},
+    // Blocks of older versions: before 7 the centre methods are renumbered, before 7.2 the model
+    // is turned by 90 degrees and embedding stops. The version is current after every load.
+    LoadCase {"// Version : 6.5.0.0\r\n// CenterMethod : 0\r\n// RotateYaw : 10.0\r\n",
+              [](VExportOptions& o) { o.CenterMethod = 1; o.RotateYaw = 100.0f; }},
+    LoadCase {"// Version : 6.0.0.0\r\n", [](VExportOptions& o) { o.CenterMethod = 3; o.RotateYaw = 90.0f; }},
+    LoadCase {"// Version : 0x6. 5.0.0\r\n// CenterMethod : 0\r\n",
+              [](VExportOptions& o) { o.CenterMethod = 1; o.RotateYaw = 90.0f; }},
+    LoadCase {"// Version : 7.1.0.0\r\n// CenterMethod : 0\r\n// EmbedSettingsInScene : 1\r\n",
+              [](VExportOptions& o) { o.CenterMethod = 0; o.RotateYaw = 90.0f; }},
+    LoadCase {"// Version : 7.2.0.0\r\n// CenterMethod : 0\r\n// EmbedSettingsInScene : 1\r\n",
+              [](VExportOptions& o) { o.CenterMethod = 0; o.EmbedSettingsInScene = true; }},
+    LoadCase {"// CenterMethod : 0\r\n// EmbedSettingsInScene : 1\r\n",
+              [](VExportOptions& o) { o.CenterMethod = 0; o.EmbedSettingsInScene = true; }},
+    LoadCase {"// Version : 6.5\r\n// CenterMethod : 0\r\n", [](VExportOptions& o) { o.CenterMethod = 0; }},
+    LoadCase {"// Version : 9.0.0.0\r\n"}));
 
 TEST(SettingsBlockLoad, NumAnimationsLineLoadsTheAnimationTextBehindIt)
 {
@@ -210,13 +147,6 @@ TEST(SettingsBlockLoad, TracesTheLoadAndTheFoundMarker)
     EXPECT_EQ(debug.Text(), "LoadSettingsFromString()\r\nSaved options found!\r\nLoadAnimationsFromString()\r\n");
 }
 
-TEST(SettingsBlockMigration, VersionSixRenumbersTheCentreMethodAndTurnsTheModel)
-{
-    const Loaded loaded = Load("// Version : 6.5.0.0\r\n// CenterMethod : 0\r\n// RotateYaw : 10.0\r\n");
-    EXPECT_EQ(loaded.Options.CenterMethod, 1);
-    EXPECT_EQ(loaded.Options.RotateYaw, 100.0f);
-}
-
 TEST(SettingsBlockMigration, VersionSixCentreMethodsMapOntoTheCurrentNumbers)
 {
     const std::vector<std::pair<int, int>> oldToNew {{-1, 0}, {0, 1}, {1, 0}, {2, 3}, {3, 2}, {4, 0}, {17, 0}};
@@ -224,52 +154,4 @@ TEST(SettingsBlockMigration, VersionSixCentreMethodsMapOntoTheCurrentNumbers)
         const Loaded loaded = Load("// Version : 6.0.0.0\r\n// CenterMethod : " + std::to_string(oldMethod) + "\r\n");
         EXPECT_EQ(loaded.Options.CenterMethod, newMethod) << "old method " << oldMethod;
     }
-}
-
-TEST(SettingsBlockMigration, VersionSixRenumbersTheDefaultCentreMethodWhenTheBlockNamesNone)
-{
-    EXPECT_EQ(Load("// Version : 6.0.0.0\r\n").Options.CenterMethod, 3);
-}
-
-TEST(SettingsBlockMigration, VersionsBeforeSevenTwoTurnTheModelAndStopEmbedding)
-{
-    const Loaded loaded = Load("// Version : 7.1.0.0\r\n// CenterMethod : 0\r\n// EmbedSettingsInScene : 1\r\n");
-    EXPECT_EQ(loaded.Options.CenterMethod, 0);
-    EXPECT_EQ(loaded.Options.RotateYaw, 90.0f);
-    EXPECT_FALSE(loaded.Options.EmbedSettingsInScene);
-}
-
-TEST(SettingsBlockMigration, VersionSevenTwoLoadsUnchanged)
-{
-    const Loaded loaded = Load("// Version : 7.2.0.0\r\n// CenterMethod : 0\r\n// RotateYaw : 10.0\r\n"
-                               "// EmbedSettingsInScene : 1\r\n");
-    EXPECT_EQ(loaded.Options.CenterMethod, 0);
-    EXPECT_EQ(loaded.Options.RotateYaw, 10.0f);
-    EXPECT_TRUE(loaded.Options.EmbedSettingsInScene);
-}
-
-TEST(SettingsBlockMigration, BlockWithoutVersionIsTakenAsCurrent)
-{
-    const Loaded loaded = Load("// CenterMethod : 0\r\n// EmbedSettingsInScene : 1\r\n");
-    EXPECT_EQ(loaded.Options.CenterMethod, 0);
-    EXPECT_EQ(loaded.Options.RotateYaw, 0.0f);
-    EXPECT_TRUE(loaded.Options.EmbedSettingsInScene);
-}
-
-TEST(SettingsBlockMigration, VersionIsCurrentAfterEveryLoad)
-{
-    EXPECT_EQ(Load("// Version : 6.5.0.0\r\n").Options.Version, kCurrentSettingsVersion);
-    EXPECT_EQ(Load("// Version : 9.0.0.0\r\n").Options.Version, kCurrentSettingsVersion);
-}
-
-TEST(SettingsBlockMigration, IncompleteVersionIsNotStoredSoNothingIsMigrated)
-{
-    const Loaded loaded = Load("// Version : 6.5\r\n// CenterMethod : 0\r\n");
-    EXPECT_EQ(loaded.Options.CenterMethod, 0);
-    EXPECT_EQ(loaded.Options.RotateYaw, 0.0f);
-}
-
-TEST(SettingsBlockMigration, VersionNumbersMayBeWrittenInAnyScanfIntegerForm)
-{
-    EXPECT_EQ(Load("// Version : 0x6. 5.0.0\r\n// CenterMethod : 0\r\n").Options.CenterMethod, 1);
 }
