@@ -19,25 +19,6 @@ protected:
 
 } // namespace
 
-TEST_F(ApplicationSettingsTest, EmptyStoreGivesTheDefaults)
-{
-    IniSettingsStore store(Path());
-    ApplicationSettings settings;
-    LoadApplicationSettings(store, settings);
-
-    EXPECT_TRUE(settings.ShowLog);
-    EXPECT_EQ(settings.ToolTips, 0);
-    EXPECT_EQ(settings.DebugPrint, 0);
-    EXPECT_EQ(settings.ModelViewer, "Modlook");
-    EXPECT_EQ(settings.ModelArgs, "\"$targetfile\"");
-    EXPECT_EQ(settings.MeshViewer, "Worldlook");
-    EXPECT_EQ(settings.MeshArgs, "-mesh \"$targetfile\"");
-    EXPECT_FALSE(settings.EmbedSettingsInScene);
-    EXPECT_FALSE(settings.WarnPolyCount);
-    EXPECT_EQ(settings.MeshFactor, 1.0f);
-    EXPECT_EQ(settings.LightmapUVs, 2);
-}
-
 TEST_F(ApplicationSettingsTest, SavedSettingsLoadBackInANewSession)
 {
     ApplicationSettings saved;
@@ -63,6 +44,7 @@ TEST_F(ApplicationSettingsTest, SavedSettingsLoadBackInANewSession)
     EXPECT_EQ(loaded, saved);
 }
 
+// The defaults, saved: every value's registry name, type and default.
 TEST_F(ApplicationSettingsTest, ValuesAreStoredWithTheirRegistryNamesAndTypes)
 {
     ApplicationSettings settings;
@@ -111,18 +93,12 @@ TEST_F(ApplicationSettingsTest, UnreadableValuesKeepTheirDefaults)
     ApplicationSettings settings;
     LoadApplicationSettings(store, settings);
     EXPECT_EQ(settings.MeshFactor, 1.0f);
+    ASSERT_TRUE(store.WriteBinary(kApplicationSettingsKey, "MeshFactor", std::string("\x00\x00\xc0\x7f", 4)));
+    LoadApplicationSettings(store, settings);
+    EXPECT_EQ(settings.MeshFactor, 1.0f);
     EXPECT_EQ(settings.LightmapUVs, 2);
     EXPECT_EQ(settings.ModelViewer, "Modlook");
     EXPECT_EQ(settings.ToolTips, 1);
-}
-
-TEST_F(ApplicationSettingsTest, NonFiniteMeshFactorKeepsTheDefault)
-{
-    IniSettingsStore store(Path());
-    ASSERT_TRUE(store.WriteBinary(kApplicationSettingsKey, "MeshFactor", std::string("\x00\x00\xc0\x7f", 4)));
-    ApplicationSettings settings;
-    LoadApplicationSettings(store, settings);
-    EXPECT_EQ(settings.MeshFactor, 1.0f);
 }
 
 TEST_F(ApplicationSettingsTest, FailedFlushIsReported)

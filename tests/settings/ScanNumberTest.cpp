@@ -4,52 +4,30 @@
 
 #include <cstdint>
 
-TEST(ScanNumber, IntReadsDecimalHexadecimalAndOctalLikeScanfPercentI)
-{
-    int32_t value = 0;
-    EXPECT_EQ(ScanInt("42", value), 2u);
-    EXPECT_EQ(value, 42);
-    EXPECT_EQ(ScanInt("0x1F", value), 4u);
-    EXPECT_EQ(value, 31);
-    EXPECT_EQ(ScanInt("017", value), 3u);
-    EXPECT_EQ(value, 15);
-    EXPECT_EQ(ScanInt("-0x10", value), 5u);
-    EXPECT_EQ(value, -16);
-}
+namespace {
 
-TEST(ScanNumber, IntSkipsLeadingWhiteSpaceAndStopsAtTheFirstNonDigit)
-{
-    int32_t value = 0;
-    EXPECT_EQ(ScanInt(" \t+12abc", value), 5u);
-    EXPECT_EQ(value, 12);
-    EXPECT_EQ(ScanInt("0xg", value), 1u);
-    EXPECT_EQ(value, 0);
-}
+// The text, the characters read (0: refused, the value untouched) and the value read.
+template <class T>
+struct ScanCase {
+    const char* Text;
+    size_t Read;
+    T Value;
+};
 
-TEST(ScanNumber, IntAcceptsTheFullRangeOfThirtyTwoBits)
-{
-    int32_t value = 0;
-    EXPECT_NE(ScanInt("2147483647", value), 0u);
-    EXPECT_EQ(value, 2147483647);
-    EXPECT_NE(ScanInt("-2147483648", value), 0u);
-    EXPECT_EQ(value, INT32_MIN);
-}
+} // namespace
 
-TEST(ScanNumber, IntRefusesTextWithoutDigitsAndNumbersBeyondThirtyTwoBits)
+TEST(ScanNumber, IntIsReadLikeScanfPercentIWithinThirtyTwoBits)
 {
-    int32_t value = 7;
-    EXPECT_EQ(ScanInt("", value), 0u);
-    EXPECT_EQ(ScanInt("abc", value), 0u);
-    EXPECT_EQ(ScanInt("-", value), 0u);
-    EXPECT_EQ(ScanInt("+-3", value), 0u);
-    EXPECT_EQ(ScanInt("2147483648", value), 0u);
-    EXPECT_EQ(ScanInt("-2147483649", value), 0u);
-    EXPECT_EQ(ScanInt("99999999999999999999999", value), 0u);
-    EXPECT_EQ(value, 7);
-}
-
-TEST(ScanNumber, DecimalIntReadsLeadingZerosAsDecimal)
-{
+    const ScanCase<int32_t> cases[] = {
+        {"42", 2, 42}, {"0x1F", 4, 31}, {"017", 3, 15}, {"-0x10", 5, -16}, {" \t+12abc", 5, 12}, {"0xg", 1, 0},
+        {"2147483647", 10, 2147483647}, {"-2147483648", 11, INT32_MIN}, {"", 0, 7}, {"abc", 0, 7}, {"-", 0, 7},
+        {"+-3", 0, 7}, {"2147483648", 0, 7}, {"-2147483649", 0, 7}, {"99999999999999999999999", 0, 7},
+    };
+    for (const ScanCase<int32_t>& scan : cases) {
+        int32_t value = 7;
+        EXPECT_EQ(ScanInt(scan.Text, value), scan.Read) << scan.Text;
+        EXPECT_EQ(value, scan.Value) << scan.Text;
+    }
     int32_t value = 0;
     EXPECT_EQ(ScanDecimalInt("017", value), 3u);
     EXPECT_EQ(value, 17);
@@ -57,36 +35,17 @@ TEST(ScanNumber, DecimalIntReadsLeadingZerosAsDecimal)
     EXPECT_EQ(value, 0);
 }
 
-TEST(ScanNumber, FloatReadsFixedAndExponentFormsWithADecimalPoint)
+// A comma ends the number: it is never a decimal separator, whatever the locale.
+TEST(ScanNumber, FloatIsReadWithADecimalPointAndMustBeFinite)
 {
-    float value = 0;
-    EXPECT_EQ(ScanFloat("1.500000", value), 8u);
-    EXPECT_EQ(value, 1.5f);
-    EXPECT_EQ(ScanFloat("-2.5e2", value), 6u);
-    EXPECT_EQ(value, -250.0f);
-    EXPECT_EQ(ScanFloat(" .25x", value), 4u);
-    EXPECT_EQ(value, 0.25f);
-    EXPECT_EQ(ScanFloat("+3", value), 2u);
-    EXPECT_EQ(value, 3.0f);
-}
-
-TEST(ScanNumber, FloatStopsAtACommaInsteadOfReadingItAsDecimalSeparator)
-{
-    float value = 0;
-    EXPECT_EQ(ScanFloat("1,5", value), 1u);
-    EXPECT_EQ(value, 1.0f);
-}
-
-TEST(ScanNumber, FloatRefusesNonFiniteAndOutOfRangeValues)
-{
-    float value = 4.0f;
-    EXPECT_EQ(ScanFloat("nan", value), 0u);
-    EXPECT_EQ(ScanFloat("inf", value), 0u);
-    EXPECT_EQ(ScanFloat("-infinity", value), 0u);
-    EXPECT_EQ(ScanFloat("1e39", value), 0u);
-    EXPECT_EQ(ScanFloat("1e999", value), 0u);
-    EXPECT_EQ(ScanFloat("", value), 0u);
-    EXPECT_EQ(ScanFloat("-", value), 0u);
-    EXPECT_EQ(ScanFloat("+-1", value), 0u);
-    EXPECT_EQ(value, 4.0f);
+    const ScanCase<float> cases[] = {
+        {"1.500000", 8, 1.5f}, {"-2.5e2", 6, -250.0f}, {" .25x", 4, 0.25f}, {"+3", 2, 3.0f}, {"1,5", 1, 1.0f},
+        {"nan", 0, 4.0f}, {"inf", 0, 4.0f}, {"-infinity", 0, 4.0f}, {"1e39", 0, 4.0f}, {"1e999", 0, 4.0f},
+        {"", 0, 4.0f}, {"-", 0, 4.0f}, {"+-1", 0, 4.0f},
+    };
+    for (const ScanCase<float>& scan : cases) {
+        float value = 4.0f;
+        EXPECT_EQ(ScanFloat(scan.Text, value), scan.Read) << scan.Text;
+        EXPECT_EQ(value, scan.Value) << scan.Text;
+    }
 }
