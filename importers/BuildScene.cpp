@@ -8,6 +8,7 @@
 #include <maya/MDistance.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnDependencyNode.h>
+#include <maya/MFnMesh.h>
 #include <maya/MPlug.h>
 #include <maya/MPlugArray.h>
 #include <maya/MTime.h>
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -286,6 +288,34 @@ void CreateSkins(const SceneRecord& record, const Built& built, ImportResult& re
             SetTransform(built.NodeNames[n], record.Nodes[n].Rest);
 }
 
+// A mesh below a joint that has no skin of its own moves rigidly with the nearest joint above it. Maya's rigid
+// bind holds that as a joint cluster of all the mesh's vertices at full weight, which is what the exporter's rigid
+// skinning reads; the mesh stays where the file put it.
+void BindMeshesBelowJoints(const SceneRecord& record, const Built& built, ImportResult& result)
+{
+    std::vector<unsigned int> nextInstance(record.Meshes.size(), 0);
+    for (size_t n = 0; n < record.Nodes.size(); ++n) {
+        const int mesh = record.Nodes[n].Mesh;
+        if (mesh < 0)
+            continue;
+        const unsigned int instance = nextInstance[static_cast<size_t>(mesh)]++;
+        const MObject& shape = built.Shapes[static_cast<size_t>(mesh)];
+        if (shape.isNull() || !record.Meshes[static_cast<size_t>(mesh)].Skin.Influences.empty())
+            continue;
+        int joint = static_cast<int>(n);
+        while (joint >= 0 && record.Nodes[static_cast<size_t>(joint)].Kind != RecordNodeKind::Joint)
+            joint = record.Nodes[static_cast<size_t>(joint)].Parent;
+        if (joint < 0)
+            continue;
+        const int vertexCount = MFnMesh(shape).numVertices();
+        std::vector<int> vertices(static_cast<size_t>(std::max(vertexCount, 0)));
+        std::iota(vertices.begin(), vertices.end(), 0);
+        const std::vector<double> weights(vertices.size(), 1.0);
+        if (standin::BindRigid(built.Nodes[static_cast<size_t>(joint)], shape, vertices, weights, instance).isNull())
+            result.Warn("Meshes below joints that Maya cannot bind rigidly are imported without a skin");
+    }
+}
+
 struct ChannelCurve {
     const char* Attribute;
     double (*Value)(const RecordTransform&);
@@ -366,6 +396,7 @@ bool BuildScene(const SceneRecord& record, ImportResult& result)
     CreateShaders(record, built, result);
     CreateMeshes(record, built, result);
     CreateSkins(record, built, result);
+    BindMeshesBelowJoints(record, built, result);
     CreateCurves(record, built);
     SetTimeLine(record, result);
     return true;

@@ -390,18 +390,23 @@ MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const
 }
 
 MObject BindRigid(const MObject& joint, const MObject& shape, const std::vector<int>& vertices,
-                  const std::vector<double>& weights)
+                  const std::vector<double>& weights, unsigned int instance)
 {
   standin::Node* j = NodeOf(joint);
   standin::Node* mesh = NodeOf(shape);
-  if (!j || j->type != MFn::kJoint || !mesh || mesh->type != MFn::kMesh || vertices.size() != weights.size())
+  if (!j || j->type != MFn::kJoint || !mesh || mesh->type != MFn::kMesh || vertices.size() != weights.size() ||
+      instance >= PathCount(mesh) || !mesh->mesh)
     return MObject();
+  const int vertexCount = static_cast<int>(mesh->mesh->points.size() / 3);
+  for (int v : vertices)
+    if (v < 0 || v >= vertexCount)
+      return MObject();
   standin::Node* cluster = standin::NewNode("jointCluster", "jointCluster1");
   standin::Node* set = standin::NewNode("objectSet", cluster->name + "Set");
   Connect(j, PlugKey{j->FindAttribute("worldMatrix"), {0}}, cluster, PlugKey{cluster->FindAttribute("matrix"), {}});
   auto component = std::make_shared<ComponentData>(MFn::kMeshVertComponent);
   component->elements = vertices;
-  AddSetMember(set, mesh, 0, component);
+  AddSetMember(set, mesh, instance, component);
   cluster->deformerSet = set;
   cluster->clusterWeights[0] = weights;
   return MObject(cluster);

@@ -14,7 +14,9 @@
 #include <maya/MFnDagNode.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFnMesh.h>
+#include <maya/MFloatArray.h>
 #include <maya/MFnSkinCluster.h>
+#include <maya/MFnWeightGeometryFilter.h>
 #include <maya/MGlobal.h>
 #include <maya/MItDependencyNodes.h>
 #include <maya/MPlug.h>
@@ -268,6 +270,28 @@ std::string SkinnedStrip(float firstWeight = 1.0f)
                   "\"scenes\":[{\"nodes\":[0,1]}],\"scene\":0");
 }
 
+// The strip's skeleton with a hat: a mesh of its own hanging below j1, without a skin.
+std::string StripWithHat()
+{
+    GltfWriter w;
+    const int positions = w.AddFloats({0, 0, 0, 1, 0, 0, 1, 2, 0, 0, 2, 0}, "VEC3");
+    const int indices = w.AddIndices({0, 1, 2, 0, 2, 3});
+    const int joints = w.AddJoints({0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0});
+    const int weights = w.AddFloats({1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0}, "VEC4");
+    const int inverseBinds =
+        w.AddFloats({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, -1, 0, 1},
+                    "MAT4");
+    const int hat = w.AddFloats({0, 0, 0, 1, 0, 0, 0, 1, 0}, "VEC3");
+    return w.Json("\"meshes\":[{\"primitives\":[{\"attributes\":{\"POSITION\":" + std::to_string(positions) +
+                  ",\"JOINTS_0\":" + std::to_string(joints) + ",\"WEIGHTS_0\":" + std::to_string(weights) +
+                  "},\"indices\":" + std::to_string(indices) + "}]},{\"primitives\":[{\"attributes\":{\"POSITION\":" +
+                  std::to_string(hat) + "}}]}],\"skins\":[{\"joints\":[1,2],\"inverseBindMatrices\":" +
+                  std::to_string(inverseBinds) +
+                  "}],\"nodes\":[{\"name\":\"strip\",\"mesh\":0,\"skin\":0},{\"name\":\"j0\",\"children\":[2]},"
+                  "{\"name\":\"j1\",\"translation\":[0,1,0],\"children\":[3]},{\"name\":\"hat\",\"mesh\":1}],"
+                  "\"scenes\":[{\"nodes\":[0,1]}],\"scene\":0");
+}
+
 MPointArray WorldPoints(const char* shape)
 {
     MPointArray points;
@@ -336,6 +360,26 @@ TEST(ImportGltfSkin, WeightsThatDoNotAddUpToOneAreNormalisedAndCounted)
     ASSERT_EQ(result.Warnings.size(), 1u);
     EXPECT_EQ(result.Warnings[0].Text, "Skin weights that did not add up to one were normalised");
     EXPECT_EQ(result.Warnings[0].Count, 1);
+}
+
+TEST(ImportGltfSkin, AMeshBelowAJointIsBoundRigidlyToItWithEveryVertexAtFullWeight)
+{
+    const ImportResult result = ImportGltf("skin_rigid", StripWithHat());
+    ASSERT_TRUE(result.Ok) << result.Error;
+    MItDependencyNodes clusters(MFn::kJointCluster);
+    ASSERT_FALSE(clusters.isDone());
+    const MFnWeightGeometryFilter cluster(clusters.thisNode());
+    MPlugArray sources;
+    ASSERT_TRUE(cluster.findPlug("matrix").connectedTo(sources, true, false));
+    EXPECT_EQ(sources[0].node(), standin::NodeByName("j1"));
+    MFloatArray weights;
+    ASSERT_TRUE(cluster.getWeights(standin::PathTo("hatShape"), MObject::kNullObj, weights));
+    ASSERT_EQ(weights.length(), 3u);
+    for (unsigned int i = 0; i < 3; ++i)
+        EXPECT_EQ(weights[i], 1.0f);
+    clusters.next();
+    EXPECT_TRUE(clusters.isDone());
+    EXPECT_NEAR(WorldPoints("hatShape")[1].y, 100.0, 1e-9);
 }
 
 } // namespace

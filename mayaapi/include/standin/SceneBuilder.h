@@ -87,9 +87,10 @@ bool SetKeys(const MObject& curve, const std::vector<KeySpec>& keys);
 // skinCluster: moves the shape's geometry to a new intermediate "<shape>Orig" and feeds it through a skin cluster
 // with the joints' current world matrices as bind matrices. weights: one row per vertex, one column per joint.
 MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const std::vector<std::vector<double>>& weights);
-// A rigid-skinning joint cluster that binds the listed vertices of the shape to the joint with the given weights.
+// A rigid-skinning joint cluster that binds the listed vertices of one instance of the shape to the joint with the
+// given weights.
 MObject BindRigid(const MObject& joint, const MObject& shape, const std::vector<int>& vertices,
-                  const std::vector<double>& weights);
+                  const std::vector<double>& weights, unsigned int instance = 0);
 // dagPose -bp -save: remembers the members' current transform values as their bind pose.
 MObject SaveBindPose(const std::vector<MObject>& members);
 
