@@ -3,9 +3,11 @@
 #include "base/Path.h"
 #include "base/TextUtil.h"
 #include "formats/CollisionMeshReader.h"
-#include "formats/ModelFileSummary.h"
+#include "formats/DescribeModel.h"
+#include "formats/LoadModel.h"
 #include "formats/StaticMeshReader.h"
 #include "formats/chunk/LastError.h"
+#include "model/VMModel.h"
 
 bool DescribeAssetFile(std::string_view path, std::string& text, VChunkStreamProvider* provider)
 {
@@ -25,10 +27,10 @@ bool DescribeAssetFile(std::string_view path, std::string& text, VChunkStreamPro
         return true;
     }
     if (EqualsNoCase(extension, ".model")) {
-        VModelFileSummary summary;
-        if (!ReadModelFileSummary(path, summary, provider))
+        VMModel model;
+        if (!LoadModel(model, path, provider))
             return false;
-        text = DescribeModelFile(summary);
+        text = DescribeModel(model);
         return true;
     }
     SetLastError(Format("Unknown asset file type '%s': expected .qmesh, .qcolmesh or .model", extension.c_str()));

@@ -101,11 +101,33 @@ bool ReadShaders(VChunkedFile& file, VMMaterial& material)
     return true;
 }
 
+// The oldest chunks give a specular level of 0 (none) to 8 (the strongest, tightest highlight)
+// instead of the two values: the multiplier rises linearly with it, the exponent doubles.
+void ApplySpecularLevel(uint8_t level, VMMaterial& material)
+{
+    material.SpecularLevel = std::min<uint8_t>(level, 8);
+    material.SpecularMultiplier = material.SpecularLevel / 8.0f;
+    material.SpecularExponent = material.SpecularLevel == 0 ? 0.0f : static_cast<float>(2 << material.SpecularLevel);
+}
+
+bool ReadIntegerAndSpecular(VChunkedFile& file, uint16_t version, VMMaterial& material)
+{
+    if (version >= 1)
+        return ReadValue(file, material.IntegerAttribute1) && ReadValue(file, material.SpecularMultiplier) &&
+               ReadValue(file, material.SpecularExponent);
+    uint8_t bytes[3];
+    if (file.Read(bytes, 3) != 3)
+        return false;
+    material.IntegerAttribute1 = bytes[0];
+    material.Kind = bytes[1];
+    ApplySpecularLevel(bytes[2], material);
+    return true;
+}
+
 bool ReadMaterialContent(VChunkedFile& file, uint16_t version, VMMaterial& material)
 {
     uint32_t flags = 0;
-    if (!ReadString(file, material.Name) || !ReadValue(file, flags) || !ReadValue(file, material.IntegerAttribute1) ||
-        !ReadValue(file, material.SpecularMultiplier) || !ReadValue(file, material.SpecularExponent))
+    if (!ReadString(file, material.Name) || !ReadValue(file, flags) || !ReadIntegerAndSpecular(file, version, material))
         return false;
     material.FlagWord = flags & ~BooleanFlags;
     material.DoubleSided = (flags & FlagDoubleSided) != 0;
@@ -130,10 +152,20 @@ bool ReadMaterialContent(VChunkedFile& file, uint16_t version, VMMaterial& mater
                 return false;
         }
     }
-    return ReadString(file, material.UserData) && ReadValue(file, material.IntegerAttribute2) &&
-           ReadColour(file, material.AmbientColour) && ReadValue(file, material.IntegerAttribute3) &&
-           ReadColour(file, material.SecondColour) && ReadValue(file, material.ParallaxScale) &&
-           ReadValue(file, material.ParallaxBias) && ReadShaders(file, material);
+    if (version == 0) {
+        // Stored in percent.
+        float percent = 0.0f;
+        if (!ReadValue(file, percent))
+            return false;
+        material.FurtherValue = percent / 100.0f;
+    }
+    if (!ReadString(file, material.UserData) || !ReadValue(file, material.IntegerAttribute2) ||
+        !ReadColour(file, material.AmbientColour) || !ReadValue(file, material.IntegerAttribute3) ||
+        !ReadColour(file, material.SecondColour))
+        return false;
+    if (version >= 1 && (!ReadValue(file, material.ParallaxScale) || !ReadValue(file, material.ParallaxBias)))
+        return false;
+    return ReadShaders(file, material);
 }
 
 } // namespace
@@ -170,7 +202,7 @@ bool ReadMaterialChunk(VChunkedFile& file, VMMaterial& material)
         SetLastError("Material chunk is truncated", ChunkMTRL, file.GetPosition());
         return false;
     }
-    if (version < 1 || version > MaterialChunkVersion) {
+    if (version > MaterialChunkVersion) {
         SetLastError(Format("Material chunk version %u is not supported", version), ChunkMTRL, file.GetPosition());
         return false;
     }

@@ -19,8 +19,11 @@ inline constexpr uint16_t MaterialChunkVersion = 2;
 // Writes the whole chunk, start and end tag included. False once the chunk file has failed.
 bool WriteMaterialChunk(VChunkedFile& file, const VMMaterial& material);
 
-// Reads the content of an open MTRL chunk (versions 1 and 2; version 1 has no further
-// textures) into material; the caller ends the chunk. The shader assignments are read back
+// Reads the content of an open MTRL chunk (versions 0 to 2) into material; the caller ends the
+// chunk. Version 1 has no further textures; version 0 neither, and instead of integer 1 and the
+// specular values it has three bytes (integer 1, the kind, a specular level 0..8 from which the
+// specular values follow), a further value in percent after the three texture names, and no
+// parallax values. The shader assignments are read back
 // with their parameter string as one parameter named "paramstring". False on a damaged or
 // unsupported chunk, with the last-error text set.
 bool ReadMaterialChunk(VChunkedFile& file, VMMaterial& material);

@@ -2,10 +2,10 @@
 
 #include "base/TextUtil.h"
 #include "formats/ChunkReading.h"
+#include "formats/DescribeText.h"
 #include "formats/MaterialChunk.h"
 #include "formats/MeshBuffer.h"
 #include "formats/StaticMeshChunks.h"
-#include "formats/TransparencyModes.h"
 #include "formats/chunk/LastError.h"
 #include "formats/chunk/VChunkedFile.h"
 
@@ -235,11 +235,6 @@ private:
     VStaticMeshFile& m_mesh;
 };
 
-std::string Point(const float (&p)[3])
-{
-    return Format("(%g, %g, %g)", static_cast<double>(p[0]), static_cast<double>(p[1]), static_cast<double>(p[2]));
-}
-
 std::string Components(const VStaticMeshFile& mesh)
 {
     std::string text = "position, normal, uv";
@@ -249,16 +244,6 @@ std::string Components(const VStaticMeshFile& mesh)
         text += ", tangent";
     if (mesh.HasComponent(DescriptorColour))
         text += ", colour";
-    return text;
-}
-
-std::string DescribeMaterial(size_t number, const VMMaterial& material)
-{
-    const char* transparency = TransparencyModeName(material.Transparency);
-    std::string text = Format("  %zu \"%s\": diffuse \"%s\", transparency %s, %zu shader(s)\n", number,
-                              material.Name.c_str(), material.DiffuseTexture.c_str(),
-                              transparency ? transparency : Format("%u", material.Transparency).c_str(),
-                              material.ShaderAssignments.size());
     return text;
 }
 
@@ -279,7 +264,7 @@ std::string DescribeStaticMesh(const VStaticMeshFile& mesh)
     text += Format("\nVertices: %zu (stride %u: %s)\n", mesh.Vertices.size(),
                    static_cast<unsigned>(mesh.DescriptorWords[DescriptorStride]), Components(mesh).c_str());
     text += Format("Indices: %zu (%d-bit), triangles %d\n", mesh.Indices.size(), mesh.IndexWidth, mesh.TriangleCount);
-    text += "Bounds: " + Point(mesh.Bounds.Min) + " - " + Point(mesh.Bounds.Max) + "\n";
+    text += "Bounds: " + DescribePoint(mesh.Bounds.Min) + " - " + DescribePoint(mesh.Bounds.Max) + "\n";
     text += Format("Materials: %zu\n", mesh.Materials.size());
     for (size_t i = 0; i < mesh.Materials.size(); ++i)
         text += DescribeMaterial(i, *mesh.Materials[i]);
@@ -292,7 +277,7 @@ std::string DescribeStaticMesh(const VStaticMeshFile& mesh)
                        s.ShadowFirstIndex, s.ShadowIndexCount, s.ShadowFirstVertex, s.ShadowVertexCount);
         if (i < mesh.Groups.size())
             text += Format(", group %d", mesh.Groups[i]);
-        text += ", box " + Point(s.Box.Min) + " - " + Point(s.Box.Max) + "\n";
+        text += ", box " + DescribePoint(s.Box.Min) + " - " + DescribePoint(s.Box.Max) + "\n";
     }
     return text;
 }

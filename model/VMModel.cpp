@@ -13,6 +13,7 @@ void VMModel::Clear()
     BoneAnimations.Clear();
     VertexAnimations.Clear();
     Skeleton.reset();
+    BoneMasks.clear();
     Vertices.Clear();
     ClearMeshBase();
     Box.Reset();

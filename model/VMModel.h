@@ -10,7 +10,17 @@
 #include "model/VMSkeleton.h"
 #include "model/VMSkinVertex.h"
 
+#include <cstdint>
 #include <memory>
+#include <string>
+#include <vector>
+
+// A named selection of bones, one value per bone in skeleton order (which bones an animation
+// layer drives).
+struct VMBoneMask {
+    std::string Name;
+    std::vector<uint32_t> Values;
+};
 
 class VMModel : public VMMeshBase {
 public:
@@ -22,6 +32,7 @@ public:
     VMOwnedList<VMAnimation> BoneAnimations;
     VMOwnedList<VMAnimation> VertexAnimations;
     std::unique_ptr<VMSkeleton> Skeleton;
+    std::vector<VMBoneMask> BoneMasks;
     VMBoundingBox Box;
     VMBoundingBox CollisionBox;
     float VisibilityRadius = 0.0f;

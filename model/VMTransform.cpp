@@ -60,8 +60,78 @@ bool Invert(const VMTransform& transform, VMTransform& out)
             inverse.At(row, column) = static_cast<float>(cofactor[column][row] / determinant);
     float translation[3];
     inverse.TransformDirection(transform.Translation(), translation);
+    // 0 - t rather than -t: an untranslated transform inverts to +0, not -0, as files show it.
     for (int axis = 0; axis < 3; ++axis)
-        inverse.Translation()[axis] = -translation[axis];
+        inverse.Translation()[axis] = 0.0f - translation[axis];
     out = inverse;
     return true;
+}
+
+void RotationToQuaternion(const VMTransform& transform, float quaternion[4])
+{
+    const auto m = [&](int row, int column) { return transform.At(row, column); };
+    float& x = quaternion[0];
+    float& y = quaternion[1];
+    float& z = quaternion[2];
+    float& w = quaternion[3];
+    const float trace = m(0, 0) + m(1, 1) + m(2, 2);
+    if (trace >= 0.0f) {
+        const float s = std::sqrt(trace + 1.0f);
+        w = 0.5f * s;
+        const float f = 0.5f / s;
+        x = (m(2, 1) - m(1, 2)) * f;
+        y = (m(0, 2) - m(2, 0)) * f;
+        z = (m(1, 0) - m(0, 1)) * f;
+    } else if (m(0, 0) >= m(1, 1) && m(0, 0) >= m(2, 2)) {
+        const float s = std::sqrt(m(0, 0) - m(1, 1) - m(2, 2) + 1.0f);
+        x = 0.5f * s;
+        const float f = 0.5f / s;
+        y = (m(0, 1) + m(1, 0)) * f;
+        z = (m(0, 2) + m(2, 0)) * f;
+        w = (m(2, 1) - m(1, 2)) * f;
+    } else if (m(1, 1) >= m(2, 2)) {
+        const float s = std::sqrt(m(1, 1) - m(0, 0) - m(2, 2) + 1.0f);
+        y = 0.5f * s;
+        const float f = 0.5f / s;
+        x = (m(0, 1) + m(1, 0)) * f;
+        z = (m(1, 2) + m(2, 1)) * f;
+        w = (m(0, 2) - m(2, 0)) * f;
+    } else {
+        const float s = std::sqrt(m(2, 2) - m(0, 0) - m(1, 1) + 1.0f);
+        z = 0.5f * s;
+        const float f = 0.5f / s;
+        x = (m(0, 2) + m(2, 0)) * f;
+        y = (m(1, 2) + m(2, 1)) * f;
+        w = (m(1, 0) - m(0, 1)) * f;
+    }
+    const float length = std::sqrt(x * x + y * y + z * z + w * w);
+    if (length > 0.0f) {
+        for (int i = 0; i < 4; ++i)
+            quaternion[i] /= length;
+    }
+}
+
+VMTransform TransformFromQuaternion(const float quaternion[4], const float translation[3])
+{
+    float x = quaternion[0], y = quaternion[1], z = quaternion[2], w = quaternion[3];
+    const float length = std::sqrt(x * x + y * y + z * z + w * w);
+    if (length > 0.0f) {
+        x /= length;
+        y /= length;
+        z /= length;
+        w /= length;
+    }
+    VMTransform result;
+    result.At(0, 0) = 1.0f - 2.0f * (y * y + z * z);
+    result.At(0, 1) = 2.0f * (x * y - z * w);
+    result.At(0, 2) = 2.0f * (x * z + y * w);
+    result.At(1, 0) = 2.0f * (x * y + z * w);
+    result.At(1, 1) = 1.0f - 2.0f * (x * x + z * z);
+    result.At(1, 2) = 2.0f * (y * z - x * w);
+    result.At(2, 0) = 2.0f * (x * z - y * w);
+    result.At(2, 1) = 2.0f * (y * z + x * w);
+    result.At(2, 2) = 1.0f - 2.0f * (x * x + y * y);
+    for (int axis = 0; axis < 3; ++axis)
+        result.Translation()[axis] = translation[axis];
+    return result;
 }

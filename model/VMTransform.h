@@ -21,3 +21,13 @@ VMTransform operator*(const VMTransform& a, const VMTransform& b);
 
 // False (and the identity in out) when the rotation part is singular.
 bool Invert(const VMTransform& transform, VMTransform& out);
+
+// The rotation part as a unit quaternion (x, y, z, w), by the trace method: w from the trace
+// when it is >= 0, else from the largest diagonal element; divided by its length when that is
+// above 0. The rotation part is expected to be orthonormal.
+void RotationToQuaternion(const VMTransform& transform, float quaternion[4]);
+
+// The transform that rotates by the quaternion (x, y, z, w; normalised first unless its length is
+// 0) and then moves by translation.
+VMTransform TransformFromQuaternion(const float quaternion[4], const float translation[3]);
+

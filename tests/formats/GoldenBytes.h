@@ -2,6 +2,8 @@
 // Golden files spelled out field by field: each call appends one little-endian field, so a test
 // reads as the layout it pins.
 
+#include "formats/StaticMeshChunks.h"
+
 #include <cstdint>
 #include <cstring>
 #include <initializer_list>
@@ -65,3 +67,24 @@ private:
 
     std::string m_bytes;
 };
+
+// The material chunk of a material with nothing but its name set, at the depth its file nests it.
+inline GoldenBytes DefaultMaterialChunk(const std::string& name, int32_t depth = 1)
+{
+    return GoldenBytes().Chunk(depth, ChunkMTRL, GoldenBytes()
+        .U16(2)                                   // version
+        .Str(name)
+        .U32(8)                                   // flags: the fourth flag defaults on
+        .I32(0)                                   // integer 1
+        .F32({0.0f, 0.0f})                        // specular multiplier, exponent
+        .U8({0, 0})                               // transparency, no-stripping byte
+        .Str("").Str("").Str("")                  // diffuse, specular map, normal map
+        .I32(0)                                   // further textures
+        .Str("")                                  // user data
+        .I32(0)                                   // integer 2
+        .U8({0, 0, 0, 0xFF})                      // colour 1
+        .I32(0)                                   // integer 3
+        .U8({0, 0, 0, 0xFF})                      // colour 2
+        .F32({-0.03f, -0.015f})                   // parallax scale, bias
+        .I32(0));                                 // shader assignments
+}

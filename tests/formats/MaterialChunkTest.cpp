@@ -137,6 +137,51 @@ TEST(MaterialChunkTest, HostileTextureCountIsRefusedBeforeAllocating)
     EXPECT_EQ(LastError().Text, "Material chunk 'x' is damaged");
 }
 
+VMMaterial ReadOlderChunk(const GoldenBytes& content)
+{
+    VMemoryStreamProvider streams;
+    streams.SetFile("m.bin", GoldenBytes().FileHeader().Chunk(0, ChunkMTRL, content).FileEnd().Str());
+    VChunkedFile in;
+    EXPECT_TRUE(in.Open("m.bin", &streams));
+    EXPECT_TRUE(in.OpenChunk(ChunkMTRL));
+    VMMaterial read;
+    EXPECT_TRUE(ReadMaterialChunk(in, read)) << LastError().Text;
+    EXPECT_TRUE(in.EndChunk());
+    return read;
+}
+
+TEST(MaterialChunkTest, OlderVersionsAreReadInTheirOwnLayout)
+{
+    const VMMaterial first = ReadOlderChunk(GoldenBytes()
+        .U16(0)                                           // version
+        .Str("hide")
+        .U32(0x100 | 1)                                   // flag word, double-sided
+        .U8({7, 2, 3})                                    // integer 1, kind, specular level
+        .U8({2, 1})                                       // transparency, no-stripping byte
+        .Str("hide.dds").Str("").Str("hide_n.dds")
+        .F32({25.0f})                                     // further value in percent
+        .Str("ud").U32(22).U8({10, 20, 30, 0xFF}).U32(33).U8({1, 2, 3, 0xFF})
+        .I32(0));                                         // no parallax values, no shaders
+    EXPECT_EQ(first.IntegerAttribute1, 7u);
+    EXPECT_EQ(first.Kind, 2u);
+    EXPECT_EQ(first.SpecularLevel, 3);
+    EXPECT_EQ(first.SpecularMultiplier, 3.0f / 8.0f);
+    EXPECT_EQ(first.SpecularExponent, 16.0f);
+    EXPECT_EQ(first.FurtherValue, 0.25f);
+    EXPECT_EQ(first.UserData, "ud");
+    EXPECT_EQ(first.SecondColour[2], 3u);
+    EXPECT_EQ(first.ParallaxScale, -0.03f);
+
+    const VMMaterial second = ReadOlderChunk(GoldenBytes()
+        .U16(1).Str("coat").U32(0).U32(11).F32({0.5f, 16.0f}).U8({0, 0})
+        .Str("coat.dds").Str("").Str("")                  // no further texture list
+        .Str("").U32(0).U8({0, 0, 0, 0xFF}).U32(0).U8({0, 0, 0, 0xFF})
+        .F32({0.25f, -0.125f}).I32(0));
+    EXPECT_EQ(second.SpecularExponent, 16.0f);
+    EXPECT_TRUE(second.FurtherTextures.empty());
+    EXPECT_EQ(second.ParallaxBias, -0.125f);
+}
+
 TEST(MaterialChunkTest, UnknownVersionIsRefused)
 {
     VMemoryStreamProvider streams;

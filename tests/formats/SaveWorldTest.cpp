@@ -41,27 +41,6 @@ protected:
     std::string m_console;
 };
 
-// The material chunk of a material with nothing but its name set.
-GoldenBytes DefaultMaterialChunk(const std::string& name)
-{
-    return GoldenBytes().Chunk(1, ChunkMTRL, GoldenBytes()
-        .U16(2)                                   // version
-        .Str(name)
-        .U32(8)                                   // flags: the fourth flag defaults on
-        .I32(0)                                   // integer 1
-        .F32({0.0f, 0.0f})                        // specular multiplier, exponent
-        .U8({0, 0})                               // transparency, no-stripping byte
-        .Str("").Str("").Str("")                  // diffuse, specular map, normal map
-        .I32(0)                                   // further textures
-        .Str("")                                  // user data
-        .I32(0)                                   // integer 2
-        .U8({0, 0, 0, 0xFF})                      // colour 1
-        .I32(0)                                   // integer 3
-        .U8({0, 0, 0, 0xFF})                      // colour 2
-        .F32({-0.03f, -0.015f})                   // parallax scale, bias
-        .I32(0));                                 // shader assignments
-}
-
 TEST_F(SaveWorldTest, OneTriangleWorldIsWrittenByteForByte)
 {
     //  C          A(0,0,1) B(1,0,1) C(0,1,1)

@@ -58,4 +58,44 @@ TEST(VMTransformTest, ASingularTransformHasNoInverse)
     EXPECT_TRUE(inverse.IsIdentity());
 }
 
+struct QuaternionCase {
+    const char* Name;
+    float Rotation[9];
+    float Quaternion[4];
+};
+
+class QuaternionTest : public testing::TestWithParam<QuaternionCase> {};
+
+// One rotation for each branch of the trace method, and back.
+TEST_P(QuaternionTest, TheTraceMethodGivesTheUnitQuaternionAndItsMatrixTheRotationAgain)
+{
+    const QuaternionCase& c = GetParam();
+    VMTransform rotation;
+    for (int i = 0; i < 9; ++i)
+        rotation.M[i] = c.Rotation[i];
+    float q[4];
+    RotationToQuaternion(rotation, q);
+    for (int i = 0; i < 4; ++i)
+        EXPECT_NEAR(q[i], c.Quaternion[i], 1e-6f) << i;
+
+    const float translation[3] = {1, 2, 3};
+    const VMTransform back = TransformFromQuaternion(q, translation);
+    for (int i = 0; i < 9; ++i)
+        EXPECT_NEAR(back.M[i], c.Rotation[i], 1e-6f) << i;
+    EXPECT_EQ(back.Translation()[2], 3.0f);
+}
+
+constexpr float Half = 0.70710678f;
+
+INSTANTIATE_TEST_SUITE_P(
+    Branches, QuaternionTest,
+    testing::Values(QuaternionCase {"TraceQuarterTurnAboutZ", {0, 1, 0, -1, 0, 0, 0, 0, 1}, {0, 0, Half, Half}},
+                    QuaternionCase {"LargestX", {1, 0, 0, 0, -1, 0, 0, 0, -1}, {1, 0, 0, 0}},
+                    QuaternionCase {"LargestY", {-1, 0, 0, 0, 1, 0, 0, 0, -1}, {0, 1, 0, 0}},
+                    QuaternionCase {"LargestZ", {-1, 0, 0, 0, -1, 0, 0, 0, 1}, {0, 0, 1, 0}},
+                    // A half turn about an axis between x and z, x the larger.
+                    QuaternionCase {"LargestXTilted", {Half, 0, Half, 0, -1, 0, Half, 0, -Half},
+                                    {0.9238795f, 0, 0.3826834f, 0}}),
+    [](const testing::TestParamInfo<QuaternionCase>& paramInfo) { return paramInfo.param.Name; });
+
 } // namespace
