@@ -444,6 +444,44 @@ MStatus MFnMesh::FaceFrames(int faceIndex, MFloatVectorArray& out, MSpace::Space
   return MS::kSuccess;
 }
 
+// Normal and tangent ids are face-vertex ids here: each corner keeps its own, which Maya's contract allows.
+MStatus MFnMesh::getNormals(MFloatVectorArray& normals, MSpace::Space space) const
+{
+  const auto mesh = standinMesh();
+  if (!mesh)
+    return MS::kFailure;
+  const std::vector<float>& values = mesh->FaceVertexNormals();
+  const MMatrix inverse = WorldMatrix(space).inverse();
+  normals.setLength(static_cast<unsigned int>(values.size() / 3));
+  for (unsigned int i = 0; i < normals.length(); ++i)
+    normals[i] = ToSpace(&values[static_cast<size_t>(i) * 3], inverse, true);
+  return MS::kSuccess;
+}
+
+MStatus MFnMesh::AllFrames(MFloatVectorArray& out, MSpace::Space space, const MString* uvSet, bool binormals) const
+{
+  const auto mesh = standinMesh();
+  const int set = mesh ? SetIndex(*mesh->topology, uvSet) : -1;
+  if (set < 0)
+    return MS::kInvalidParameter;
+  const std::vector<float>& frames = binormals ? mesh->Binormals(set) : mesh->Tangents(set);
+  const MMatrix world = WorldMatrix(space);
+  out.setLength(static_cast<unsigned int>(frames.size() / 3));
+  for (unsigned int i = 0; i < out.length(); ++i)
+    out[i] = ToSpace(&frames[static_cast<size_t>(i) * 3], world, false);
+  return MS::kSuccess;
+}
+
+MStatus MFnMesh::getTangents(MFloatVectorArray& tangents, MSpace::Space space, const MString* uvSet) const
+{
+  return AllFrames(tangents, space, uvSet, false);
+}
+
+MStatus MFnMesh::getBinormals(MFloatVectorArray& binormals, MSpace::Space space, const MString* uvSet) const
+{
+  return AllFrames(binormals, space, uvSet, true);
+}
+
 MStatus MFnMesh::getFaceVertexTangents(int faceIndex, MFloatVectorArray& tangents, MSpace::Space space,
                                        const MString* uvSet) const
 {

@@ -141,6 +141,21 @@ int MItMeshPolygon::vertexIndex(int vertex, MStatus* status) const
   return m_mesh->topology->faceVertices[static_cast<size_t>(CornerBegin() + vertex)];
 }
 
+int MItMeshPolygon::normalIndex(int localVertexIndex, MStatus* status) const
+{
+  if (!OnFace() || localVertexIndex < 0 || localVertexIndex >= static_cast<int>(polygonVertexCount())) {
+    SetStatus(status, MS::kInvalidParameter);
+    return -1;
+  }
+  SetStatus(status, MS::kSuccess);
+  return CornerBegin() + localVertexIndex;
+}
+
+int MItMeshPolygon::tangentIndex(int localVertexIndex, MStatus* status) const
+{
+  return normalIndex(localVertexIndex, status);
+}
+
 MStatus MItMeshPolygon::getVertices(MIntArray& vertices) const
 {
   const unsigned int n = polygonVertexCount();

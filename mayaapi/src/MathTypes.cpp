@@ -136,22 +136,3 @@ MFloatPoint::MFloatPoint(const MPoint& p)
 {
 }
 
-MMatrix MEulerRotation::asMatrix() const
-{
-  auto axis = [](int which, double angle) {
-    MMatrix m;
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
-    const int a = (which + 1) % 3;
-    const int b = (which + 2) % 3;
-    m(a, a) = c;
-    m(a, b) = s;
-    m(b, a) = -s;
-    m(b, b) = c;
-    return m;
-  };
-  static const int sequence[6][3] = {{0, 1, 2}, {1, 2, 0}, {2, 0, 1}, {0, 2, 1}, {1, 0, 2}, {2, 1, 0}};
-  const double angles[3] = {x, y, z};
-  const int* s = sequence[order >= kXYZ && order <= kZYX ? order : kXYZ];
-  return axis(s[0], angles[s[0]]) * axis(s[1], angles[s[1]]) * axis(s[2], angles[s[2]]);
-}

@@ -205,6 +205,38 @@ TEST_F(MeshTest, TangentsFollowUAndBinormalsFollowVAndFlipWithMirroredUVs)
   EXPECT_LT(handedness * MVector(binormals[1]), 0.0);
 }
 
+TEST_F(MeshTest, WholeMeshArraysAtTheCornersIdsMatchThePerFaceQueries)
+{
+  NewScene();
+  const MObject quads = CreateMesh("quadsShape", MObject(), TwoQuads());
+  ASSERT_TRUE(SetUVs(quads, UVSpec{"map1", {0, 1, 1, 0, 0, 0}, {0, 0, 1, 1, 0, 1}, {0, 1, 2, 3, 1, 4, 5, 2}}));
+  SetAttr("quads.rotate", 0.3, 0.5, 0.7);
+  SetAttr("quads.scale", 2.0, 1.0, 3.0);
+  const MDagPath path = PathTo("quadsShape");
+  MFnMesh fn(path);
+  MFloatVectorArray normals, tangents, binormals, faceNormals, faceTangents, faceBinormals;
+  ASSERT_TRUE(fn.getNormals(normals, MSpace::kWorld));
+  ASSERT_TRUE(fn.getTangents(tangents, MSpace::kWorld));
+  ASSERT_TRUE(fn.getBinormals(binormals, MSpace::kWorld));
+  for (MItMeshPolygon it(path); !it.isDone(); it.next()) {
+    const int face = static_cast<int>(it.index());
+    fn.getFaceVertexNormals(face, faceNormals, MSpace::kWorld);
+    fn.getFaceVertexTangents(face, faceTangents, MSpace::kWorld);
+    fn.getFaceVertexBinormals(face, faceBinormals, MSpace::kWorld);
+    for (int k = 0; k < 4; ++k) {
+      const unsigned int corner = static_cast<unsigned int>(k);
+      EXPECT_EQ(normals[static_cast<unsigned int>(it.normalIndex(k))], faceNormals[corner]);
+      EXPECT_EQ(tangents[static_cast<unsigned int>(it.tangentIndex(k))], faceTangents[corner]);
+      EXPECT_EQ(binormals[static_cast<unsigned int>(it.tangentIndex(k))], faceBinormals[corner]);
+    }
+  }
+  MStatus status;
+  MItMeshPolygon(path).normalIndex(4, &status);
+  EXPECT_FALSE(status);
+  const MString missing("missing");
+  EXPECT_FALSE(fn.getTangents(tangents, MSpace::kObject, &missing));
+}
+
 TEST_F(MeshTest, ComponentIteratorVisitsOnlyItsFacesAndCountsThem)
 {
   MFnSingleIndexedComponent faces;

@@ -61,6 +61,12 @@ public:
   MStatus getPolygonNormal(int polygonId, MVector& normal, MSpace::Space space = MSpace::kObject) const;
   MStatus getFaceVertexNormal(int faceIndex, int vertexId, MVector& normal, MSpace::Space space = MSpace::kObject) const;
   MStatus getFaceVertexNormals(int faceIndex, MFloatVectorArray& normals, MSpace::Space space = MSpace::kObject) const;
+  // Normals, tangents and binormals of the whole mesh, indexed by MItMeshPolygon::normalIndex and tangentIndex.
+  MStatus getNormals(MFloatVectorArray& normals, MSpace::Space space = MSpace::kObject) const;
+  MStatus getTangents(MFloatVectorArray& tangents, MSpace::Space space = MSpace::kObject,
+                      const MString* uvSet = nullptr) const;
+  MStatus getBinormals(MFloatVectorArray& binormals, MSpace::Space space = MSpace::kObject,
+                       const MString* uvSet = nullptr) const;
   MStatus getFaceVertexTangents(int faceIndex, MFloatVectorArray& tangents, MSpace::Space space = MSpace::kObject,
                                 const MString* uvSet = nullptr) const;
   MStatus getFaceVertexBinormals(int faceIndex, MFloatVectorArray& binormals, MSpace::Space space = MSpace::kObject,
@@ -75,6 +81,7 @@ public:
 
 private:
   MStatus FaceFrames(int faceIndex, MFloatVectorArray& out, MSpace::Space space, const MString* uvSet, bool binormals) const;
+  MStatus AllFrames(MFloatVectorArray& out, MSpace::Space space, const MString* uvSet, bool binormals) const;
   MMatrix WorldMatrix(MSpace::Space space) const;
 
   // The resolved mesh, kept while the scene is unchanged so that per-face queries do no graph lookups.

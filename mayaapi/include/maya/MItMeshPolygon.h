@@ -46,6 +46,9 @@ public:
   MStatus getNormal(MVector& normal, MSpace::Space space = MSpace::kObject) const;
   MStatus getNormal(unsigned int vertex, MVector& normal, MSpace::Space space = MSpace::kObject) const;
   MStatus getNormals(MVectorArray& normals, MSpace::Space space = MSpace::kObject) const;
+  // Where the corner's normal and tangent sit in MFnMesh::getNormals and getTangents.
+  int normalIndex(int localVertexIndex, MStatus* status = nullptr) const;
+  int tangentIndex(int localVertexIndex, MStatus* status = nullptr) const;
   MStatus numTriangles(int& triangleCount) const;
 
 private:
