@@ -12,9 +12,12 @@
 #include <maya/MFnDagNode.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFnLight.h>
+#include <maya/MDoubleArray.h>
+#include <maya/MFnMatrixData.h>
 #include <maya/MFnMesh.h>
 #include <maya/MFnSet.h>
 #include <maya/MFnSkinCluster.h>
+#include <maya/MFnWeightGeometryFilter.h>
 #include <maya/MItDag.h>
 #include <maya/MItDependencyNodes.h>
 #include <maya/MObjectArray.h>
@@ -26,6 +29,7 @@
 #include <maya/MColor.h>
 #include <maya/MTime.h>
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <vector>
@@ -189,6 +193,74 @@ void DescribeShading(std::string& text)
     }
 }
 
+// Per influence, the vertices it moves; and the most influences any one vertex has.
+struct SkinUse {
+    std::vector<unsigned int> Vertices;
+    unsigned int VertexCount = 0;
+    unsigned int MostPerVertex = 0;
+};
+
+SkinUse CountSkinUse(const MFnSkinCluster& skin, unsigned int influenceCount)
+{
+    SkinUse use;
+    use.Vertices.assign(influenceCount, 0);
+    for (unsigned int c = 0; c < skin.numOutputConnections(); ++c) {
+        MDagPath geometry;
+        if (!skin.getPathAtIndex(skin.indexForOutputConnection(c), geometry))
+            continue;
+        MFnSingleIndexedComponent fnComponent;
+        const MObject all = fnComponent.create(MFn::kMeshVertComponent);
+        fnComponent.setCompleteData(MFnMesh(geometry).numVertices());
+        MDoubleArray weights;
+        unsigned int count = 0;
+        if (!skin.getWeights(geometry, all, weights, count) || count != influenceCount || count == 0)
+            continue;
+        for (unsigned int v = 0; v < weights.length() / count; ++v) {
+            unsigned int used = 0;
+            for (unsigned int j = 0; j < count; ++j)
+                if (weights[v * count + j] > 0.0) {
+                    ++use.Vertices[j];
+                    ++used;
+                }
+            use.MostPerVertex = std::max(use.MostPerVertex, used);
+            ++use.VertexCount;
+        }
+    }
+    return use;
+}
+
+// Where the influence was when the skin was bound: the inverse of its "bindPreMatrix" entry.
+std::string BindPosition(const MFnSkinCluster& skin, const MDagPath& influence)
+{
+    MStatus status;
+    const unsigned int index = skin.indexForInfluenceObject(influence, &status);
+    MObject data;
+    if (!status || !skin.findPlug("bindPreMatrix").elementByLogicalIndex(index).getValue(data))
+        return "with no bind matrix";
+    const MMatrix bind = MFnMatrixData(data).matrix().inverse();
+    return "bound at (" + Number(bind(3, 0)) + ", " + Number(bind(3, 1)) + ", " + Number(bind(3, 2)) + ") cm";
+}
+
+void DescribeRigidSkins(std::string& text)
+{
+    for (MItDependencyNodes it(MFn::kJointCluster); !it.isDone(); it.next()) {
+        MFnWeightGeometryFilter cluster(it.thisNode());
+        MPlugArray sources;
+        cluster.findPlug("matrix").connectedTo(sources, true, false);
+        const std::string joint = sources.length() > 0 ? NameOf(sources[0].node()) : std::string("no joint");
+        MSelectionList members;
+        MFnSet(cluster.deformerSet()).getMembers(members, true);
+        for (unsigned int i = 0; i < members.length(); ++i) {
+            MDagPath path;
+            MObject component;
+            members.getDagPath(i, path, component);
+            text += Format("  %s binds %d vertices of %s rigidly to %s\n", cluster.name().asChar(),
+                           MFnSingleIndexedComponent(component).elementCount(), path.partialPathName().asChar(),
+                           joint.c_str());
+        }
+    }
+}
+
 void DescribeSkins(std::string& text)
 {
     text += "Skins:\n";
@@ -201,8 +273,14 @@ void DescribeSkins(std::string& text)
         std::string shapes;
         for (unsigned int i = 0; i < outputs.length(); ++i)
             shapes += (i ? ", " : "") + NameOf(outputs[i]);
-        text += Format("  %s on %s: %u influences\n", skin.name().asChar(), shapes.c_str(), count);
+        const SkinUse use = CountSkinUse(skin, count);
+        text += Format("  %s on %s: %u influences, %u vertices, at most %u influences a vertex\n", skin.name().asChar(),
+                       shapes.c_str(), count, use.VertexCount, use.MostPerVertex);
+        for (unsigned int j = 0; j < count; ++j)
+            text += Format("    %s: %s, moves %u vertices\n", influences[j].partialPathName().asChar(),
+                           BindPosition(skin, influences[j]).c_str(), use.Vertices[j]);
     }
+    DescribeRigidSkins(text);
 }
 
 void DescribeAnimation(const ImportResult& import, std::string& text)

@@ -112,6 +112,22 @@ TEST(InfoOnScene, ShowsCustomAttributesUnderTheirNode)
         << info.Out;
 }
 
+// The file's two joints were bound at (0.5, 1, 0) m; of its 10 vertices 8 follow each joint, never more than two
+// joints one vertex.
+TEST(InfoOnScene, ShowsEachSkinsInfluencesWithWhereTheyWereBoundAndWhatTheyMove)
+{
+    const std::filesystem::path scene = std::filesystem::path(KESTREL_SHARED_SCENES_DIR) / "gltf/SimpleSkin/SimpleSkin.gltf";
+    if (!std::filesystem::exists(scene))
+        GTEST_SKIP() << "shared scene not present: " << scene;
+    const Captured info = RunInfoOn(scene.string());
+    EXPECT_EQ(info.ExitCode, 0) << info.Err;
+    EXPECT_NE(info.Out.find("Skins:\n  skinCluster1 on nodes_0_Shape: 2 influences, 10 vertices, at most 2 influences a vertex\n"
+                            "    nodes_1_: bound at (50.000, 100.000, 0.000) cm, moves 8 vertices\n"
+                            "    nodes_2_: bound at (50.000, 100.000, 0.000) cm, moves 8 vertices\nAnimation:"),
+              std::string::npos)
+        << info.Out;
+}
+
 TEST(InfoFailures, ATruncatedSceneNamesTheFileAndTheReasonAndFails)
 {
     const std::string path = WriteFile("cut.gltf", "{\"asset\":{\"version\":\"2.0\"},\"nodes\":[");
