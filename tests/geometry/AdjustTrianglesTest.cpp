@@ -15,25 +15,20 @@ namespace {
 
 constexpr float Eps = 0.1f;
 
-TEST(AdjustTriangles, EmptyWorldSucceeds)
+TEST(AdjustTriangles, EmptyWorldSucceedsAndWorldsWithoutVerticesOrMaterialsFail)
 {
-    VMWorld world;
-    EXPECT_EQ(AdjustTriangles(world, Eps, 0.0f, true), 0);
-}
+    VMWorld empty;
+    EXPECT_EQ(AdjustTriangles(empty, Eps, 0.0f, true), 0);
 
-TEST(AdjustTriangles, PolygonsWithoutVerticesFail)
-{
-    VMWorld world;
-    AddMaterial(world);
-    world.Polygons.Add(VMWorld::NewPolygon().release());
-    EXPECT_EQ(AdjustTriangles(world, Eps, 0.0f, true), -1);
-}
+    VMWorld withoutVertices;
+    AddMaterial(withoutVertices);
+    withoutVertices.Polygons.Add(VMWorld::NewPolygon().release());
+    EXPECT_EQ(AdjustTriangles(withoutVertices, Eps, 0.0f, true), -1);
 
-TEST(AdjustTriangles, WorldWithoutMaterialFails)
-{
-    VMWorld world;
-    AddTriangle(world, AddVertex(world, 0, 0, 0), AddVertex(world, 1, 0, 0), AddVertex(world, 0, 1, 0), nullptr);
-    EXPECT_EQ(AdjustTriangles(world, Eps, 0.0f, true), -1);
+    VMWorld withoutMaterial;
+    AddTriangle(withoutMaterial, AddVertex(withoutMaterial, 0, 0, 0), AddVertex(withoutMaterial, 1, 0, 0),
+                AddVertex(withoutMaterial, 0, 1, 0), nullptr);
+    EXPECT_EQ(AdjustTriangles(withoutMaterial, Eps, 0.0f, true), -1);
 }
 
 TEST(AdjustTriangles, PolygonWithoutMaterialGetsTheFirstMaterial)

@@ -11,6 +11,8 @@
 #include "report/VIssueKind.h"
 #include "settings/FindProjectFile.h"
 
+#include <maya/MFnDependencyNode.h>
+
 #include <filesystem>
 #include <fstream>
 
@@ -56,6 +58,8 @@ protected:
         return NodeByName(name);
     }
 
+    static std::string Name(const MObject& node) { return MFnDependencyNode(node).name().asChar(); }
+
     VMMaterial* Material(const MObject& shader, uint8_t doubleSided = 0)
     {
         return LookupMaterial(State(), world, shader, doubleSided);
@@ -65,45 +69,25 @@ protected:
     VMWorld world;
 };
 
-TEST_F(ExportTextureTest, BlinnExponentFollowsEccentricity)
+// Exponent by shader kind: Blinn 128 below an eccentricity of 1/32, else 4 / eccentricity; Phong
+// four times the cosine power, PhongE four times the roughness, Lambert none. The multiplier is
+// the specular colour's average.
+TEST_F(ExportTextureTest, SpecularValuesFollowTheShaderKind)
 {
-    const MObject sharp = Shader("blinn", "sharp");
-    SetAttr("sharp.eccentricity", 0.0);
-    const MObject soft = Shader("blinn", "soft");
-    SetAttr("soft.eccentricity", 0.5);
-    const MObject edge = Shader("blinn", "edge");
-    SetAttr("edge.eccentricity", 0.03125);
-    EXPECT_FLOAT_EQ(Material(sharp)->SpecularExponent, 128.0f);
-    EXPECT_FLOAT_EQ(Material(soft)->SpecularExponent, 8.0f);
-    EXPECT_FLOAT_EQ(Material(edge)->SpecularExponent, 128.0f);
-}
-
-TEST_F(ExportTextureTest, PhongExponentIsFourTimesCosinePower)
-{
-    const MObject phong = Shader("phong", "shiny");
-    SetAttr("shiny.cosinePower", 20.0);
-    EXPECT_FLOAT_EQ(Material(phong)->SpecularExponent, 80.0f);
-}
-
-TEST_F(ExportTextureTest, PhongEExponentIsFourTimesRoughness)
-{
-    const MObject phongE = Shader("phongE", "rough");
-    SetAttr("rough.roughness", 0.25);
-    EXPECT_FLOAT_EQ(Material(phongE)->SpecularExponent, 1.0f);
-}
-
-TEST_F(ExportTextureTest, LambertHasNoSpecular)
-{
-    VMMaterial* material = Material(Shader("lambert", "matte"));
-    EXPECT_EQ(material->SpecularExponent, 0.0f);
-    EXPECT_EQ(material->SpecularMultiplier, 0.0f);
-}
-
-TEST_F(ExportTextureTest, SpecularMultiplierIsTheAverageOfTheSpecularColour)
-{
-    const MObject blinn = Shader("blinn", "tinted");
-    SetAttr("tinted.specularColor", 0.3, 0.6, 0.9);
-    EXPECT_FLOAT_EQ(Material(blinn)->SpecularMultiplier, 0.6f);
+    SetAttr(Name(Shader("blinn", "sharp")) + ".eccentricity", 0.0);
+    SetAttr(Name(Shader("blinn", "soft")) + ".eccentricity", 0.5);
+    SetAttr(Name(Shader("blinn", "edge")) + ".eccentricity", 0.03125);
+    SetAttr(Name(Shader("phong", "shiny")) + ".cosinePower", 20.0);
+    SetAttr(Name(Shader("phongE", "rough")) + ".roughness", 0.25);
+    SetAttr("soft.specularColor", 0.3, 0.6, 0.9);
+    const std::pair<const char*, float> exponents[] = {
+        {"sharp", 128.0f}, {"soft", 8.0f}, {"edge", 128.0f}, {"shiny", 80.0f}, {"rough", 1.0f}};
+    for (const auto& [shader, exponent] : exponents)
+        EXPECT_FLOAT_EQ(Material(NodeByName(shader))->SpecularExponent, exponent) << shader;
+    EXPECT_FLOAT_EQ(Material(NodeByName("soft"))->SpecularMultiplier, 0.6f);
+    const VMMaterial* matte = Material(Shader("lambert", "matte"));
+    EXPECT_EQ(matte->SpecularExponent, 0.0f);
+    EXPECT_EQ(matte->SpecularMultiplier, 0.0f);
 }
 
 TEST_F(ExportTextureTest, TexturedSpecularAttributesGiveFixedValuesAndTheSpecularMap)
