@@ -50,72 +50,38 @@ TEST_F(ExportOptions, SecondExportStartsFromTheStoredOptions)
     EXPECT_TRUE(Has("fresh.qcolmesh"));
 }
 
-TEST_F(ExportOptions, MeshFactorWithinTheToleranceOfOneDoesNotScale)
+// A cube 200 wide at Maya (100, 20, 50) enters the engine as (x, -z, y): x 100..300,
+// y -250..-50, z 20..220. Scaling is about the origin and only beyond 1 +- 0.00001; centring
+// moves the box centre (1) or its floor point (3) to the origin, or leaves the box (2).
+struct PlacementCase {
+    const char* Options;
+    float Min[3];
+    float Max[3];
+    bool Scaled;
+};
+
+class ExportPlacement : public ExportOptions, public ::testing::WithParamInterface<PlacementCase> {};
+
+TEST_P(ExportPlacement, ScalesAndCentresTheWorld)
 {
-    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-    SetOptions("// MeshFactor : 1.000005\r\n");
-
-    const VMBoundingBox box = ExportedBounds("near.qmesh");
-    EXPECT_FLOAT_EQ(box.Max[0], 100.0f);
-    EXPECT_FALSE(Log.Has("Scaling Mesh...\r\n"));
-}
-
-TEST_F(ExportOptions, MeshFactorBeyondTheToleranceScalesAboutTheOrigin)
-{
-    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-    SetOptions("// MeshFactor : 1.000020\r\n");
-
-    const VMBoundingBox box = ExportedBounds("far.qmesh");
-    EXPECT_FLOAT_EQ(box.Max[0], 100.002f);
-    EXPECT_TRUE(Log.Has("Scaling Mesh...\r\n"));
-}
-
-TEST_F(ExportOptions, MeshFactorTwoDoublesTheWorld)
-{
-    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-    SetOptions("// MeshFactor : 2.0\r\n");
-
-    const VMBoundingBox box = ExportedBounds("double.qmesh");
-    EXPECT_FLOAT_EQ(box.Max[0], 200.0f);
-}
-
-TEST_F(ExportOptions, CenterMethodOneMovesTheBoxCentreToTheOrigin)
-{
-    // Maya (x, y, z) enters the engine as (x, -z, y): the box spans engine x 100..300,
-    // y -250..-50, z 20..60.
     AssignMaterial(AddCube("box", 100, 20, 50, 200), "stone");
-    SetOptions("// CenterMethod : 1\r\n");
+    SetOptions(GetParam().Options);
 
-    const VMBoundingBox box = ExportedBounds("centre.qmesh");
+    const VMBoundingBox box = ExportedBounds("placed.qmesh");
     for (int axis = 0; axis < 3; ++axis) {
-        EXPECT_FLOAT_EQ(box.Min[axis], -100.0f) << axis;
-        EXPECT_FLOAT_EQ(box.Max[axis], 100.0f) << axis;
+        EXPECT_FLOAT_EQ(box.Min[axis], GetParam().Min[axis]) << axis;
+        EXPECT_FLOAT_EQ(box.Max[axis], GetParam().Max[axis]) << axis;
     }
+    EXPECT_EQ(Log.Has("Scaling Mesh...\r\n"), GetParam().Scaled);
 }
 
-TEST_F(ExportOptions, CenterMethodThreePutsTheFloorPointAtTheOrigin)
-{
-    AssignMaterial(AddCube("box", 100, 20, 50, 200), "stone");
-    SetOptions("// CenterMethod : 3\r\n");
-
-    const VMBoundingBox box = ExportedBounds("floor.qmesh");
-    EXPECT_FLOAT_EQ(box.Min[0], -100.0f);
-    EXPECT_FLOAT_EQ(box.Max[0], 100.0f);
-    EXPECT_FLOAT_EQ(box.Min[1], -100.0f);
-    EXPECT_FLOAT_EQ(box.Max[1], 100.0f);
-    EXPECT_FLOAT_EQ(box.Min[2], 0.0f);
-    EXPECT_FLOAT_EQ(box.Max[2], 200.0f);
-}
-
-TEST_F(ExportOptions, CenterMethodTwoLeavesTheWorldWhereItIs)
-{
-    AssignMaterial(AddCube("box", 100, 20, 50, 200), "stone");
-    SetOptions("// CenterMethod : 2\r\n");
-
-    const VMBoundingBox box = ExportedBounds("stay.qmesh");
-    EXPECT_FLOAT_EQ(box.Min[0], 100.0f);
-    EXPECT_FLOAT_EQ(box.Min[2], 20.0f);
-}
+INSTANTIATE_TEST_SUITE_P(ExportOptions, ExportPlacement, ::testing::Values(
+    PlacementCase {"// MeshFactor : 1.000005\r\n", {100, -250, 20}, {300, -50, 220}, false},
+    PlacementCase {"// MeshFactor : 1.000020\r\n", {100.002f, -250.005f, 20.0004f}, {300.006f, -50.001f, 220.0044f}, true},
+    PlacementCase {"// MeshFactor : 2.0\r\n", {200, -500, 40}, {600, -100, 440}, true},
+    PlacementCase {"// CenterMethod : 1\r\n", {-100, -100, -100}, {100, 100, 100}, false},
+    PlacementCase {"// CenterMethod : 3\r\n", {-100, -100, 0}, {100, 100, 200}, false},
+    PlacementCase {"// CenterMethod : 2\r\n", {100, -250, 20}, {300, -50, 220}, false}));
 
 TEST_F(ExportOptions, CenterMethodFourPutsTheWorldInTheFirstMeshsLocalSpace)
 {
