@@ -51,11 +51,4 @@ TEST(VMModelTest, ClearResetsTheModelForTheNextExport)
     EXPECT_EQ(model.VisibilityRadius, 0.0f);
 }
 
-TEST(VMModelTest, ANewModelHasInvertedBoxes)
-{
-    const VMModel model;
-    EXPECT_EQ(model.Box.Min[0], 1e8f);
-    EXPECT_EQ(model.CollisionBox.Max[2], -1e8f);
-}
-
 } // namespace

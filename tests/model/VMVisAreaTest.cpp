@@ -20,12 +20,6 @@ protected:
     VMVisArea* area = nullptr;
 };
 
-TEST_F(VMVisAreaTest, ANewAreaHasAnInvertedBox)
-{
-    EXPECT_EQ(area->Box.Min[1], 1e8f);
-    EXPECT_EQ(area->Box.Max[1], -1e8f);
-}
-
 TEST_F(VMVisAreaTest, AddingAPrimitiveTwiceListsItOnce)
 {
     EXPECT_EQ(area->AddPolygon(polygon), 0);

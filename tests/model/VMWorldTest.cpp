@@ -6,16 +6,6 @@
 
 namespace {
 
-TEST(VMWorldTest, ANewWorldIsEmptyWithInvertedBounds)
-{
-    const VMWorld world;
-    EXPECT_EQ(world.Vertices.Count(), 0);
-    EXPECT_EQ(world.Materials.Count(), 0);
-    EXPECT_EQ(world.Bounds.Min[0], 1e8f);
-    EXPECT_EQ(world.Bounds.Max[2], -1e8f);
-    EXPECT_EQ(world.LightGrid, nullptr);
-}
-
 TEST(VMWorldTest, EnumeratingAnEmptyWorldLeavesTheCornerTotalAtZero)
 {
     VMWorld world;
