@@ -15,6 +15,7 @@ class VMPatch;
 class VMHeightfield;
 struct VMVisPlane;
 struct VMVisPortal;
+struct VMVisAntiPortal;
 struct VMSubmesh;
 
 class VMVisArea {
@@ -29,6 +30,8 @@ public:
     // Owned by the world's plane list; the area refers to its six box planes.
     VPListT<VMVisPlane> Planes;
     VPListT<VMVisPortal> Portals;
+    // The anti-portals placed in the area; owned by the world's list.
+    VPListT<VMVisAntiPortal> AntiPortals;
     VPListT<VMVisArea> Neighbours;
     std::string Name;
     // Position in the world's vis-area list, valid after enumeration.

@@ -11,6 +11,11 @@ void VReport::AddIssue(uint32_t kind, std::string_view detail)
     m_issues.push_back(VReportIssue { kind, std::string(detail) });
 }
 
+void VReport::AddEntry(VReportEntry entry)
+{
+    m_readyEntries.push_back(std::move(entry));
+}
+
 void VReport::Finalize(int32_t minimumSeverity)
 {
     // Stable, so that the details of one kind keep the order in which they were raised.
@@ -35,6 +40,10 @@ void VReport::Finalize(int32_t minimumSeverity)
             m_entries.push_back(std::move(entry));
         run = next;
     }
+    for (VReportEntry& entry : m_readyEntries)
+        if (entry.Severity >= minimumSeverity)
+            m_entries.push_back(std::move(entry));
+    m_readyEntries.clear();
 }
 
 void VReport::ShowReportDialog(VReportView& view, std::string_view caption) const
@@ -54,4 +63,5 @@ void VReport::Clear()
 {
     m_entries.clear();
     m_issues.clear();
+    m_readyEntries.clear();
 }

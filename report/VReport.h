@@ -17,6 +17,10 @@ public:
 
     // Never stops the caller; an empty detail adds nothing to the entry's list.
     void AddIssue(uint32_t kind, std::string_view detail = {});
+    // An issue that brings its own title, explanation and detail rather than a numbered kind
+    // (the visibility builder's portal problems). Finalize keeps it after the numbered kinds,
+    // in raising order, when its severity reaches the minimum.
+    void AddEntry(VReportEntry entry);
 
     // Sorts the issues by kind and appends one entry per kind whose severity is at least
     // minimumSeverity. Calling it twice without Clear appends the entries twice.
@@ -43,4 +47,5 @@ protected:
 private:
     std::vector<VReportEntry> m_entries;
     std::vector<VReportIssue> m_issues;
+    std::vector<VReportEntry> m_readyEntries;
 };
