@@ -1,6 +1,6 @@
 #include "harvest/MaterialNameCheck.h"
 
-#include "model/VMModel.h"
+#include "model/VMMeshBase.h"
 #include "report/VIssueKind.h"
 #include "report/VReport.h"
 #include "settings/NoCaseLess.h"
@@ -32,14 +32,4 @@ int CheckDuplicateMaterialNames(const VMMeshBase& container, VReport& report)
         }
     }
     return result;
-}
-
-void RemoveMaterialsWithoutPolygons(VMModel& model)
-{
-    for (int i = 0; i < model.Materials.Count(); ++i) {
-        const VMMaterial* material = model.Materials[i];
-        if (material && material->UseCount == 0)
-            model.Materials.RemoveLeaveEmpty(i);
-    }
-    model.Materials.Compact();
 }

@@ -10,7 +10,7 @@
 namespace {
 
 template <class Container>
-int DropUnusedMaterials(Container& container)
+int DropUnused(Container& container)
 {
     std::vector<const VMMaterial*> dropped;
     for (int i = 0; i < container.Materials.Count(); ++i) {
@@ -62,7 +62,7 @@ int MergeEqualMaterials(Container& container)
 template <class Container>
 int CheckContainerMaterials(Container& container)
 {
-    const int dropped = DropUnusedMaterials(container);
+    const int dropped = DropUnused(container);
     return dropped + MergeEqualMaterials(container);
 }
 
@@ -76,4 +76,9 @@ int CheckMaterials(VMWorld& world)
 int CheckMaterials(VMModel& model)
 {
     return CheckContainerMaterials(model);
+}
+
+int DropUnusedMaterials(VMModel& model)
+{
+    return DropUnused(model);
 }

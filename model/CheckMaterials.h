@@ -9,3 +9,7 @@ class VMWorld;
 // Answers the number of materials removed.
 int CheckMaterials(VMWorld& world);
 int CheckMaterials(VMModel& model);
+
+// The first half alone: drops the materials that no face uses, clearing vertex links to them;
+// the others keep their order. Answers the number removed.
+int DropUnusedMaterials(VMModel& model);

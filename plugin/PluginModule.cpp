@@ -5,6 +5,7 @@
 #include "plugin/BatchOptionsDialog.h"
 #include "plugin/ExportSession.h"
 #include "plugin/VExportFormatQMesh.h"
+#include "plugin/VExportFormatVModel.h"
 #include "settings/ApplicationSettings.h"
 #include "settings/IniSettingsStore.h"
 #include "settings/PosixProcessLauncher.h"
@@ -24,6 +25,7 @@ struct Module {
     std::string InstallationFolder;
     ExportSession Session;
     VExportFormatQMesh QMesh {Session};
+    VExportFormatVModel Model {Session};
 
     IniSettingsStore DefaultStore {DefaultUserSettingsFilePath()};
     PosixProcessLauncher DefaultLauncher;
@@ -114,8 +116,11 @@ ExportSession& TheExportSession()
 
 VExportFormat* FindExportFormat(std::string_view name)
 {
-    VExportFormat& qmesh = TheModule().QMesh;
-    if (EqualsNoCase(name, qmesh.ShortName()))
-        return &qmesh;
+    // Each lookup name is its format's short name in another case.
+    VExportFormat* const formats[] = {&TheModule().QMesh, &TheModule().Model};
+    for (VExportFormat* format : formats) {
+        if (EqualsNoCase(name, format->ShortName()))
+            return format;
+    }
     return nullptr;
 }

@@ -17,6 +17,7 @@
 #include "model/Translate.h"
 #include "plugin/ApplyPlacement.h"
 #include "plugin/ExportSession.h"
+#include "plugin/PipelineSteps.h"
 #include "plugin/TotalTimeLine.h"
 #include "plugin/VExportLogger.h"
 #include "report/DebugFile.h"
@@ -29,9 +30,6 @@
 #include <memory>
 
 namespace {
-
-constexpr int MaxVerticesWithoutWarning = 65535;
-constexpr int GeometryOutOfMemory = -301;
 
 void CenterWorld(VMWorld& world, int centerMethod, const VExportState& state)
 {
@@ -51,19 +49,6 @@ void CenterWorld(VMWorld& world, int centerMethod, const VExportState& state)
     Translate(world, offset);
 }
 
-// A pass that ran out of memory leaves the world as far as it got, which is still exported; the
-// artist learns from the report that it is incomplete.
-void ReportPassResult(const char* pass, int result, VReport& report)
-{
-    if (result == GeometryOutOfMemory)
-        report.AddIssue(IssueOutOfMemory, pass);
-}
-
-bool NeedsScaling(float meshFactor)
-{
-    return meshFactor < 0.99999f || meshFactor > 1.00001f;
-}
-
 StripParams StripParamsFrom(const VExportOptions& options)
 {
     StripParams params;
@@ -73,20 +58,6 @@ StripParams StripParamsFrom(const VExportOptions& options)
     params.MaxStripLength = options.MaxStripLength;
     params.MinStripLength = options.MinStripLength;
     return params;
-}
-
-void FillHarvestParameters(ExportSession& session)
-{
-    HarvestParameters& parameters = session.Harvest.Parameters;
-    parameters.Options = session.Options;
-    parameters.FormatKind = session.FormatKind;
-    parameters.SelectionOnly = session.SelectionOnly;
-    parameters.UnitFactor = session.UnitFactor;
-    parameters.Textures.TextureDirectory = session.TextureDirectory;
-    parameters.Textures.ProjectDirectory = session.ProjectDirectory;
-    parameters.Textures.BaseDirectory = session.BaseDirectory;
-    parameters.Textures.TextureBehaviour = session.Options.TextureBehaviour;
-    parameters.Textures.ProjRelativeFilenames = session.Options.ProjRelativeFilenames;
 }
 
 // A failed computation leaves the world without visibility and the export goes on; a data folder

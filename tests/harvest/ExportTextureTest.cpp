@@ -6,6 +6,7 @@
 #include "harvest/MaterialLookup.h"
 #include "harvest/MaterialNameCheck.h"
 #include "harvest/PolygonStep.h"
+#include "model/CheckMaterials.h"
 #include "model/VMModel.h"
 #include "model/VMWorld.h"
 #include "report/VIssueKind.h"
@@ -346,7 +347,7 @@ TEST_F(ExportTextureTest, MaterialsWithoutPolygonsLeaveTheModelInOrder)
     LookupMaterial(State(), model, Shader("lambert", "unused"), 0);
     ASSERT_TRUE(ExportMesh(State(), PathTo("meshShape"), model, 0));
     ASSERT_EQ(model.Materials.Count(), 2);
-    RemoveMaterialsWithoutPolygons(model);
+    DropUnusedMaterials(model);
     ASSERT_EQ(model.Materials.Count(), 1);
     EXPECT_EQ(model.Materials[0]->Name, "used");
 }

@@ -3,7 +3,11 @@
 #include "kestrel/ExportCommand.h"
 
 #include "base/Path.h"
+#include "formats/LoadModel.h"
 #include "formats/StaticMeshReader.h"
+#include "formats/chunk/LastError.h"
+#include "model/VMModel.h"
+#include "model/Validate.h"
 #include "importers/ImportScene.h"
 
 #include <maya/MObject.h>
@@ -17,6 +21,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <random>
+#include <set>
 #include <string>
 
 using ::testing::HasSubstr;
@@ -245,6 +250,54 @@ TEST_F(ExportCommand, EveryStaticSceneOfTheSharedSetExports)
         ++exported;
     }
     EXPECT_GT(exported, 20);
+}
+
+TEST_F(ExportCommand, EverySharedSceneExportsAsAModelAndTheSkinnedOnesKeepTheirSkins)
+{
+    const std::filesystem::path scenes = KESTREL_SHARED_SCENES_DIR;
+    if (!std::filesystem::exists(scenes))
+        GTEST_SKIP() << "the shared scenes are not on this machine";
+
+    const SceneLoader import = [](const std::string& path, std::string& error) {
+        const ImportResult result = ImportScene(path);
+        error = result.Error;
+        return result.Ok;
+    };
+    std::set<std::string> skinned;
+    int exported = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(scenes)) {
+        const std::string scene = entry.path().string();
+        if (!entry.is_regular_file() || !CanImportScene(FromNativePath(scene)))
+            continue;
+        const std::string name = entry.path().stem().string();
+        ExportRequest request;
+        request.Scene = scene;
+        request.Target = Native("models/" + name + "/" + name + ".model").string();
+        request.Settings = {"ExportBones=TRUE"};
+        const int code = Run(request, import);
+        if (Err.find("cannot load") != std::string::npos)
+            continue;
+        SCOPED_TRACE(scene);
+        ASSERT_EQ(code, 0) << Err;
+        VMModel model;
+        ASSERT_TRUE(LoadModel(model, FromNativePath(request.Target))) << LastError().Text;
+        EXPECT_THAT(Validate(model), ::testing::IsEmpty());
+        if (model.Skeleton)
+            skinned.insert(name);
+        for (const VMSkinVertex* vertex : model.Vertices) {
+            if (!model.Skeleton)
+                break;
+            float sum = 0.0f;
+            for (uint32_t slot = 0; slot < vertex->InfluenceCount; ++slot)
+                sum += vertex->InfluenceWeights[slot];
+            ASSERT_NEAR(sum, 1.0f, 1e-4f) << "vertex " << vertex->Index;
+        }
+        ++exported;
+    }
+    EXPECT_GT(exported, 20);
+    for (const char* name : {"CesiumMan", "SimpleSkin", "Fox", "skin_2_influence", "maya_kenney_character_7700_binary"})
+        EXPECT_TRUE(skinned.count(name)) << name;
+    EXPECT_FALSE(skinned.count("box"));
 }
 
 } // namespace

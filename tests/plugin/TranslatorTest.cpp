@@ -26,7 +26,7 @@ std::vector<std::string> TranslatorNames()
 
 TEST_F(Translators, LoadingRegistersTheTranslatorsAndCommands)
 {
-    EXPECT_THAT(TranslatorNames(), ElementsAre("Zephra_Static_Mesh", "Tessor_Project"));
+    EXPECT_THAT(TranslatorNames(), ElementsAre("Zephra_Static_Mesh", "Zephra_Model_File", "Tessor_Project"));
     EXPECT_THAT(standin::RegisteredCommands(), ElementsAre("ZephraNodeProperties", "ZephraPrefab"));
 }
 
@@ -49,8 +49,9 @@ TEST_F(Translators, LoadingRecordsTheInstallationFolderRegisteredOrTheModulesOwn
     EXPECT_EQ(TheInstallationFolder(), "C:\\Zephra\\Kestrel");
 }
 
-TEST_F(Translators, StaticMeshTranslatorClaimsItsExtensionInAnyCase)
+TEST_F(Translators, EachTranslatorClaimsItsExtensionInAnyCase)
 {
+    EXPECT_THAT(standin::TranslatorsFor("/data/hero.MODEL"), ElementsAre("Zephra_Model_File"));
     EXPECT_THAT(standin::TranslatorsFor("/data/ROCK.qmesh"), ElementsAre("Zephra_Static_Mesh"));
     EXPECT_THAT(standin::TranslatorsFor("/data/rock.QMesh"), ElementsAre("Zephra_Static_Mesh"));
     EXPECT_TRUE(standin::TranslatorsFor("/data/rock.qmesh.bak").empty());

@@ -1,0 +1,36 @@
+#include "plugin/PipelineSteps.h"
+
+#include "plugin/ExportSession.h"
+#include "report/VIssueKind.h"
+#include "report/VReport.h"
+
+namespace {
+
+constexpr int GeometryOutOfMemory = -301;
+
+} // namespace
+
+void FillHarvestParameters(ExportSession& session)
+{
+    HarvestParameters& parameters = session.Harvest.Parameters;
+    parameters.Options = session.Options;
+    parameters.FormatKind = session.FormatKind;
+    parameters.SelectionOnly = session.SelectionOnly;
+    parameters.UnitFactor = session.UnitFactor;
+    parameters.Textures.TextureDirectory = session.TextureDirectory;
+    parameters.Textures.ProjectDirectory = session.ProjectDirectory;
+    parameters.Textures.BaseDirectory = session.BaseDirectory;
+    parameters.Textures.TextureBehaviour = session.Options.TextureBehaviour;
+    parameters.Textures.ProjRelativeFilenames = session.Options.ProjRelativeFilenames;
+}
+
+void ReportPassResult(const char* pass, int result, VReport& report)
+{
+    if (result == GeometryOutOfMemory)
+        report.AddIssue(IssueOutOfMemory, pass);
+}
+
+bool NeedsScaling(float meshFactor)
+{
+    return meshFactor < 0.99999f || meshFactor > 1.00001f;
+}
