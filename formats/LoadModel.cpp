@@ -112,6 +112,13 @@ private:
         return m_file.GetMode() == VChunkedFile::Mode::Reading;
     }
 
+    // A count, then that many records of recordBytes each, the count checked against the chunk first.
+    bool ReadRecords(int32_t recordBytes, int32_t& count, std::vector<uint8_t>& records)
+    {
+        return ReadChunkValue(m_file, count) && count >= 0 && count <= m_file.GetRemainingChunkBytes() / recordBytes &&
+               ReadChunkArray(m_file, static_cast<int64_t>(count) * recordBytes, records);
+    }
+
     int BoneCount() const { return m_model.Skeleton ? m_model.Skeleton->Bones.Count() : 0; }
 
     const char* ParseSkeleton()
@@ -261,11 +268,9 @@ private:
     const char* ParseTriangles()
     {
         int32_t count = 0;
-        if (!ReadChunkValue(m_file, count) || count < 0 || count > m_file.GetRemainingChunkBytes() / TriangleRecordBytes)
-            return "Triangle count exceeds the chunk";
         std::vector<uint8_t> records;
-        if (!ReadChunkArray(m_file, static_cast<int64_t>(count) * TriangleRecordBytes, records))
-            return "Truncated triangles";
+        if (!ReadRecords(TriangleRecordBytes, count, records))
+            return "Triangle count exceeds the chunk";
         const int32_t vertexCount = m_model.Vertices.Count();
         m_model.Faces.Reserve(count);
         for (int32_t i = 0; i < count; ++i) {
@@ -295,11 +300,9 @@ private:
         if (BoneCount() == 0)
             return nullptr;
         int32_t count = 0;
-        if (!ReadChunkValue(m_file, count) || count < 0 || count > m_file.GetRemainingChunkBytes() / WeightRecordBytes)
-            return "Weight count exceeds the chunk";
         std::vector<uint8_t> records;
-        if (!ReadChunkArray(m_file, static_cast<int64_t>(count) * WeightRecordBytes, records))
-            return "Truncated weights";
+        if (!ReadRecords(WeightRecordBytes, count, records))
+            return "Weight count exceeds the chunk";
         for (int32_t i = 0; i < count; ++i) {
             const uint8_t* record = records.data() + static_cast<size_t>(i) * WeightRecordBytes;
             int32_t vertex = 0;

@@ -1,6 +1,8 @@
 #include "plugin/PipelineSteps.h"
 
+#include "harvest/EngineTransform.h"
 #include "plugin/ExportSession.h"
+#include "plugin/VExportState.h"
 #include "report/VIssueKind.h"
 #include "report/VReport.h"
 
@@ -10,7 +12,7 @@ constexpr int GeometryOutOfMemory = -301;
 
 } // namespace
 
-void FillHarvestParameters(ExportSession& session)
+void StartHarvest(ExportSession& session)
 {
     HarvestParameters& parameters = session.Harvest.Parameters;
     parameters.Options = session.Options;
@@ -22,6 +24,16 @@ void FillHarvestParameters(ExportSession& session)
     parameters.Textures.BaseDirectory = session.BaseDirectory;
     parameters.Textures.TextureBehaviour = session.Options.TextureBehaviour;
     parameters.Textures.ProjRelativeFilenames = session.Options.ProjRelativeFilenames;
+    session.Harvest.Materials.Reset();
+    session.Harvest.MeshNodes.Reset(session.Harvest.Stats.MeshNodeCount);
+}
+
+void TakeRootPlacement(VExportState& state, int centerMethod, const MDagPath& root)
+{
+    if (centerMethod == 4 && root.isValid()) {
+        state.Placement = PlacementFromNode(root);
+        state.PlacementTaken = 1;
+    }
 }
 
 void ReportPassResult(const char* pass, int result, VReport& report)

@@ -8,7 +8,9 @@
 #include "plugin/VExportOptionsDialog.h"
 #include "report/DebugFile.h"
 #include "settings/ApplicationSettings.h"
+#include "settings/ExternalProgramServices.h"
 #include "settings/SettingsBlock.h"
+#include "settings/StartViewerProgram.h"
 #include "settings/TextureDirectory.h"
 #include "ui/VMessageBox.h"
 
@@ -130,4 +132,11 @@ void VExportFormat::DeleteCookedMeshes()
         if (!entry.IsDirectory && StartsWithNoCase(entry.Name, "cookedMesh"))
             DeleteFileAt(JoinPath(dataFolder, entry.Name));
     }
+}
+
+void VExportFormat::StartViewer(const std::string& program, const std::string& arguments) const
+{
+    const ExternalProgramServices services {TheSettingsStore(), TheProcessLauncher(), TheMessageBox()};
+    StartViewerProgram(services, program, arguments,
+                       ViewerTarget {m_session.TargetFile, m_session.TargetDirectory, m_session.ProjectDirectory});
 }

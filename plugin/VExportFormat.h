@@ -63,6 +63,8 @@ protected:
     virtual void Finish() {}
 
     ExportSession& Session() const { return m_session; }
+    // Starts the viewer program (an application setting) on the target with its arguments.
+    void StartViewer(const std::string& program, const std::string& arguments) const;
 
 private:
     Description m_description;

@@ -10,7 +10,6 @@
 #include "geometry/SkinEncoding.h"
 #include "geometry/SortModelPrimitives.h"
 #include "geometry/TessellateFaces.h"
-#include "harvest/EngineTransform.h"
 #include "harvest/EnterBindPose.h"
 #include "harvest/GetSkins.h"
 #include "harvest/HarvestState.h"
@@ -130,9 +129,7 @@ bool VExportFormatModel::Export()
     VReport& report = ModuleReport();
     VMModel& model = m_model;
 
-    FillHarvestParameters(session);
-    harvest.Materials.Reset();
-    harvest.MeshNodes.Reset(harvest.Stats.MeshNodeCount);
+    StartHarvest(session);
     LogPrint("Starting Model Export...\r\n");
 
     // Harvesting fills every vertex's tangent.
@@ -154,11 +151,7 @@ bool VExportFormatModel::Export()
     LogPrint("Mesh harvesting phase...\r\n");
     VExportState& state = GetExportState();
     state.Reset();
-    // A nested export of a prefab node is placed at that node.
-    if (options.CenterMethod == 4 && RootPath().isValid()) {
-        state.Placement = PlacementFromNode(RootPath());
-        state.PlacementTaken = 1;
-    }
+    TakeRootPlacement(state, options.CenterMethod, RootPath());
     state.Iterate(RootPath(), session.SelectionOnly, true);
 
     DebugPrint("GetMeshes started\r\n");

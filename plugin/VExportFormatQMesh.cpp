@@ -12,9 +12,7 @@
 #include "report/LogWindow.h"
 #include "report/VIssueKind.h"
 #include "settings/ApplicationSettings.h"
-#include "settings/ExternalProgramServices.h"
 #include "settings/SettingsFile.h"
-#include "settings/StartViewerProgram.h"
 
 namespace {
 
@@ -53,11 +51,7 @@ std::optional<std::string> VExportFormatQMesh::ReadSettingsFile(std::string_view
 
 void VExportFormatQMesh::LaunchViewer()
 {
-    const ApplicationSettings& settings = TheApplicationSettings();
-    const ExportSession& session = Session();
-    const ExternalProgramServices services {TheSettingsStore(), TheProcessLauncher(), TheMessageBox()};
-    StartViewerProgram(services, settings.MeshViewer, settings.MeshArgs,
-                       ViewerTarget {session.TargetFile, session.TargetDirectory, session.ProjectDirectory});
+    StartViewer(TheApplicationSettings().MeshViewer, TheApplicationSettings().MeshArgs);
 }
 
 bool VExportFormatQMesh::Save(VMWorld& world, const std::string& targetPath, const std::string& settingsText)

@@ -13,9 +13,7 @@
 #include "report/LogWindow.h"
 #include "report/VIssueKind.h"
 #include "settings/ApplicationSettings.h"
-#include "settings/ExternalProgramServices.h"
 #include "settings/SettingsFile.h"
-#include "settings/StartViewerProgram.h"
 #include "ui/VMessageBox.h"
 
 namespace {
@@ -64,11 +62,7 @@ std::optional<std::string> VExportFormatVModel::ReadSettingsFile(std::string_vie
 
 void VExportFormatVModel::LaunchViewer()
 {
-    const ApplicationSettings& settings = TheApplicationSettings();
-    const ExportSession& session = Session();
-    const ExternalProgramServices services {TheSettingsStore(), TheProcessLauncher(), TheMessageBox()};
-    StartViewerProgram(services, settings.ModelViewer, settings.ModelArgs,
-                       ViewerTarget {session.TargetFile, session.TargetDirectory, session.ProjectDirectory});
+    StartViewer(TheApplicationSettings().ModelViewer, TheApplicationSettings().ModelArgs);
 }
 
 bool VExportFormatVModel::Save(VMModel& model, const std::string& targetPath, const std::string& settingsText)

@@ -7,7 +7,6 @@
 #include "geometry/StripWorld.h"
 #include "geometry/TessellatePolygons.h"
 #include "geometry/visibility/VBVisBuilder.h"
-#include "harvest/EngineTransform.h"
 #include "harvest/HarvestState.h"
 #include "harvest/MaterialNameCheck.h"
 #include "model/CheckMaterials.h"
@@ -104,10 +103,7 @@ bool VExportFormatWorld::Export()
     VReport& report = ModuleReport();
     VExportLogger logger;
 
-    // Per-export harvesting helpers, the node table sized once by the precalculation.
-    FillHarvestParameters(session);
-    harvest.Materials.Reset();
-    harvest.MeshNodes.Reset(harvest.Stats.MeshNodeCount);
+    StartHarvest(session);
 
     LogPrint("*** ExportWorld started ***\r\n");
     const auto started = std::chrono::steady_clock::now();
@@ -126,11 +122,7 @@ bool VExportFormatWorld::Export()
     m_currentState = &state;
     state.Reset();
 
-    // A nested export of a prefab node is placed at that node.
-    if (options.CenterMethod == 4 && RootPath().isValid()) {
-        state.Placement = PlacementFromNode(RootPath());
-        state.PlacementTaken = 1;
-    }
+    TakeRootPlacement(state, options.CenterMethod, RootPath());
 
     state.Iterate(RootPath(), session.SelectionOnly, true);
 

@@ -20,9 +20,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <random>
 #include <set>
 #include <string>
+#include <vector>
 
 using ::testing::HasSubstr;
 
@@ -44,6 +46,14 @@ bool LoadTwoCubes(const std::string&, std::string&)
         standin::Assign(standin::CreateShader("lambert", name + "Stone"), shape);
     }
     return true;
+}
+
+// Loads through the importers, as the command line does.
+bool ImportFromFile(const std::string& path, std::string& error)
+{
+    const ImportResult result = ImportScene(path);
+    error = result.Error;
+    return result.Ok;
 }
 
 class ExportCommand : public ::testing::Test {
@@ -81,6 +91,31 @@ protected:
         return request;
     }
     std::filesystem::path Native(const std::string& relative) const { return m_folder / relative; }
+
+    // Exports every shared scene the importers take to shared/NAME/NAME.extension with the
+    // settings given and hands on those that loaded; answers how many did.
+    int ExportSharedScenes(const std::string& extension, const std::vector<std::string>& settings,
+                           const std::function<void(const std::string& name, const ExportRequest&, int code)>& check)
+    {
+        int exported = 0;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(KESTREL_SHARED_SCENES_DIR)) {
+            const std::string scene = entry.path().string();
+            if (!entry.is_regular_file() || !CanImportScene(FromNativePath(scene)))
+                continue;
+            const std::string name = entry.path().stem().string();
+            ExportRequest request;
+            request.Scene = scene;
+            request.Target = Native("shared/" + name + "/" + name + extension).string();
+            request.Settings = settings;
+            const int code = Run(request, ImportFromFile);
+            if (Err.find("cannot load") != std::string::npos)
+                continue;
+            SCOPED_TRACE(scene);
+            check(name, request, code);
+            ++exported;
+        }
+        return exported;
+    }
     int Triangles(const std::string& relative) const
     {
         VStaticMeshFile mesh;
@@ -207,12 +242,7 @@ TEST_F(ExportCommand, SharedTexturedSceneHasItsTextureCopiedBesideTheTarget)
     ExportRequest request;
     request.Scene = scene.string();
     request.Target = Native("city/building.qmesh").string();
-    const SceneLoader import = [](const std::string& path, std::string& error) {
-        const ImportResult result = ImportScene(path);
-        error = result.Error;
-        return result.Ok;
-    };
-    ASSERT_EQ(Run(request, import), 0) << Err;
+    ASSERT_EQ(Run(request, ImportFromFile), 0) << Err;
     EXPECT_TRUE(std::filesystem::exists(Native("city/Textures/colormap.png")));
     EXPECT_TRUE(std::filesystem::exists(Native("city/building.qcolmesh")));
     EXPECT_GT(Triangles("city/building.qmesh"), 0);
@@ -224,31 +254,14 @@ TEST_F(ExportCommand, EveryStaticSceneOfTheSharedSetExports)
     if (!std::filesystem::exists(scenes))
         GTEST_SKIP() << "the shared scenes are not on this machine";
 
-    const SceneLoader import = [](const std::string& path, std::string& error) {
-        const ImportResult result = ImportScene(path);
-        error = result.Error;
-        return result.Ok;
-    };
-    int exported = 0;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(scenes)) {
-        const std::string scene = entry.path().string();
-        if (!entry.is_regular_file() || !CanImportScene(FromNativePath(scene)))
-            continue;
-        ExportRequest request;
-        request.Scene = scene;
-        request.Target = Native("shared/" + entry.path().stem().string() + "/" + entry.path().stem().string() + ".qmesh").string();
-        const int code = Run(request, import);
-        if (Err.find("cannot load") != std::string::npos)
-            continue;
-        SCOPED_TRACE(scene);
+    const int exported = ExportSharedScenes(".qmesh", {}, [&](const std::string&, const ExportRequest& request, int code) {
         EXPECT_EQ(code, 0) << Err;
         const std::filesystem::path target = request.Target;
         EXPECT_TRUE(std::filesystem::exists(target));
         EXPECT_TRUE(std::filesystem::exists(target.string() + "_data/_config.Xportel"));
         EXPECT_TRUE(std::filesystem::exists(target.string() + "_data/materials.xml"));
         EXPECT_TRUE(std::filesystem::exists(target.string() + "_data/resources.xml"));
-        ++exported;
-    }
+    });
     EXPECT_GT(exported, 20);
 }
 
@@ -258,42 +271,23 @@ TEST_F(ExportCommand, EverySharedSceneExportsAsAModelAndTheSkinnedOnesKeepTheirS
     if (!std::filesystem::exists(scenes))
         GTEST_SKIP() << "the shared scenes are not on this machine";
 
-    const SceneLoader import = [](const std::string& path, std::string& error) {
-        const ImportResult result = ImportScene(path);
-        error = result.Error;
-        return result.Ok;
-    };
     std::set<std::string> skinned;
-    int exported = 0;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(scenes)) {
-        const std::string scene = entry.path().string();
-        if (!entry.is_regular_file() || !CanImportScene(FromNativePath(scene)))
-            continue;
-        const std::string name = entry.path().stem().string();
-        ExportRequest request;
-        request.Scene = scene;
-        request.Target = Native("models/" + name + "/" + name + ".model").string();
-        request.Settings = {"ExportBones=TRUE"};
-        const int code = Run(request, import);
-        if (Err.find("cannot load") != std::string::npos)
-            continue;
-        SCOPED_TRACE(scene);
+    const int exported = ExportSharedScenes(".model", {"ExportBones=TRUE"}, [&](const std::string& name,
+                                                                               const ExportRequest& request, int code) {
         ASSERT_EQ(code, 0) << Err;
         VMModel model;
         ASSERT_TRUE(LoadModel(model, FromNativePath(request.Target))) << LastError().Text;
         EXPECT_THAT(Validate(model), ::testing::IsEmpty());
-        if (model.Skeleton)
-            skinned.insert(name);
+        if (!model.Skeleton)
+            return;
+        skinned.insert(name);
         for (const VMSkinVertex* vertex : model.Vertices) {
-            if (!model.Skeleton)
-                break;
             float sum = 0.0f;
             for (uint32_t slot = 0; slot < vertex->InfluenceCount; ++slot)
                 sum += vertex->InfluenceWeights[slot];
             ASSERT_NEAR(sum, 1.0f, 1e-4f) << "vertex " << vertex->Index;
         }
-        ++exported;
-    }
+    });
     EXPECT_GT(exported, 20);
     for (const char* name : {"CesiumMan", "SimpleSkin", "Fox", "skin_2_influence", "maya_kenney_character_7700_binary"})
         EXPECT_TRUE(skinned.count(name)) << name;
