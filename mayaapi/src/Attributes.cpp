@@ -236,6 +236,7 @@ MFnData::Type MFnTypedAttribute::attrType(MStatus* status) const
   case AttrKind::Matrix: return MFnData::kMatrix;
   case AttrKind::Mesh: return MFnData::kMesh;
   case AttrKind::ComponentList: return MFnData::kComponentList;
+  case AttrKind::PointArray: return MFnData::kPointArray;
   default: return MFnData::kInvalid;
   }
 }

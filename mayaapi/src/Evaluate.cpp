@@ -1,6 +1,7 @@
 #include "SceneGraph.h"
 
 #include "NumberCast.h"
+#include "history/HistoryNode.h"
 
 #include <maya/MEulerRotation.h>
 #include <maya/MPoint.h>
@@ -21,12 +22,6 @@ struct DepthGuard {
   DepthGuard(const DepthGuard&) = delete;
   DepthGuard& operator=(const DepthGuard&) = delete;
 };
-
-double Number(Node* node, const char* attrName)
-{
-  Attribute* a = node->FindAttribute(attrName);
-  return a ? EvaluatePlug(node, PlugKey{a, {}}).number : 0.0;
-}
 
 MVector Triple(Node* node, const char* attrName)
 {
@@ -108,7 +103,7 @@ std::shared_ptr<Mesh> SkinnedMesh(Node* skin, unsigned int index)
     influence.push_back(geom * bind * world * geom.inverse());
   }
   const auto weights = skin->skinWeights.find(index);
-  const double envelope = Number(skin, "envelope");
+  const double envelope = EvaluateNumber(skin, "envelope");
   auto out = std::make_shared<Mesh>();
   out->topology = input->topology;
   out->points = input->points;
@@ -197,15 +192,15 @@ double PairBlendOutput(Node* node, const Attribute& out)
   const bool rotate = out.parent->name == "outRotate";
   const std::string axis = out.name.substr(out.name.size() - 1);
   const std::string input = rotate ? "inRotate" : "inTranslate";
-  const double first = Number(node, (input + axis + "1").c_str());
-  const double second = Number(node, (input + axis + "2").c_str());
+  const double first = EvaluateNumber(node, (input + axis + "1").c_str());
+  const double second = EvaluateNumber(node, (input + axis + "2").c_str());
   const std::string mode = rotate ? "rotateMode" : "translate" + axis + "Mode";
-  switch (static_cast<int>(Number(node, mode.c_str()))) {
+  switch (static_cast<int>(EvaluateNumber(node, mode.c_str()))) {
   case 1: return first;
   case 2: return second;
   default: break;
   }
-  const double weight = Number(node, "weight");
+  const double weight = EvaluateNumber(node, "weight");
   return first + (second - first) * weight;
 }
 
@@ -278,7 +273,7 @@ Value EvaluatePlug(Node* node, const PlugKey& key)
     return result;
   }
   if (node->type == MFn::kUnitConversion && name == "output") {
-    result.number = Number(node, "input") * Number(node, "conversionFactor");
+    result.number = EvaluateNumber(node, "input") * EvaluateNumber(node, "conversionFactor");
     return result;
   }
   if (node->type == MFn::kPairBlend && attr->parent && (attr->parent->name == "outTranslate" ||
@@ -286,16 +281,10 @@ Value EvaluatePlug(Node* node, const PlugKey& key)
     result.number = PairBlendOutput(node, *attr);
     return result;
   }
-  if (TypeHasFn(node->type, MFn::kGeometryFilt) && name == "outputGeometry") {
-    if (node->deformedCache && node->deformedGeneration == node->scene->generation && index == 0)
-      return result.data = MeshValue(node->deformedCache), result;
-    std::shared_ptr<Mesh> mesh = SkinnedMesh(node, index);
-    if (index == 0) {
-      node->deformedCache = mesh;
-      node->deformedGeneration = node->scene->generation;
-    }
-    return result.data = MeshValue(mesh), result;
-  }
+  if (IsHistoryOutput(node, key))
+    return result.data = MeshValue(HistoryOutput(node, index)), result;
+  if (TypeHasFn(node->type, MFn::kGeometryFilt) && name == "outputGeometry")
+    return result.data = MeshValue(CachedOutput(node, index, [&]() { return SkinnedMesh(node, index); })), result;
   if (node->type == MFn::kTime && name == "outTime") {
     result.number = node->scene->currentSeconds;
     return result;
@@ -305,6 +294,27 @@ Value EvaluatePlug(Node* node, const PlugKey& key)
   if (stored != node->values.end())
     return stored->second;
   return result;
+}
+
+double EvaluateNumber(Node* node, const char* attrName)
+{
+  Attribute* a = node->FindAttribute(attrName);
+  return a ? EvaluatePlug(node, PlugKey{a, {}}).number : 0.0;
+}
+
+std::shared_ptr<Mesh> CachedOutput(Node* node, unsigned int index, const std::function<std::shared_ptr<Mesh>()>& compute)
+{
+  if (node->outputGeneration != node->scene->generation) {
+    node->outputCache.clear();
+    node->evaluationProblem.clear();
+    node->outputGeneration = node->scene->generation;
+  }
+  const auto cached = node->outputCache.find(index);
+  if (cached != node->outputCache.end())
+    return cached->second;
+  std::shared_ptr<Mesh> mesh = compute();
+  node->outputCache[index] = mesh;
+  return mesh;
 }
 
 void SetNumber(Node* node, const PlugKey& key, double value)
@@ -323,7 +333,7 @@ MMatrix LocalMatrix(Node* node)
 {
   if (!node || (node->type != MFn::kTransform && node->type != MFn::kJoint))
     return MMatrix();
-  const auto order = static_cast<MEulerRotation::RotationOrder>(RotateOrderIndex(Number(node, "rotateOrder")));
+  const auto order = static_cast<MEulerRotation::RotationOrder>(RotateOrderIndex(EvaluateNumber(node, "rotateOrder")));
   const MMatrix r = MEulerRotation(Triple(node, "rotate"), order).asMatrix();
   const MMatrix ra = MEulerRotation(Triple(node, "rotateAxis")).asMatrix();
   const MMatrix s = Scaling(Triple(node, "scale"));
@@ -331,7 +341,7 @@ MMatrix LocalMatrix(Node* node)
   if (node->type == MFn::kJoint) {
     const MMatrix jo = MEulerRotation(Triple(node, "jointOrient")).asMatrix();
     MMatrix is;
-    if (Number(node, "segmentScaleCompensate") != 0.0) {
+    if (EvaluateNumber(node, "segmentScaleCompensate") != 0.0) {
       const MVector parentScale = Triple(node, "inverseScale");
       if (parentScale.x != 0.0 && parentScale.y != 0.0 && parentScale.z != 0.0)
         is = Scaling(MVector(1.0 / parentScale.x, 1.0 / parentScale.y, 1.0 / parentScale.z));
@@ -356,18 +366,44 @@ MMatrix PathMatrix(const std::vector<Node*>& path)
   return m;
 }
 
+// A mesh shape shows its input when inMesh is connected, else its own geometry (or, when its history gives
+// nothing, the geometry the file cached on it), and its pnts tweaks move the points of either, as Maya's mesh does.
 std::shared_ptr<Mesh> ShapeGeometry(Node* shape)
 {
   if (!shape || shape->type != MFn::kMesh)
     return nullptr;
   Attribute* inMesh = shape->FindAttribute("inMesh");
-  if (IncomingConnection(shape, PlugKey{inMesh, {}})) {
-    const Value v = EvaluatePlug(shape, PlugKey{inMesh, {}});
-    const auto* data = dynamic_cast<const MeshData*>(v.data.get());
-    if (data && data->mesh)
-      return data->mesh;
-  }
-  return shape->mesh;
+  const bool fed = IncomingConnection(shape, PlugKey{inMesh, {}}) != nullptr;
+  Attribute* pnts = shape->FindAttribute("pnts");
+  const auto tweaks = shape->elements.find(PlugKey{pnts, {}});
+  const bool tweaked = tweaks != shape->elements.end() && !tweaks->second.empty();
+  if (!fed && !tweaked)
+    return shape->mesh;
+  return CachedOutput(shape, 0, [&]() {
+    std::shared_ptr<Mesh> base = shape->mesh;
+    if (fed) {
+      EvaluateUpstream(shape);
+      const Value v = EvaluatePlug(shape, PlugKey{inMesh, {}});
+      const auto* data = dynamic_cast<const MeshData*>(v.data.get());
+      if (data && data->mesh)
+        base = data->mesh;
+    }
+    if (!tweaked)
+      return base;
+    auto moved = std::make_shared<Mesh>();
+    moved->topology = base->topology;
+    moved->points = base->points;
+    moved->groups = base->groups;
+    const size_t vertexCount = moved->points.size() / 3;
+    for (unsigned int v : tweaks->second) {
+      if (v >= vertexCount)
+        continue;
+      for (unsigned int c = 0; c < 3; ++c)
+        moved->points[v * 3 + c] = ClampTo<float>(
+            moved->points[v * 3 + c] + EvaluatePlug(shape, PlugKey{pnts->children[c], {v}}).number);
+    }
+    return moved;
+  });
 }
 
 // Hermite segments between keys with slopes from each key's tangent type; constant before the first key and after

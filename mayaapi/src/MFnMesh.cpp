@@ -1,6 +1,7 @@
 #include <maya/MFnMesh.h>
 
 #include "SceneGraph.h"
+#include "Sets.h"
 
 namespace {
 
@@ -514,9 +515,9 @@ MStatus MFnMesh::getConnectedSetsAndMembers(unsigned int instanceNumber, MObject
       sets.append(MObject(c.dstNode));
       comps.append(MObject());
     } else if (c.src.attribute->name == "objectGroups") {
-      const auto value = node->values.find(standin::PlugKey{node->FindAttribute("objectGrpCompList"), c.src.indices});
+      const std::shared_ptr<standin::ComponentData> faces = standin::GroupComponent(node, c.src);
       sets.append(MObject(c.dstNode));
-      comps.append(value == node->values.end() ? MObject() : MObject(value->second.data));
+      comps.append(faces ? MObject(std::shared_ptr<standin::Data>(faces)) : MObject());
     }
   }
   return MS::kSuccess;
@@ -542,7 +543,7 @@ MStatus MFnMesh::getConnectedShaders(unsigned int instanceNumber, MObjectArray& 
     if (slot == shaders.length())
       shaders.append(sets[i]);
     const auto* faces = dynamic_cast<const standin::ComponentData*>(comps[i].standinData());
-    if (!faces) {
+    if (!faces || faces->complete) {
       for (unsigned int f = 0; f < indices.length(); ++f)
         indices[f] = static_cast<int>(slot);
       continue;

@@ -20,7 +20,8 @@ MFn::Type MObject::apiType() const
   case standin::AttrKind::Matrix: return MFn::kMatrixAttribute;
   case standin::AttrKind::String:
   case standin::AttrKind::Mesh:
-  case standin::AttrKind::ComponentList: return MFn::kTypedAttribute;
+  case standin::AttrKind::ComponentList:
+  case standin::AttrKind::PointArray: return MFn::kTypedAttribute;
   case standin::AttrKind::Distance:
   case standin::AttrKind::Angle:
   case standin::AttrKind::Time: return MFn::kUnitAttribute;

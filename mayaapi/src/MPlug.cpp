@@ -58,7 +58,7 @@ std::string AttributePath(const PlugKey& key, bool longNames)
 bool NumericKind(AttrKind kind)
 {
   return kind != AttrKind::Message && kind != AttrKind::String && kind != AttrKind::Matrix && kind != AttrKind::Mesh &&
-         kind != AttrKind::ComponentList && kind != AttrKind::Compound;
+         kind != AttrKind::ComponentList && kind != AttrKind::PointArray && kind != AttrKind::Compound;
 }
 
 }
@@ -477,7 +477,8 @@ MStatus MPlug::setValue(const MObject& value)
       MPlug(m_node, PlugKey{a->children[i], m_key.indices}).setNumber(numbers->values[i]);
     return MS::kSuccess;
   }
-  if (a->kind != AttrKind::Matrix && a->kind != AttrKind::Mesh && a->kind != AttrKind::ComponentList)
+  if (a->kind != AttrKind::Matrix && a->kind != AttrKind::Mesh && a->kind != AttrKind::ComponentList &&
+      a->kind != AttrKind::PointArray)
     return MS::kInvalidParameter;
   m_node->values[m_key].data = value.standinDataRef();
   standin::RegisterElements(m_node, m_key);

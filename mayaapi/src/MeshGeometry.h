@@ -1,11 +1,14 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace standin {
+
+struct ComponentData;
 
 struct UVSet {
   std::string name;
@@ -37,6 +40,9 @@ struct MeshTopology {
 struct Mesh {
   std::shared_ptr<MeshTopology> topology = std::make_shared<MeshTopology>();
   std::vector<float> points;
+  // Component groups tagged by groupParts nodes in the mesh's history, by group id: the faces an objectGroups
+  // entry of the shape takes, the vertices a deformer works on.
+  std::map<int, std::shared_ptr<const ComponentData>> groups;
 
   const std::vector<float>& FaceNormals() const;
   const std::vector<float>& FaceVertexNormals() const;

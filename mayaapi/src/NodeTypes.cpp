@@ -1,5 +1,7 @@
 #include "SceneGraph.h"
 
+#include "history/HistoryNode.h"
+
 #include <cstring>
 #include <initializer_list>
 #include <numbers>
@@ -118,6 +120,10 @@ struct Builder {
     Dag();
     Add("inMesh", "i", K::Mesh);
     Add("outMesh", "o", K::Mesh);
+    Attribute* pnts = Compound("pnts", "pt", nullptr, true);
+    Add("pntx", "px", K::Float, 0.0, pnts);
+    Add("pnty", "py", K::Float, 0.0, pnts);
+    Add("pntz", "pz", K::Float, 0.0, pnts);
     Add("worldMesh", "w", K::Mesh, 0.0, nullptr, true);
     Add("castsShadows", "csh", K::Bool, 1.0);
     Add("receiveShadows", "rcsh", K::Bool, 1.0);
@@ -221,6 +227,7 @@ const TypeEntry kNodeTypes[] = {
     {"pairBlend", MFn::kPairBlend},
     {"skinCluster", MFn::kSkinClusterFilter}, {"jointCluster", MFn::kJointCluster}, {"dagPose", MFn::kDagPose},
     {"character", MFn::kCharacter}, {"time", MFn::kTime}, {"groupId", MFn::kGroupId},
+    {"unknown", MFn::kUnknown}, {"unknownDag", MFn::kUnknownDag},
 };
 
 }
@@ -232,7 +239,7 @@ bool BuildNodeType(Node& node)
     if (node.typeName == candidate.typeName)
       entry = &candidate;
   if (!entry)
-    return false;
+    return BuildHistoryNodeType(node);
   node.type = entry->type;
   node.dag = TypeHasFn(node.type, MFn::kDagNode);
   Builder b{node};
@@ -243,7 +250,8 @@ bool BuildNodeType(Node& node)
   case MFn::kMesh: b.Mesh(); node.mesh = std::make_shared<Mesh>(); break;
   case MFn::kNurbsSurface:
   case MFn::kNurbsCurve:
-  case MFn::kCamera: b.Dag(); break;
+  case MFn::kCamera:
+  case MFn::kUnknownDag: b.Dag(); break;
   case MFn::kAmbientLight:
   case MFn::kPointLight:
   case MFn::kSpotLight:
@@ -374,7 +382,8 @@ bool BuildNodeType(Node& node)
     b.Add("bindPose", "bp", K::Bool, 0.0);
     break;
   case MFn::kTime: b.Add("outTime", "o", K::Time); break;
-  case MFn::kGroupId: b.Add("groupId", "id", K::Int); break;
+  // Maya gives every groupId node an id of its own when it is made; shapes and groupParts match groups by it.
+  case MFn::kGroupId: b.Add("groupId", "id", K::Int, static_cast<double>(node.scene->nodes.size())); break;
   default: break;
   }
   return true;

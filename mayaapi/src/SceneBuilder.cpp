@@ -10,7 +10,27 @@
 namespace standin {
 namespace {
 
-bool ParsePlug(const std::string& text, Node*& node, PlugKey& key)
+bool IsUnknown(const Node* node) { return node->type == MFn::kUnknown || node->type == MFn::kUnknownDag; }
+
+// An attribute an unknown node takes when it is first named: a compound when more of the name follows, else of the
+// kind the value being set has.
+Attribute* AddUnknownAttribute(Node* node, const std::string& name, Attribute* parent, bool array, AttrKind kind)
+{
+  if (parent && parent->kind != AttrKind::Compound) {
+    if (!parent->children.empty() || node->values.count(PlugKey{parent, {}}))
+      return nullptr;
+    parent->kind = AttrKind::Compound;
+  }
+  auto a = std::make_unique<Attribute>();
+  a->name = name;
+  a->kind = kind;
+  a->array = array;
+  a->dynamic = true;
+  return node->AddAttribute(std::move(a), parent);
+}
+
+// "node.attr[i].child": the node and plug; on an unknown node, with `create`, missing attributes are made.
+bool ParsePlug(const std::string& text, Node*& node, PlugKey& key, const AttrKind* create = nullptr)
 {
   const size_t dot = text.find('.');
   if (dot == std::string::npos)
@@ -37,13 +57,68 @@ bool ParsePlug(const std::string& text, Node*& node, PlugKey& key)
       key.indices.push_back(static_cast<unsigned int>(index));
       segment.resize(bracket);
     }
-    key.attribute = node->FindAttribute(segment);
-    if (!key.attribute)
+    Attribute* found = node->FindAttribute(segment);
+    if (!found && create && IsUnknown(node) && !segment.empty())
+      found = AddUnknownAttribute(node, segment, key.attribute, bracket != std::string::npos,
+                                  end == text.size() ? *create : AttrKind::Compound);
+    if (!found)
       return false;
+    key.attribute = found;
     at = end + 1;
   }
   const unsigned int depth = key.attribute->ArrayDepth();
   return key.indices.size() == depth || key.indices.size() + 1 == depth;
+}
+
+MPlug WritablePlug(const std::string& nodeDotAttribute, AttrKind kind)
+{
+  standin::Node* node = nullptr;
+  PlugKey key;
+  if (!ParsePlug(nodeDotAttribute, node, key, &kind))
+    return MPlug();
+  return MPlug(node, key);
+}
+
+// One component as Maya names it: "f[3]", "vtx[0:7]", "e[*]".
+bool AddComponent(const std::string& text, std::shared_ptr<ComponentData>& list)
+{
+  const size_t open = text.find('[');
+  if (open == std::string::npos || text.back() != ']')
+    return false;
+  const std::string kind = text.substr(0, open);
+  const MFn::Type type = kind == "f" ? MFn::kMeshPolygonComponent
+                         : kind == "vtx" ? MFn::kMeshVertComponent
+                         : kind == "e" ? MFn::kMeshEdgeComponent
+                                       : MFn::kInvalid;
+  if (type == MFn::kInvalid || (list && list->type != type))
+    return false;
+  if (!list)
+    list = std::make_shared<ComponentData>(type);
+  const std::string range = text.substr(open + 1, text.size() - open - 2);
+  if (range == "*") {
+    list->complete = true;
+    return true;
+  }
+  const size_t colon = range.find(':');
+  char* stop = nullptr;
+  const long first = std::strtol(range.c_str(), &stop, 10);
+  if (stop == range.c_str() || (colon == std::string::npos ? *stop != '\0' : *stop != ':'))
+    return false;
+  long last = first;
+  if (colon != std::string::npos) {
+    const char* from = range.c_str() + colon + 1;
+    last = std::strtol(from, &stop, 10);
+    if (stop == from || *stop != '\0')
+      return false;
+  }
+  // A range is a count of elements the list will hold, so one that no mesh could have is refused.
+  constexpr long kMostElements = 1L << 28;
+  if (first < 0 || last < first || last - first >= kMostElements ||
+      list->elements.size() + static_cast<size_t>(last - first) >= static_cast<size_t>(kMostElements))
+    return false;
+  for (long i = first; i <= last; ++i)
+    list->elements.push_back(static_cast<int>(i));
+  return true;
 }
 
 Node* NodeOf(const MObject& object) { return object.standinNode(); }
@@ -79,6 +154,16 @@ MObject CreateNode(const std::string& type, const std::string& name, const MObje
   return MObject(node);
 }
 
+MObject CreateUnknownNode(const std::string& type, const std::string& name, const MObject& parent)
+{
+  if (type.empty())
+    return MObject();
+  MObject made = CreateNode(parent.isNull() ? "unknown" : "unknownDag", name.empty() ? type + "1" : name, parent);
+  if (standin::Node* node = NodeOf(made))
+    node->typeName = type;
+  return made;
+}
+
 MObject NodeByName(const std::string& name)
 {
   standin::Node* node = FindNodeByPath(name);
@@ -107,7 +192,7 @@ MPlug Plug(const std::string& nodeDotAttribute)
 
 bool SetAttr(const std::string& plug, double value)
 {
-  MPlug p = Plug(plug);
+  MPlug p = WritablePlug(plug, AttrKind::Double);
   return !p.isNull() && p.setValue(value);
 }
 
@@ -121,13 +206,13 @@ bool SetAttr(const std::string& plug, double x, double y, double z)
 
 bool SetAttr(const std::string& plug, const std::string& text)
 {
-  MPlug p = Plug(plug);
+  MPlug p = WritablePlug(plug, AttrKind::String);
   return !p.isNull() && p.setValue(MString(text.c_str()));
 }
 
 bool SetAttr(const std::string& plug, const MMatrix& matrix)
 {
-  MPlug p = Plug(plug);
+  MPlug p = WritablePlug(plug, AttrKind::Matrix);
   if (p.isNull() || p.standinKey().attribute->kind != AttrKind::Matrix || IsArrayPlug(p.standinKey()))
     return false;
   auto data = std::make_shared<MatrixData>();
@@ -135,10 +220,35 @@ bool SetAttr(const std::string& plug, const MMatrix& matrix)
   return static_cast<bool>(p.setValue(MObject(std::shared_ptr<Data>(data))));
 }
 
+bool SetComponents(const std::string& plug, const std::vector<std::string>& components)
+{
+  MPlug p = WritablePlug(plug, AttrKind::ComponentList);
+  if (p.isNull() || p.standinKey().attribute->kind != AttrKind::ComponentList || IsArrayPlug(p.standinKey()))
+    return false;
+  std::shared_ptr<ComponentData> list;
+  for (const std::string& component : components)
+    if (!AddComponent(component, list))
+      return false;
+  // An empty list still says which kind of element it holds none of; Maya writes it for emptied targets.
+  if (!list)
+    list = std::make_shared<ComponentData>(MFn::kMeshVertComponent);
+  return static_cast<bool>(p.setValue(MObject(std::shared_ptr<Data>(list))));
+}
+
+bool SetPoints(const std::string& plug, const std::vector<MPoint>& points)
+{
+  MPlug p = WritablePlug(plug, AttrKind::PointArray);
+  if (p.isNull() || p.standinKey().attribute->kind != AttrKind::PointArray || IsArrayPlug(p.standinKey()))
+    return false;
+  auto data = std::make_shared<PointArrayData>();
+  data->points = points;
+  return static_cast<bool>(p.setValue(MObject(std::shared_ptr<Data>(data))));
+}
+
 bool ConnectAttr(const std::string& source, const std::string& destination)
 {
-  MPlug src = Plug(source);
-  MPlug dst = Plug(destination);
+  MPlug src = WritablePlug(source, AttrKind::Message);
+  MPlug dst = WritablePlug(destination, AttrKind::Message);
   if (src.isNull() || dst.isNull() || IsArrayPlug(src.standinKey()) || IsArrayPlug(dst.standinKey()))
     return false;
   return Connect(src.standinNode(), src.standinKey(), dst.standinNode(), dst.standinKey());

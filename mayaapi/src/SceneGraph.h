@@ -5,11 +5,13 @@
 #include <maya/MDistance.h>
 #include <maya/MFn.h>
 #include <maya/MMatrix.h>
+#include <maya/MPoint.h>
 #include <maya/MSelectionList.h>
 #include <maya/MTime.h>
 #include <standin/PlugKey.h>
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -24,7 +26,7 @@ struct Node;
 struct Scene;
 
 enum class AttrKind { Message, Bool, Int, Short, Enum, Float, Double, Distance, Angle, Time, String, Matrix, Mesh,
-                      ComponentList, Compound };
+                      ComponentList, PointArray, Compound };
 
 struct Attribute {
   std::string name;
@@ -41,7 +43,8 @@ struct Attribute {
   Node* owner = nullptr;
 
   bool IsNumeric() const { return kind != AttrKind::Message && kind != AttrKind::String && kind != AttrKind::Matrix &&
-                                  kind != AttrKind::Mesh && kind != AttrKind::ComponentList && kind != AttrKind::Compound; }
+                                  kind != AttrKind::Mesh && kind != AttrKind::ComponentList &&
+                                  kind != AttrKind::PointArray && kind != AttrKind::Compound; }
   // A compound of two or three numbers (translate, color, uvCoord), read as one numeric data object.
   bool IsNumericCompound() const;
   // How many array attributes lie on the way from the top-level attribute down to this one, this one included.
@@ -76,11 +79,17 @@ struct StringData : Data {
   std::string text;
 };
 
-// A list of mesh elements (faces or vertices); complete means every element of the mesh.
+// A list of mesh elements (faces, edges or vertices); complete means every element of the mesh.
 struct ComponentData : Data {
   explicit ComponentData(MFn::Type t) : Data(t) {}
   std::vector<int> elements;
   bool complete = false;
+};
+
+// Points with their w, as Maya's pointArray data holds them (a blend shape target's offsets).
+struct PointArrayData : Data {
+  PointArrayData() : Data(MFn::kPointArrayData) {}
+  std::vector<MPoint> points;
 };
 
 struct Value {
@@ -152,8 +161,11 @@ struct Node {
   Node* deformerSet = nullptr;
   std::vector<PoseEntry> pose;
 
-  std::shared_ptr<Mesh> deformedCache;
-  std::uint64_t deformedGeneration = 0;
+  // Meshes computed for the node's output plugs by logical index, valid while the scene's generation holds.
+  std::map<unsigned int, std::shared_ptr<Mesh>> outputCache;
+  std::uint64_t outputGeneration = 0;
+  // Why the node's last evaluation gave no mesh; empty when it gave one.
+  std::string evaluationProblem;
 
   Attribute* FindAttribute(std::string_view attrName) const;
   Attribute* AddAttribute(std::unique_ptr<Attribute> attribute, Attribute* parent);
@@ -219,6 +231,9 @@ const char* TypeName(MFn::Type type);
 bool BuildNodeType(Node& node);
 
 Value EvaluatePlug(Node* node, const PlugKey& key);
+double EvaluateNumber(Node* node, const char* attrName);
+// The mesh a node computes for one output plug, computed at most once per scene generation.
+std::shared_ptr<Mesh> CachedOutput(Node* node, unsigned int index, const std::function<std::shared_ptr<Mesh>()>& compute);
 // Stores a number on a plug; on a driven plug the number holds until the time is next set.
 void SetNumber(Node* node, const PlugKey& key, double value);
 MMatrix LocalMatrix(Node* node);

@@ -19,13 +19,6 @@ bool IsMembership(const Connection& c)
   return into == "dagSetMembers" || into == "dnSetMembers";
 }
 
-std::shared_ptr<ComponentData> GroupComponent(const Node* member, const PlugKey& group)
-{
-  const Attribute* list = member->FindAttribute("objectGrpCompList");
-  const auto value = member->values.find(PlugKey{const_cast<Attribute*>(list), group.indices});
-  return value == member->values.end() ? nullptr : std::dynamic_pointer_cast<ComponentData>(value->second.data);
-}
-
 // The connection that makes (member, instance, component) a member of the set.
 Connection* MembershipOf(Node* set, Node* member, unsigned int instance, const ComponentData* component)
 {
@@ -65,6 +58,21 @@ void TakeFacesAway(Node* engine, Node* member, unsigned int instance, const Comp
   }
 }
 
+}
+
+std::shared_ptr<ComponentData> GroupComponent(const Node* member, const PlugKey& group)
+{
+  const Attribute* list = member->FindAttribute("objectGrpCompList");
+  const auto value = member->values.find(PlugKey{const_cast<Attribute*>(list), group.indices});
+  if (value != member->values.end())
+    return std::dynamic_pointer_cast<ComponentData>(value->second.data);
+  Node* shape = const_cast<Node*>(member);
+  const std::shared_ptr<Mesh> mesh = ShapeGeometry(shape);
+  Attribute* id = shape->FindAttribute("objectGroupId");
+  if (!mesh || !id)
+    return nullptr;
+  const auto found = mesh->groups.find(static_cast<int>(EvaluatePlug(shape, PlugKey{id, group.indices}).number));
+  return found == mesh->groups.end() ? nullptr : std::make_shared<ComponentData>(*found->second);
 }
 
 std::vector<SetMember> MembersOf(const Node* set)

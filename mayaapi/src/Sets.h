@@ -16,4 +16,8 @@ std::vector<SetMember> MembersOf(const Node* set);
 // shader.
 void AddSetMember(Node* set, Node* member, unsigned int instance, std::shared_ptr<ComponentData> component);
 
+// The components of one of a shape's "instObjGroups[i].objectGroups[k]": its "objectGrpCompList" as set, or, for a
+// shape with history, those of the group its geometry carries under the id in "objectGroupId" (a copy).
+std::shared_ptr<ComponentData> GroupComponent(const Node* member, const PlugKey& group);
+
 }

@@ -50,6 +50,10 @@ enum class AttrType { Bool, Int, Short, Float, Double, String, Enum };
 void NewScene();
 // createNode; a shape without a parent gets a new transform named after it, as Maya does. Empty on failure.
 MObject CreateNode(const std::string& type, const std::string& name, const MObject& parent = MObject::kNullObj);
+// createNode of a type the stand-in does not implement (a plug-in's node, a deformer it does not evaluate), kept
+// as Maya keeps a node whose plug-in is missing: it has the type's name, takes any attribute as it is set or
+// connected, and computes nothing, so a mesh whose history reaches it reads as empty (see HistoryProblems).
+MObject CreateUnknownNode(const std::string& type, const std::string& name, const MObject& parent = MObject::kNullObj);
 MObject NodeByName(const std::string& name);
 MDagPath PathTo(const std::string& fullOrShortName);
 // parent -add -shape: the shape or transform appears under one more parent (a new instance).
@@ -60,6 +64,10 @@ bool SetAttr(const std::string& plug, double value);
 bool SetAttr(const std::string& plug, double x, double y, double z);
 bool SetAttr(const std::string& plug, const std::string& text);
 bool SetAttr(const std::string& plug, const MMatrix& matrix);
+// setAttr -type componentList, the components as Maya names them ("f[0:3]", "vtx[*]", "e[12]"), all of one kind.
+bool SetComponents(const std::string& plug, const std::vector<std::string>& components);
+// setAttr -type pointArray.
+bool SetPoints(const std::string& plug, const std::vector<MPoint>& points);
 bool ConnectAttr(const std::string& source, const std::string& destination);
 // addAttr; enum fields are given by name in index order.
 bool AddAttr(const MObject& node, const std::string& longName, AttrType type, double defaultValue = 0.0,
@@ -93,6 +101,18 @@ MObject BindRigid(const MObject& joint, const MObject& shape, const std::vector<
                   const std::vector<double>& weights, unsigned int instance = 0);
 // dagPose -bp -save: remembers the members' current transform values as their bind pose.
 MObject SaveBindPose(const std::vector<MObject>& members);
+
+// A mesh shape whose construction history could not be evaluated at the current time: the node where evaluation
+// stopped, its type and why. `empty` when the shape reads as empty for it; otherwise it shows the geometry the file
+// stored on it.
+struct HistoryProblem {
+  std::string mesh;
+  std::string node;
+  std::string nodeType;
+  std::string reason;
+  bool empty = true;
+};
+std::vector<HistoryProblem> HistoryProblems();
 
 void Select(const std::vector<MDagPath>& paths);
 void SetInteractive(bool interactive);
