@@ -130,3 +130,18 @@ int VMVisArea::Unlink(VMPrimitive& primitive)
     primitive.Owners.RemoveItem(this);
     return RemovePrimitive(&primitive);
 }
+
+int VMVisArea::ReplacePolygon(VMPolygon& polygon, VMPolygon& replacement)
+{
+    const int index = m_polygons.Find(&polygon);
+    if (index < 0)
+        return -1;
+    if (m_polygons.Find(&replacement) >= 0) {
+        RemovePolygon(&polygon);
+    } else {
+        m_polygons.Set(index, &replacement);
+        replacement.Owners.Add(this);
+    }
+    polygon.Owners.RemoveItem(this);
+    return 0;
+}

@@ -70,6 +70,9 @@ public:
     // Both directions: the area lists the primitive and the primitive lists the area.
     int Link(VMPrimitive& primitive);
     int Unlink(VMPrimitive& primitive);
+    // Both directions: the replacement takes the polygon's place in the area's list and the
+    // polygon leaves the area. -1 when the area does not list the polygon.
+    int ReplacePolygon(VMPolygon& polygon, VMPolygon& replacement);
 
 private:
     VPListT<VMPolygon> m_polygons;
