@@ -1,0 +1,357 @@
+// The packing of Levy, Petitjean, Ray and Maillot, "Least Squares Conformal Maps for Automatic
+// Texture Atlas Generation" (SIGGRAPH 2002), section 5: charts are dropped one after the other,
+// largest first, onto the horizon of those already placed, each where it leaves the least empty
+// space beneath it. Charts are compared by their texel footprints, so that charts of any shape
+// interlock. The scale is then sought that fills the atlas.
+
+#include "geometry/lightmap/PackCharts.h"
+
+#include "geometry/lightmap/ChartFootprint.h"
+#include "geometry/lightmap/OrientChart.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <numeric>
+
+namespace {
+
+// The scale search stops when it is within this factor of the best scale that fits, or when
+// the atlas is this full in height.
+constexpr double ScaleTolerance = 1.01;
+constexpr double FullEnough = 0.97;
+constexpr int MaxAttempts = 16;
+// The first guess fills this share of the atlas with chart area.
+constexpr double FirstFill = 0.7;
+// A chart's columns are bounded in up to this many blocks before any place is tried exactly.
+constexpr int MaxBoundBlocks = 16;
+constexpr int MinBlockWidth = 8;
+
+// A chart's footprint turned by a quarter turns: per column, the lowest touched row and the
+// highest row that another chart's texels must stay above, gutter included.
+struct Profile {
+    int Width = 0;
+    int Height = 0;
+    std::vector<int> Bottom;
+    // Width + 2 * gutter entries, from gutter columns left of the chart on.
+    std::vector<int> Shadow;
+    int64_t BottomSum = 0;
+    // The columns in blocks of BlockWidth (the last block may be narrower) and the highest
+    // bottom of each, for a quick lower bound on where the chart comes to rest.
+    int BlockWidth = 1;
+    std::vector<int> BlockBottom;
+};
+
+struct Placement {
+    int Turn = 0;
+    int X = 0;
+    int Y = 0;
+};
+
+Profile Turned(const ChartFootprint& footprint, int turn, int gutter)
+{
+    const int w = footprint.Width;
+    const int h = footprint.Height;
+    Profile profile;
+    profile.Width = turn % 2 == 0 ? w : h;
+    profile.Height = turn % 2 == 0 ? h : w;
+    std::vector<int> top(static_cast<size_t>(profile.Width));
+    profile.Bottom.resize(static_cast<size_t>(profile.Width));
+    for (int x = 0; x < profile.Width; ++x) {
+        int low = 0;
+        int high = -1;
+        switch (turn) {
+        case 0:
+            low = footprint.ColumnLow[static_cast<size_t>(x)];
+            high = footprint.ColumnHigh[static_cast<size_t>(x)];
+            break;
+        case 1:
+            low = footprint.RowLow[static_cast<size_t>(h - 1 - x)];
+            high = footprint.RowHigh[static_cast<size_t>(h - 1 - x)];
+            break;
+        case 2:
+            low = h - 1 - footprint.ColumnHigh[static_cast<size_t>(w - 1 - x)];
+            high = h - 1 - footprint.ColumnLow[static_cast<size_t>(w - 1 - x)];
+            break;
+        default:
+            low = w - 1 - footprint.RowHigh[static_cast<size_t>(x)];
+            high = w - 1 - footprint.RowLow[static_cast<size_t>(x)];
+            break;
+        }
+        // A column that nothing touches constrains like a touched floor and raises nothing.
+        if (low > high) {
+            low = 0;
+            high = -1 - gutter - 1;
+        }
+        profile.Bottom[static_cast<size_t>(x)] = low;
+        top[static_cast<size_t>(x)] = high;
+    }
+    // A flat bottom is bounded exactly by one block; a shaped one needs more, but no fewer than
+    // a few columns each, as every block costs a pass over the atlas.
+    const auto [lowest, highest] = std::minmax_element(profile.Bottom.begin(), profile.Bottom.end());
+    const int blocks = *highest - *lowest <= 1 ? 1 : std::clamp(profile.Width / MinBlockWidth, 1, MaxBoundBlocks);
+    profile.BlockWidth = (profile.Width + blocks - 1) / blocks;
+    for (int x = 0; x < profile.Width; x += profile.BlockWidth) {
+        const auto first = profile.Bottom.begin() + x;
+        profile.BlockBottom.push_back(*std::max_element(first, first + std::min(profile.BlockWidth, profile.Width - x)));
+    }
+    profile.BottomSum = std::accumulate(profile.Bottom.begin(), profile.Bottom.end(), int64_t{0});
+    profile.Shadow.assign(static_cast<size_t>(profile.Width + 2 * gutter), std::numeric_limits<int>::min() / 2);
+    for (int x = 0; x < profile.Width; ++x) {
+        const int reach = top[static_cast<size_t>(x)] + gutter + 1;
+        for (int dx = 0; dx <= 2 * gutter; ++dx) {
+            int& shadow = profile.Shadow[static_cast<size_t>(x + dx)];
+            shadow = std::max(shadow, reach);
+        }
+    }
+    return profile;
+}
+
+// The charts placed so far: per column of the atlas's inner square, the lowest row where another
+// chart's texels may start.
+class Horizon {
+public:
+    explicit Horizon(int size)
+        : m_size(size)
+        , m_floor(static_cast<size_t>(size), 0)
+        , m_prefix(static_cast<size_t>(size) + 1, 0)
+    {
+    }
+
+    int Top() const { return m_top; }
+
+    // The best place for the profile, or false when it is wider than the atlas.
+    bool Best(const Profile& profile, int turn, Placement& best, double& bestScore)
+    {
+        const int w = profile.Width;
+        if (w > m_size)
+            return false;
+        const int positions = m_size - w + 1;
+        const int block = profile.BlockWidth;
+        const int blocks = static_cast<int>(profile.BlockBottom.size());
+        const int lastBlock = w - (blocks - 1) * block;
+        SlidingMaxima(block, m_blockMax);
+        const std::vector<int>& lastBlockMax = lastBlock == block ? m_blockMax : SlidingMaxima(lastBlock, m_lastBlockMax);
+        // First the place whose lower bound is least; then every place whose bound beats the
+        // best score so far.
+        int start = 0;
+        double startBound = std::numeric_limits<double>::infinity();
+        m_bounds.resize(static_cast<size_t>(positions));
+        for (int x = 0; x < positions; ++x) {
+            int y = 0;
+            for (int b = 0; b + 1 < blocks; ++b)
+                y = std::max(y, m_blockMax[static_cast<size_t>(x + b * block)] - profile.BlockBottom[static_cast<size_t>(b)]);
+            y = std::max(y, lastBlockMax[static_cast<size_t>(x + (blocks - 1) * block)] - profile.BlockBottom.back());
+            const double bound = Score(profile, x, y);
+            m_bounds[static_cast<size_t>(x)] = bound;
+            if (bound < startBound) {
+                startBound = bound;
+                start = x;
+            }
+        }
+        bool found = false;
+        const auto consider = [&](int x) {
+            const int y = Drop(profile, x);
+            const double score = Score(profile, x, y);
+            if (score < bestScore) {
+                bestScore = score;
+                best = {turn, x, y};
+                found = true;
+            }
+        };
+        consider(start);
+        for (int x = 0; x < positions; ++x) {
+            if (x != start && m_bounds[static_cast<size_t>(x)] < bestScore)
+                consider(x);
+        }
+        return found;
+    }
+
+    void Place(const Profile& profile, const Placement& at, int gutter)
+    {
+        for (int dx = 0; dx < static_cast<int>(profile.Shadow.size()); ++dx) {
+            const int x = at.X - gutter + dx;
+            if (x < 0 || x >= m_size)
+                continue;
+            int& floor = m_floor[static_cast<size_t>(x)];
+            floor = std::max(floor, at.Y + profile.Shadow[static_cast<size_t>(dx)]);
+        }
+        for (int x = 0; x < m_size; ++x)
+            m_prefix[static_cast<size_t>(x) + 1] = m_prefix[static_cast<size_t>(x)] + m_floor[static_cast<size_t>(x)];
+        m_top = std::max(m_top, at.Y + profile.Height);
+    }
+
+private:
+    // The lowest row at which the profile's bottom clears the horizon at column x.
+    int Drop(const Profile& profile, int x) const
+    {
+        int y = 0;
+        for (int c = 0; c < profile.Width; ++c)
+            y = std::max(y, m_floor[static_cast<size_t>(x + c)] - profile.Bottom[static_cast<size_t>(c)]);
+        return y;
+    }
+
+    // The empty texels left beneath the chart, plus a whole row of the atlas for every row the
+    // chart raises the packing's top by: growing the top wastes the atlas's full width later.
+    double Score(const Profile& profile, int x, int y) const
+    {
+        const int64_t under = m_prefix[static_cast<size_t>(x + profile.Width)] - m_prefix[static_cast<size_t>(x)];
+        const double waste = static_cast<double>(int64_t{y} * profile.Width + profile.BottomSum - under);
+        const int raise = std::max(0, y + profile.Height - m_top);
+        return waste + static_cast<double>(raise) * m_size;
+    }
+
+    // out[x] = the highest floor over columns x .. x + window - 1 (van Herk and Gil-Werman:
+    // maxima running forward and backward within blocks of the window's width).
+    const std::vector<int>& SlidingMaxima(int window, std::vector<int>& out)
+    {
+        const size_t n = static_cast<size_t>(m_size);
+        const size_t width = static_cast<size_t>(window);
+        m_forward.resize(n);
+        m_backward.resize(n);
+        for (size_t start = 0; start < n; start += width) {
+            const size_t end = std::min(start + width, n);
+            m_forward[start] = m_floor[start];
+            for (size_t x = start + 1; x < end; ++x)
+                m_forward[x] = std::max(m_forward[x - 1], m_floor[x]);
+            m_backward[end - 1] = m_floor[end - 1];
+            for (size_t x = end - 1; x-- > start;)
+                m_backward[x] = std::max(m_backward[x + 1], m_floor[x]);
+        }
+        out.resize(n - width + 1);
+        for (size_t x = 0; x + width <= n; ++x)
+            out[x] = std::max(m_backward[x], m_forward[x + width - 1]);
+        return out;
+    }
+
+    int m_size;
+    int m_top = 0;
+    std::vector<int> m_floor;
+    std::vector<int64_t> m_prefix;
+    std::vector<int> m_forward;
+    std::vector<int> m_backward;
+    std::vector<int> m_blockMax;
+    std::vector<int> m_lastBlockMax;
+    std::vector<double> m_bounds;
+};
+
+struct Layout {
+    std::vector<ChartFootprint> Footprints;
+    std::vector<Placement> Placements;
+    int Top = 0;
+};
+
+// Packs at one scale; false when some chart is wider than the atlas in every turn. Layout.Top
+// may exceed the inner size: the caller decides whether it fits.
+bool PackAtScale(const std::vector<Chart>& charts, double scale, int inner, int gutter, Layout& layout)
+{
+    const size_t count = charts.size();
+    layout.Footprints.resize(count);
+    for (size_t i = 0; i < count; ++i)
+        layout.Footprints[i] = RasterizeChart(charts[i], scale);
+    std::vector<size_t> order(count);
+    std::iota(order.begin(), order.end(), size_t{0});
+    // Tallest first, as a horizon packs best when the later charts fill in above the earlier.
+    std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) {
+        const ChartFootprint& fa = layout.Footprints[a];
+        const ChartFootprint& fb = layout.Footprints[b];
+        return int64_t{fa.Height} * fa.Width > int64_t{fb.Height} * fb.Width;
+    });
+
+    Horizon horizon(inner);
+    layout.Placements.assign(count, Placement{});
+    Profile turned[4];
+    for (size_t i : order) {
+        Placement best;
+        double bestScore = std::numeric_limits<double>::infinity();
+        bool placed = false;
+        for (int turn = 0; turn < 4; ++turn) {
+            turned[turn] = Turned(layout.Footprints[i], turn, gutter);
+            // A half turn that gives the same profile (a rectangle's) has nothing new to try.
+            if (turn >= 2 && turned[turn].Bottom == turned[turn - 2].Bottom && turned[turn].Shadow == turned[turn - 2].Shadow)
+                continue;
+            placed = horizon.Best(turned[turn], turn, best, bestScore) || placed;
+        }
+        if (!placed)
+            return false;
+        horizon.Place(turned[best.Turn], best, gutter);
+        layout.Placements[i] = best;
+    }
+    layout.Top = horizon.Top();
+    return true;
+}
+
+// Turns a point of the footprint (texel coordinates) as its profile was turned.
+Vec2 Turn(Vec2 p, int turn, const ChartFootprint& footprint)
+{
+    const double w = footprint.Width;
+    const double h = footprint.Height;
+    switch (turn) {
+    case 0: return p;
+    case 1: return {h - p.Y, p.X};
+    case 2: return {w - p.X, h - p.Y};
+    default: return {p.Y, w - p.X};
+    }
+}
+
+void WriteAtlasCoordinates(std::vector<Chart>& charts, const Layout& layout, double scale, int atlasSize, int border)
+{
+    const double size = atlasSize;
+    for (size_t i = 0; i < charts.size(); ++i) {
+        const Placement& at = layout.Placements[i];
+        const Vec2 offset {static_cast<double>(border + at.X), static_cast<double>(border + at.Y)};
+        for (Vec2& uv : charts[i].UV) {
+            const Vec2 texel {uv.X * scale + FootprintMargin, uv.Y * scale + FootprintMargin};
+            uv = (Turn(texel, at.Turn, layout.Footprints[i]) + offset) * (1.0 / size);
+        }
+    }
+}
+
+} // namespace
+
+bool PackCharts(std::vector<Chart>& charts, int atlasSize, int gutter)
+{
+    const int border = (gutter + 1) / 2;
+    const int inner = atlasSize - 2 * border;
+    if (inner < 1)
+        return false;
+    if (charts.empty())
+        return true;
+    double area = 0.0;
+    for (Chart& chart : charts) {
+        double width = 0.0;
+        double height = 0.0;
+        OrientChart(chart, width, height);
+        area += width * height;
+    }
+
+    // Height grows with the chart area, that is with the square of the scale.
+    double scale = area > 0.0 ? std::sqrt(FirstFill * inner * inner / area) : 1.0;
+    double fits = 0.0;
+    double fails = std::numeric_limits<double>::infinity();
+    Layout layout;
+    Layout best;
+    for (int attempt = 0; attempt < MaxAttempts && fails > fits * ScaleTolerance; ++attempt) {
+        const bool packed = PackAtScale(charts, scale, inner, gutter, layout);
+        // A chart too wide for the atlas counts as twice too high.
+        const int top = packed ? std::max(layout.Top, 1) : 2 * inner;
+        if (top <= inner) {
+            fits = scale;
+            std::swap(best, layout);
+            if (top >= FullEnough * inner)
+                break;
+        } else {
+            fails = scale;
+        }
+        double next = scale * std::sqrt(static_cast<double>(inner) / top) * (fits == scale ? 1.0 : 0.99);
+        if (!(next > fits && next < fails))
+            next = fits > 0.0 ? std::sqrt(fits * std::min(fails, 4.0 * fits)) : scale * 0.5;
+        scale = next;
+    }
+    if (fits == 0.0)
+        return false;
+    WriteAtlasCoordinates(charts, best, fits, atlasSize, border);
+    return true;
+}

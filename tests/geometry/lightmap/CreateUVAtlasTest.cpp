@@ -1,0 +1,92 @@
+#include "geometry/lightmap/CreateUVAtlas.h"
+
+#include "AtlasChecks.h"
+#include "RandomMeshes.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+#include <vector>
+
+namespace {
+
+// The atlas drawn per corner, as the checks take it.
+struct Corners {
+    std::vector<float> Positions;
+    std::vector<float> UVs;
+    std::vector<uint32_t> Vertices;
+};
+
+Corners CornersOf(const IndexedMesh& mesh, const UVAtlas& atlas)
+{
+    Corners corners;
+    for (size_t c = 0; c < atlas.Indices.size(); ++c) {
+        const uint32_t vertex = atlas.Indices[c];
+        const uint32_t original = atlas.VertexRemap[vertex];
+        for (size_t axis = 0; axis < 3; ++axis)
+            corners.Positions.push_back(mesh.Positions[3 * original + axis]);
+        corners.UVs.push_back(atlas.UVs[2 * vertex]);
+        corners.UVs.push_back(atlas.UVs[2 * vertex + 1]);
+        corners.Vertices.push_back(vertex);
+    }
+    return corners;
+}
+
+class RandomAtlas : public ::testing::TestWithParam<uint32_t> {};
+
+TEST_P(RandomAtlas, ChartsKeepTheirGutterNeverOverlapAndStayWithinTheStretch)
+{
+    std::mt19937 random(GetParam());
+    const IndexedMesh mesh = RandomMesh(random);
+    UVAtlasParams params;
+    params.Size = 256 << (random() % 2);
+    params.MaxStretch = std::vector<double>{0.02, 0.1, 0.5}[random() % 3];
+    UVAtlas atlas;
+    ASSERT_EQ(CreateUVAtlas(mesh.Positions, mesh.Indices, params, atlas), 0) << mesh.TriangleCount() << " triangles";
+
+    // Every triangle is still there, on copies of its own vertices.
+    ASSERT_EQ(atlas.Indices.size(), mesh.Indices.size());
+    ASSERT_EQ(atlas.UVs.size(), 2 * atlas.VertexRemap.size());
+    for (size_t c = 0; c < mesh.Indices.size(); ++c)
+        ASSERT_EQ(atlas.VertexRemap[atlas.Indices[c]], mesh.Indices[c]);
+
+    const Corners corners = CornersOf(mesh, atlas);
+    AtlasFigures figures;
+    EXPECT_EQ(CheckAtlas(corners.Positions, corners.UVs, corners.Vertices, params.Size, params.Gutter,
+                         params.MaxStretch, figures), "");
+    EXPECT_EQ(figures.Charts, atlas.ChartCount);
+    EXPECT_LE(atlas.StretchReached, params.MaxStretch);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, RandomAtlas, ::testing::Range(1u, 17u));
+
+TEST(CreateUVAtlas, FailsOnPositionsThatAreNotFiniteAndIndicesOutOfRange)
+{
+    const std::vector<float> positions {0, 0, 0, 1, 0, 0, 0, 1, 0};
+    std::vector<float> withNaN = positions;
+    withNaN[4] = std::numeric_limits<float>::quiet_NaN();
+    UVAtlas atlas;
+    EXPECT_EQ(CreateUVAtlas(withNaN, std::vector<uint32_t>{0, 1, 2}, UVAtlasParams{}, atlas), -2160);
+    EXPECT_EQ(CreateUVAtlas(positions, std::vector<uint32_t>{0, 1, 3}, UVAtlasParams{}, atlas), -2160);
+    EXPECT_TRUE(atlas.Indices.empty());
+}
+
+// Each separate triangle is a chart, and each chart needs a texel and its gutter.
+TEST(CreateUVAtlas, FailsWhenTheChartsCannotFitTheAtlasAtAnyScale)
+{
+    IndexedMesh mesh;
+    for (uint32_t t = 0; t < 40; ++t) {
+        const float x = 10.0f * static_cast<float>(t);
+        mesh.Positions.insert(mesh.Positions.end(), {x, 0, 0, x + 1, 0, 0, x, 1, 0});
+        mesh.Indices.insert(mesh.Indices.end(), {3 * t, 3 * t + 1, 3 * t + 2});
+    }
+    UVAtlasParams params;
+    params.Size = 32;
+    UVAtlas atlas;
+    EXPECT_EQ(CreateUVAtlas(mesh.Positions, mesh.Indices, params, atlas), -2160);
+    params.Size = 64;
+    EXPECT_EQ(CreateUVAtlas(mesh.Positions, mesh.Indices, params, atlas), 0);
+}
+
+} // namespace
