@@ -235,6 +235,23 @@ private:
     VStaticMeshFile& m_mesh;
 };
 
+// The range of the lightmap coordinates, which a packed atlas keeps within [0, 1].
+std::string SecondUVRange(const VStaticMeshFile& mesh)
+{
+    if (!mesh.HasComponent(DescriptorSecondUV) || mesh.Vertices.empty())
+        return {};
+    float low[2] = {mesh.Vertices[0].SecondUV[0], mesh.Vertices[0].SecondUV[1]};
+    float high[2] = {low[0], low[1]};
+    for (const VStaticMeshVertex& vertex : mesh.Vertices) {
+        for (size_t k = 0; k < 2; ++k) {
+            low[k] = std::min(low[k], vertex.SecondUV[k]);
+            high[k] = std::max(high[k], vertex.SecondUV[k]);
+        }
+    }
+    return Format("Second UV: (%g, %g) - (%g, %g)\n", static_cast<double>(low[0]), static_cast<double>(low[1]),
+                  static_cast<double>(high[0]), static_cast<double>(high[1]));
+}
+
 std::string Components(const VStaticMeshFile& mesh)
 {
     std::string text = "position, normal, uv";
@@ -263,6 +280,7 @@ std::string DescribeStaticMesh(const VStaticMeshFile& mesh)
         text += " " + ChunkName(id);
     text += Format("\nVertices: %zu (stride %u: %s)\n", mesh.Vertices.size(),
                    static_cast<unsigned>(mesh.DescriptorWords[DescriptorStride]), Components(mesh).c_str());
+    text += SecondUVRange(mesh);
     text += Format("Indices: %zu (%d-bit), triangles %d\n", mesh.Indices.size(), mesh.IndexWidth, mesh.TriangleCount);
     text += "Bounds: " + DescribePoint(mesh.Bounds.Min) + " - " + DescribePoint(mesh.Bounds.Max) + "\n";
     text += Format("Materials: %zu\n", mesh.Materials.size());

@@ -3,7 +3,11 @@
 #include "base/FileSystem.h"
 #include "base/Path.h"
 #include "base/TextUtil.h"
+#include "formats/StaticMeshReader.h"
+#include "formats/chunk/LastError.h"
+#include "geometry/lightmap/GenerateLightmapUVs.h"
 #include "importers/ImportScene.h"
+#include "kestrel/LightmapPicture.h"
 #include "plugin/PluginEntry.h"
 #include "plugin/PluginModule.h"
 #include "report/LogWindow.h"
@@ -120,6 +124,37 @@ std::string KnownExtensions()
     return known;
 }
 
+// The picture of each material's atlas goes to the file named, or, when several materials have
+// one, to that name with the material's number before the extension.
+int WriteLightmapPictures(const std::string& picture, const std::string& target, std::FILE* out, std::FILE* err)
+{
+    VStaticMeshFile mesh;
+    if (!ReadStaticMesh(FromNativePath(target), mesh)) {
+        std::fprintf(err, "kestrel export: cannot read '%s' back to draw its lightmap atlas: %s\n", target.c_str(),
+                     LastError().Text.c_str());
+        return 1;
+    }
+    const std::vector<AtlasPicture> pictures = DrawLightmapAtlases(mesh, LightmapAtlasSize);
+    if (pictures.empty()) {
+        std::fprintf(err, "kestrel export: '%s' has no lightmap UVs to draw; export with --set LightmapUVs=1\n",
+                     target.c_str());
+        return 1;
+    }
+    for (const AtlasPicture& drawn : pictures) {
+        std::filesystem::path name = picture;
+        if (pictures.size() > 1)
+            name.replace_filename(name.stem().string() + "." + std::to_string(drawn.Material) + name.extension().string());
+        std::string error;
+        if (!WriteFileAtomically(FromNativePath(AbsoluteNative(name.string())), drawn.Png, &error)) {
+            std::fprintf(err, "kestrel export: cannot write '%s': %s\n", name.string().c_str(), error.c_str());
+            return 1;
+        }
+        std::fprintf(out, "Lightmap atlas of material '%s' drawn to '%s'\n",
+                     mesh.Materials[static_cast<size_t>(drawn.Material)]->Name.c_str(), name.string().c_str());
+    }
+    return 0;
+}
+
 } // namespace
 
 int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::FILE* out, std::FILE* err)
@@ -194,6 +229,8 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
         return 1;
     }
     std::fprintf(out, "Exported '%s' to '%s'\n", request.Scene.c_str(), targetNative.c_str());
+    if (!request.LightmapPicture.empty())
+        return WriteLightmapPictures(request.LightmapPicture, targetNative, out, err);
     return 0;
 }
 
@@ -207,6 +244,8 @@ void AddExportCommand(CLI::App& app)
     command->add_option("--selection", request->Selection, "Export only these nodes, as Export Selection does");
     command->add_option("--set", request->Settings, "Change an export option for this export (Key=Value)");
     command->add_flag("--debug", request->Debug, "Write debug.txt beside the target");
+    command->add_option("--lightmap-png", request->LightmapPicture,
+                        "Draw the lightmap atlas of each material into this PNG file (with LightmapUVs=1)");
     command->callback([request] {
         const SceneLoader load = [](const std::string& path, std::string& error) {
             const ImportResult result = ImportScene(path);

@@ -1,7 +1,8 @@
 #pragma once
-// "kestrel export SCENE -o TARGET [--selection NODE...] [--set Key=Value...] [--debug]": loads the
-// scene into the Maya stand-in, loads the plug-in through the host and runs the translator of
-// the target's format in batch mode, as Maya's export-all or export-selection would.
+// "kestrel export SCENE -o TARGET [--selection NODE...] [--set Key=Value...] [--debug]
+// [--lightmap-png PICTURE]": loads the scene into the Maya stand-in, loads the plug-in through the
+// host and runs the translator of the target's format in batch mode, as Maya's export-all or
+// export-selection would; then, if asked, draws the target's lightmap atlases.
 
 #include <cstdio>
 #include <functional>
@@ -21,6 +22,8 @@ struct ExportRequest {
     // "Key=Value" changes of the option record for this export.
     std::vector<std::string> Settings;
     bool Debug = false;
+    // Native path of the picture of the lightmap atlas; empty draws none.
+    std::string LightmapPicture;
 };
 
 // Replaces the stand-in's scene by the file's (a system path); false with the reason in error.

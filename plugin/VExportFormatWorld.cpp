@@ -6,6 +6,7 @@
 #include "geometry/AdjustTriangles.h"
 #include "geometry/StripWorld.h"
 #include "geometry/TessellatePolygons.h"
+#include "geometry/lightmap/GenerateLightmapUVs.h"
 #include "geometry/visibility/VBVisBuilder.h"
 #include "harvest/HarvestState.h"
 #include "harvest/MaterialNameCheck.h"
@@ -158,9 +159,11 @@ bool VExportFormatWorld::Export()
     ReportPassResult("AdjustTriangles",
                      AdjustTriangles(world, options.EpsVert, options.EpsUV, options.OptimizeMesh != 0), report);
 
+    // On the welded mesh, so that charts follow the surface across the welded seams.
     if (options.LightmapUVs == 1) {
         LogPrint("Generating UVs...\r\n");
-        logger.Warning("Lightmap UV generation is not available yet; the lightmap UVs stay as harvested.\r\n");
+        ReportPassResult("GenerateLightmapUVs",
+                         GenerateLightmapUVs(world, LightmapAtlasSize, options.LightMapStretchFactor, &logger), report);
     }
 
     // After welding, which decides how many vertices there are.

@@ -18,7 +18,12 @@ for scene in examples/*/*.obj; do
   name=$(basename "$scene" .obj)
   echo
   echo "=== $scene"
-  "$kestrel" export "$scene" -o "$project/Meshes/$name.qmesh"
+  options=()
+  # The level is lit by lightmaps: its second UV set is unwrapped and the atlases drawn beside it.
+  if [ "$name" = level ]; then
+    options=(--set LightmapUVs=1 --lightmap-png "$project/Meshes/level_lightmap.png")
+  fi
+  "$kestrel" export "$scene" -o "$project/Meshes/$name.qmesh" "${options[@]}"
 done
 
 echo

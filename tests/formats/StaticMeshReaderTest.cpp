@@ -64,6 +64,26 @@ TEST_F(StaticMeshReaderTest, DescriptionNamesChunksCountsMaterialsAndSubmeshes)
               " box (0, 0, 0) - (2, 2, 0)\n");
 }
 
+TEST_F(StaticMeshReaderTest, DescriptionGivesTheRangeOfTheSecondUVSet)
+{
+    VMWorld world;
+    AddGrid(world, 1, AddMaterial(world, "brick"));
+    world.HasSecondUV = 1;
+    for (VMVertex* vertex : world.Vertices) {
+        vertex->SecondUV[0] = 0.25f + 0.5f * vertex->Position[0];
+        vertex->SecondUV[1] = 0.125f * vertex->Position[1];
+    }
+    VSaveParams params;
+    params.Streams = &m_streams;
+    ASSERT_TRUE(SaveWorld(world, "lit.qmesh", params));
+    VStaticMeshFile mesh;
+    ASSERT_TRUE(ReadStaticMesh("lit.qmesh", mesh, &m_streams));
+
+    EXPECT_NE(DescribeStaticMesh(mesh).find("(stride 52: position, normal, uv, second uv, tangent)\n"
+                                            "Second UV: (0.25, 0) - (0.75, 0.125)\n"),
+              std::string::npos);
+}
+
 TEST_F(StaticMeshReaderTest, EveryTruncationFailsCleanly)
 {
     const std::string bytes = SavedMesh();

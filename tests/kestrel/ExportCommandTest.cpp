@@ -20,6 +20,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <random>
 #include <set>
@@ -230,6 +231,35 @@ TEST_F(ExportCommand, DebugWritesTheDebugFileBesideTheTarget)
     request.Debug = true;
     EXPECT_EQ(Run(request), 0);
     EXPECT_TRUE(std::filesystem::exists(Native("dbg/debug.txt")));
+}
+
+TEST_F(ExportCommand, LightmapPictureIsDrawnForEachMaterialOfTheAtlas)
+{
+    ExportRequest request = Request("lit.qmesh");
+    request.Settings = {"LightmapUVs=1"};
+    request.LightmapPicture = Native("atlas.png").string();
+    EXPECT_EQ(Run(request), 0) << Err;
+    // The two cubes have a shader each: one picture per material, numbered.
+    for (const char* name : {"atlas.0.png", "atlas.1.png"}) {
+        std::ifstream in(Native(name), std::ios::binary);
+        std::string head(24, '\0');
+        in.read(head.data(), 24);
+        EXPECT_EQ(head.substr(0, 8), std::string("\x89PNG\r\n\x1a\n", 8)) << name;
+        // The width in the header: a pixel per texel of the atlas.
+        EXPECT_EQ(head.substr(16, 4), std::string("\0\0\x08\0", 4)) << name;
+    }
+    EXPECT_THAT(Out, HasSubstr("Lightmap atlas of material 'nearStone' drawn to '"));
+    EXPECT_TRUE(Err.empty()) << Err;
+}
+
+TEST_F(ExportCommand, LightmapPictureOfAMeshWithoutLightmapUVsIsRefused)
+{
+    ExportRequest request = Request("unlit.qmesh");
+    request.Settings = {"LightmapUVs=0"};
+    request.LightmapPicture = Native("atlas.png").string();
+    EXPECT_EQ(Run(request), 1);
+    EXPECT_THAT(Err, HasSubstr("has no lightmap UVs to draw; export with --set LightmapUVs=1"));
+    EXPECT_FALSE(std::filesystem::exists(Native("atlas.png")));
 }
 
 TEST_F(ExportCommand, SharedTexturedSceneHasItsTextureCopiedBesideTheTarget)

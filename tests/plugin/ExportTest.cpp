@@ -140,6 +140,30 @@ TEST_F(StaticExport, ExportRunsTheLogLinesOfEveryPhaseInOrder)
     EXPECT_TRUE(Log.Has("Total time taken : 0 minutes, 0 seconds\r\n"));
 }
 
+TEST_F(StaticExport, LightmapUVsOneUnwrapsEveryMaterialIntoTheSecondUVSet)
+{
+    AssignMaterial(AddCube("boxA", 0, 0, 0, 100), "stone");
+    AssignMaterial(AddCube("boxB", 300, 0, 0, 100), "wood");
+    SetOptions("// LightmapUVs : 1\r\n");
+    ASSERT_TRUE(ExportAll("lit.qmesh"));
+
+    const VStaticMeshFile mesh = ReadMesh("lit.qmesh");
+    EXPECT_EQ(mesh.TriangleCount, 24);
+    ASSERT_TRUE(mesh.HasComponent(DescriptorSecondUV));
+    for (const VStaticMeshVertex& vertex : mesh.Vertices) {
+        EXPECT_GE(std::min(vertex.SecondUV[0], vertex.SecondUV[1]), 0.0f);
+        EXPECT_LE(std::max(vertex.SecondUV[0], vertex.SecondUV[1]), 1.0f);
+    }
+    const std::vector<std::string> steps {"Generating UVs...\r\n", "Processing material: stone (0/2)\r\n",
+                                          "Processing material: wood (1/2)\r\n", "Done",
+                                          "Generating triangle strips...\r\n"};
+    auto from = Log.Messages.begin();
+    for (const std::string& step : steps) {
+        from = std::find(from, Log.Messages.end(), step);
+        ASSERT_NE(from, Log.Messages.end()) << "missing or out of order: " << step;
+    }
+}
+
 TEST_F(StaticExport, DebugPrintTracesTheExportIntoDebugTxtBesideTheTarget)
 {
     AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");

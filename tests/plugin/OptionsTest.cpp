@@ -105,15 +105,6 @@ TEST_F(ExportOptions, CenterMethodFourPutsTheWorldInTheFirstMeshsLocalSpace)
     EXPECT_NEAR(mesh.Bounds.Max[2], 100.0f, 1e-3f);
 }
 
-TEST_F(ExportOptions, LightmapUVsAnswerThatTheyAreNotAvailableYet)
-{
-    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-    SetOptions("// LightmapUVs : 1\r\n");
-
-    ASSERT_TRUE(ExportAll("vis.qmesh"));
-    EXPECT_TRUE(Log.Has("Generating UVs...\r\n"));
-}
-
 TEST_F(ExportOptions, WithoutVisibilityNoVisibilityLineIsLogged)
 {
     AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
