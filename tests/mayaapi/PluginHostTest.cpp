@@ -108,6 +108,8 @@ MStatus UninitializePlugin(MObject object)
   return MS::kSuccess;
 }
 
+// Registration in order, the export-all mode and unloading are seen through the exporter's own
+// plug-in (tests/plugin/TranslatorTest.cpp, ExportTest.cpp).
 class PluginHostTest : public ::testing::Test {
 protected:
   void SetUp() override
@@ -120,17 +122,6 @@ protected:
   void TearDown() override { UnloadPlugin("testPlugin"); }
 };
 
-TEST_F(PluginHostTest, LoadingRegistersTheTranslatorsAndCommandsInOrder)
-{
-  const auto translators = RegisteredTranslators();
-  ASSERT_EQ(translators.size(), 2u);
-  EXPECT_EQ(translators[0].name, "Test_Static_Mesh");
-  EXPECT_EQ(translators[0].pixmap, "none");
-  EXPECT_EQ(translators[0].plugin, "testPlugin");
-  EXPECT_EQ(translators[1].name, "Test_Project");
-  EXPECT_EQ(RegisteredCommands(), (std::vector<std::string>{"TestEcho"}));
-}
-
 TEST_F(PluginHostTest, ExportSelectionCallsTheWriterWithTheFileAndTheActiveMode)
 {
   ASSERT_TRUE(ExportFile("Test_Static_Mesh", "C:\\data\\rock.qmesh", MPxFileTranslator::kExportActiveAccessMode));
@@ -140,13 +131,6 @@ TEST_F(PluginHostTest, ExportSelectionCallsTheWriterWithTheFileAndTheActiveMode)
   EXPECT_EQ(g_writes[0].mode, MPxFileTranslator::kExportActiveAccessMode);
   EXPECT_EQ(g_writes[0].queriedMode, MPxFileTranslator::kExportActiveAccessMode);
   EXPECT_EQ(MPxFileTranslator::fileAccessMode(), MPxFileTranslator::kUnknownAccessMode);
-}
-
-TEST_F(PluginHostTest, ExportAllPassesTheExportMode)
-{
-  ASSERT_TRUE(ExportFile("Test_Static_Mesh", "rock.qmesh", MPxFileTranslator::kExportAccessMode));
-  ASSERT_EQ(g_writes.size(), 1u);
-  EXPECT_EQ(g_writes[0].mode, MPxFileTranslator::kExportAccessMode);
 }
 
 TEST_F(PluginHostTest, TranslatorWithoutWriterOrUnknownNameIsRefused)
@@ -169,15 +153,6 @@ TEST_F(PluginHostTest, CommandRunsDoItWithItsArguments)
   EXPECT_EQ(g_commandArgs, (std::vector<std::string>{"-edit", "x"}));
   EXPECT_EQ(RunCommand("TestEcho", {}), MS::kInvalidParameter);
   EXPECT_EQ(RunCommand("Missing", {}), MS::kNotFound);
-}
-
-TEST_F(PluginHostTest, UnloadingRemovesEverythingThePluginRegistered)
-{
-  ASSERT_TRUE(UnloadPlugin("testPlugin"));
-  EXPECT_TRUE(RegisteredTranslators().empty());
-  EXPECT_TRUE(RegisteredCommands().empty());
-  EXPECT_FALSE(UnloadPlugin("testPlugin"));
-  ASSERT_TRUE(LoadPlugin("testPlugin", InitializePlugin, UninitializePlugin));
 }
 
 TEST_F(PluginHostTest, TranslatorsAreMadeWhenRegisteredSoEachKeepsItsFormat)
