@@ -79,22 +79,16 @@ TEST_F(ExportBracketTest, BeginOpensTheDebugFileWithItsHeaderLines)
               "trace\r\n");
 }
 
-TEST_F(ExportBracketTest, WithoutDebugPrintNoDebugFileIsCreated)
+TEST_F(ExportBracketTest, WithoutDebugPrintOrTargetDirectoryNoDebugFileIsOpened)
 {
     BeginExportBracket(m_report, m_params);
     DebugPrint("trace\r\n");
-
     EXPECT_FALSE(IsDebugFileOpen());
     EXPECT_FALSE(m_folder.Has("debug.txt"));
-}
 
-TEST_F(ExportBracketTest, WithoutTargetDirectoryNoDebugFileIsOpened)
-{
     m_params.DebugPrint = true;
     m_params.TargetDirectory.clear();
-
     BeginExportBracket(m_report, m_params);
-
     EXPECT_FALSE(IsDebugFileOpen());
 }
 

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include <cstring>
 #include <string>
 #include <vector>
@@ -239,14 +241,6 @@ TEST_F(ChunkReadTest, UnexpectedIdentifierNamesActualThenExpected)
     EXPECT_FALSE(m_file.Close());
 }
 
-TEST_F(ChunkReadTest, VersionAboveTheCurrentOneIsRefused)
-{
-    EXPECT_FALSE(OpenBytes(Bytes({0x56, 0x42, 0x49, 0x4E}) + IntBytes(0x00010001) + IntBytes(EndMarker)));
-    EXPECT_EQ(LastError().Text, "File version not supported");
-    EXPECT_EQ(LastError().Position, 8u);
-    EXPECT_FALSE(m_file.Close());
-}
-
 TEST_F(ChunkReadTest, OlderVersionIsAcceptedAndKept)
 {
     ASSERT_TRUE(OpenBytes(Bytes({0x56, 0x42, 0x49, 0x4E}) + IntBytes(0x00000001) + IntBytes(EndMarker)));
@@ -254,30 +248,25 @@ TEST_F(ChunkReadTest, OlderVersionIsAcceptedAndKept)
     EXPECT_TRUE(m_file.Close());
 }
 
-TEST_F(ChunkReadTest, WrongMagicIsNotABinaryFile)
+TEST_F(ChunkReadTest, BrokenHeadersAreRefusedWithTheirReason)
 {
-    EXPECT_FALSE(OpenBytes(Bytes({0x56, 0x42, 0x49, 0x4F}) + IntBytes(0x00010000) + IntBytes(EndMarker)));
-    EXPECT_EQ(LastError().Text, "File is not a valid binary file");
-}
-
-TEST_F(ChunkReadTest, FileShorterThanTheMagicIsNotABinaryFile)
-{
-    EXPECT_FALSE(OpenBytes(Bytes({0x56, 0x42})));
-    EXPECT_EQ(LastError().Text, "File is not a valid binary file");
-    EXPECT_EQ(m_file.GetMode(), VChunkedFile::Mode::Error);
-}
-
-TEST_F(ChunkReadTest, FileEndingInTheVersionIsRefused)
-{
-    EXPECT_FALSE(OpenBytes(Bytes({0x56, 0x42, 0x49, 0x4E, 0x00, 0x00})));
-    EXPECT_EQ(LastError().Text, "File version not supported");
-}
-
-TEST_F(ChunkReadTest, MissingFileIsNotFound)
-{
+    const std::pair<std::string, const char*> headers[] = {
+        {Bytes({0x56, 0x42, 0x49, 0x4E}) + IntBytes(0x00010001) + IntBytes(EndMarker), "File version not supported"},
+        {Bytes({0x56, 0x42, 0x49, 0x4E, 0x00, 0x00}), "File version not supported"},
+        {Bytes({0x56, 0x42, 0x49, 0x4F}) + IntBytes(0x00010000) + IntBytes(EndMarker), "File is not a valid binary file"},
+        {Bytes({0x56, 0x42}), "File is not a valid binary file"},
+    };
+    for (const auto& [bytes, reason] : headers) {
+        EXPECT_FALSE(OpenBytes(bytes));
+        EXPECT_EQ(LastError().Text, reason);
+        EXPECT_EQ(m_file.GetMode(), VChunkedFile::Mode::Error);
+        EXPECT_FALSE(m_file.Close());
+    }
+    EXPECT_FALSE(OpenBytes(headers[0].first));
+    EXPECT_EQ(LastError().Position, 8u);
+    EXPECT_FALSE(m_file.Close());
     EXPECT_FALSE(m_file.Open("absent.model", &m_files));
     EXPECT_EQ(LastError().Text, "File 'absent.model' not found");
-    EXPECT_EQ(m_file.GetMode(), VChunkedFile::Mode::Error);
     EXPECT_FALSE(m_file.Close());
 }
 
@@ -303,26 +292,16 @@ TEST_F(ChunkReadTest, ReadPastTheChunkEndFailsAndReadsNothing)
     EXPECT_FALSE(m_file.Close());
 }
 
-TEST_F(ChunkReadTest, EndTagWithTheWrongIdentifierIsStackCorruption)
+TEST_F(ChunkReadTest, TagsOfTheWrongIdentifierOrDepthAreStackCorruption)
 {
-    ASSERT_TRUE(OpenBytes(HeaderBytes() + IntBytes(0) + IntBytes(Head) + IntBytes(0) + IntBytes(0) + IntBytes(Geom) +
-                          IntBytes(EndMarker)));
-    ASSERT_TRUE(m_file.OpenChunk(Head));
-    EXPECT_FALSE(m_file.EndChunk());
-    EXPECT_EQ(LastError().Text, "Chunk stack corruption");
-}
-
-TEST_F(ChunkReadTest, EndTagWithTheWrongDepthIsStackCorruption)
-{
-    ASSERT_TRUE(OpenBytes(HeaderBytes() + IntBytes(0) + IntBytes(Head) + IntBytes(0) + IntBytes(1) + IntBytes(Head) +
-                          IntBytes(EndMarker)));
-    ASSERT_TRUE(m_file.OpenChunk(Head));
-    EXPECT_FALSE(m_file.EndChunk());
-    EXPECT_EQ(LastError().Text, "Chunk stack corruption");
-}
-
-TEST_F(ChunkReadTest, StartTagWithTheWrongDepthIsStackCorruption)
-{
+    const std::string endTags[] = {IntBytes(0) + IntBytes(Geom), IntBytes(1) + IntBytes(Head)};
+    for (const std::string& endTag : endTags) {
+        ASSERT_TRUE(OpenBytes(HeaderBytes() + IntBytes(0) + IntBytes(Head) + IntBytes(0) + endTag + IntBytes(EndMarker)));
+        ASSERT_TRUE(m_file.OpenChunk(Head));
+        EXPECT_FALSE(m_file.EndChunk());
+        EXPECT_EQ(LastError().Text, "Chunk stack corruption");
+        m_file.Close();
+    }
     ASSERT_TRUE(OpenBytes(HeaderBytes() + Chunk(1, Head, "") + IntBytes(EndMarker)));
     EXPECT_FALSE(m_file.OpenChunk(VChunkedFile::AnyChunk));
     EXPECT_EQ(LastError().Text, "Chunk stack corruption");
