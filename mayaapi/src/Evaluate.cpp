@@ -302,7 +302,8 @@ double EvaluateNumber(Node* node, const char* attrName)
   return a ? EvaluatePlug(node, PlugKey{a, {}}).number : 0.0;
 }
 
-std::shared_ptr<Mesh> CachedOutput(Node* node, unsigned int index, const std::function<std::shared_ptr<Mesh>()>& compute)
+std::shared_ptr<Mesh> CachedOutput(Node* node, unsigned int index,
+                                   const std::function<std::shared_ptr<Mesh>()>& compute)
 {
   if (node->outputGeneration != node->scene->generation) {
     node->outputCache.clear();

@@ -233,7 +233,8 @@ bool BuildNodeType(Node& node);
 Value EvaluatePlug(Node* node, const PlugKey& key);
 double EvaluateNumber(Node* node, const char* attrName);
 // The mesh a node computes for one output plug, computed at most once per scene generation.
-std::shared_ptr<Mesh> CachedOutput(Node* node, unsigned int index, const std::function<std::shared_ptr<Mesh>()>& compute);
+std::shared_ptr<Mesh> CachedOutput(Node* node, unsigned int index,
+                                   const std::function<std::shared_ptr<Mesh>()>& compute);
 // Stores a number on a plug; on a driven plug the number holds until the time is next set.
 void SetNumber(Node* node, const PlugKey& key, double value);
 MMatrix LocalMatrix(Node* node);

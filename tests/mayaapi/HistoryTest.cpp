@@ -256,11 +256,14 @@ protected:
   }
 
   double X(int vertex) { return Points("out")[static_cast<size_t>(vertex)].x; }
+
+  static constexpr const char* kFullTarget =
+      "blend.inputTarget[0].inputTargetGroup[0].inputTargetItem[6000].inputGeomTarget";
 };
 
 TEST_F(BlendShapeTest, WeightFollowsTimeThroughItsCurve)
 {
-  ConnectAttr("targetShape.worldMesh[0]", "blend.inputTarget[0].inputTargetGroup[0].inputTargetItem[6000].inputGeomTarget");
+  ConnectAttr("targetShape.worldMesh[0]", kFullTarget);
   Animate("blend.weight[0]", {{MTime(0.0, MTime::kSeconds), 0.0, TangentType::Linear, TangentType::Linear},
                               {MTime(1.0, MTime::kSeconds), 1.0, TangentType::Linear, TangentType::Linear}});
   MAnimControl::setCurrentTime(MTime(0.25, MTime::kSeconds));
@@ -274,7 +277,7 @@ TEST_F(BlendShapeTest, InBetweensBlendPieceByPieceAndWeightsScale)
 {
   // Stored offsets at weight 0.5 (+2 along x for vertex 0) and the live target at 1 (+1): the offset climbs to 2 at
   // half weight, then comes back down to 1.
-  ConnectAttr("targetShape.worldMesh[0]", "blend.inputTarget[0].inputTargetGroup[0].inputTargetItem[6000].inputGeomTarget");
+  ConnectAttr("targetShape.worldMesh[0]", kFullTarget);
   ASSERT_TRUE(SetPoints("blend.inputTarget[0].inputTargetGroup[0].inputTargetItem[5500].inputPointsTarget",
                         {MPoint(2, 0, 0, 1)}));
   ASSERT_TRUE(SetComponents("blend.inputTarget[0].inputTargetGroup[0].inputTargetItem[5500].inputComponentsTarget",
@@ -293,7 +296,8 @@ TEST_F(BlendShapeTest, InBetweensBlendPieceByPieceAndWeightsScale)
 TEST_F(BlendShapeTest, StoredOffsetsMoveTheVerticesTheirComponentsList)
 {
   // As blendShapesExport.ma keeps a baked target: offsets for vtx[0] and vtx[6:7].
-  ASSERT_TRUE(SetPoints("blend.it[0].itg[0].iti[6000].ipt", {MPoint(-1, 0, 0, 1), MPoint(-2, 0, 0, 1), MPoint(-3, 0, 0, 1)}));
+  ASSERT_TRUE(SetPoints("blend.it[0].itg[0].iti[6000].ipt",
+                        {MPoint(-1, 0, 0, 1), MPoint(-2, 0, 0, 1), MPoint(-3, 0, 0, 1)}));
   ASSERT_TRUE(SetComponents("blend.it[0].itg[0].iti[6000].ict", {"vtx[0]", "vtx[6:7]"}));
   SetAttr("blend.w[0]", 1.0);
   EXPECT_NEAR(X(0), -1.5, 1e-6);
@@ -333,12 +337,29 @@ TEST(Evaluation, AMeshWithStoredGeometryShowsItWhenItsHistoryFails)
 {
   NewScene();
   CreateUnknownNode("nonLinear", "squash1");
-  CreateMesh("out", CreateNode("transform", "holder"), {{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0)}, {3}, {0, 1, 2}});
+  CreateMesh("out", CreateNode("transform", "holder"),
+             {{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(0, 1, 0)}, {3}, {0, 1, 2}});
   ConnectAttr("squash1.outputGeometry[0]", "out.inMesh");
   EXPECT_EQ(Faces("out").size(), 1u);
   const auto problems = HistoryProblems();
   ASSERT_EQ(problems.size(), 1u);
   EXPECT_FALSE(problems[0].empty);
+}
+
+TEST(Evaluation, NodeStateHasNoEffectPassesTheInputOnAndBlockingStops)
+{
+  Plane(1);
+  CreateNode("polyTriangulate", "tri");
+  ConnectAttr("plane.output", "tri.inputPolymesh");
+  Feed("tri.output");
+  ASSERT_EQ(Faces("out").size(), 2u);
+  SetAttr("tri.nodeState", 1);
+  EXPECT_EQ(Faces("out"), (std::vector<std::vector<int>>{{0, 1, 3, 2}}));
+  SetAttr("tri.nodeState", 2);
+  EXPECT_TRUE(Faces("out").empty());
+  const auto problems = HistoryProblems();
+  ASSERT_EQ(problems.size(), 1u);
+  EXPECT_EQ(problems[0].reason, "its nodeState blocks it");
 }
 
 TEST(Evaluation, ALongHistoryEvaluatesWithoutNesting)

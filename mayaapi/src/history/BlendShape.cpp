@@ -53,8 +53,8 @@ double ItemWeight(unsigned int item) { return (static_cast<double>(item) - 5000.
 // A target's per-vertex offsets at one item.
 using Offsets = std::vector<MVector>;
 
-bool ItemOffsets(Node& node, unsigned int base, unsigned int target, unsigned int item, const Mesh& in, Offsets& offsets,
-                 std::string& problem)
+bool ItemOffsets(Node& node, unsigned int base, unsigned int target, unsigned int item, const Mesh& in,
+                 Offsets& offsets, std::string& problem)
 {
   const int count = in.topology->vertexCount;
   offsets.assign(static_cast<size_t>(count), MVector());
@@ -153,6 +153,6 @@ std::shared_ptr<Mesh> ComputeBlendShape(Node& node, unsigned int index, std::str
 }
 
 const HistoryNodeType kBlendShapeType{"blendShape", MFn::kBlendShape, kGeometryFilterAttributes, kAttributes,
-                                      "outputGeometry", ComputeBlendShape};
+                                      "outputGeometry", "inputGeometry", ComputeBlendShape};
 
 }

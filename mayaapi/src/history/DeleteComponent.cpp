@@ -95,6 +95,6 @@ std::shared_ptr<Mesh> ComputeDeleteComponent(Node& node, unsigned int, std::stri
 }
 
 const HistoryNodeType kDeleteComponentType{"deleteComponent", MFn::kDeleteComponent, {}, kAttributes,
-                                           "outputGeometry", ComputeDeleteComponent};
+                                           "outputGeometry", "inputGeometry", ComputeDeleteComponent};
 
 }

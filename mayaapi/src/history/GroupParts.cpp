@@ -58,7 +58,7 @@ std::shared_ptr<Mesh> ComputeGroupParts(Node& node, unsigned int, std::string& p
 
 }
 
-const HistoryNodeType kGroupPartsType{"groupParts", MFn::kGroupParts, {}, kAttributes, "outputGeometry",
-                                      ComputeGroupParts};
+const HistoryNodeType kGroupPartsType{"groupParts", MFn::kGroupParts, {}, kAttributes,
+                                      "outputGeometry", "inputGeometry", ComputeGroupParts};
 
 }

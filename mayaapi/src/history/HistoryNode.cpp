@@ -9,7 +9,16 @@ namespace {
 
 using K = AttrKind;
 
-const AttributeSpec kNode[] = {{"message", "msg", K::Message}};
+const AttributeSpec kNode[] = {
+    {"message", "msg", K::Message},
+    {"isHistoricallyInteresting", "ihi", K::Int, 2.0},
+    {"nodeState", "nds", K::Enum},
+    {"frozen", "fzn", K::Bool},
+    {"caching", "cch", K::Bool},
+};
+
+// nodeState as Maya numbers it: 1 passes the input on unchanged, 2 stops evaluation.
+enum NodeState { kNormal, kHasNoEffect, kBlocking };
 
 const AttributeSpec kPolyPrimitive[] = {
     {"output", "out", K::Mesh},
@@ -107,7 +116,20 @@ std::shared_ptr<Mesh> HistoryOutput(Node* node, unsigned int index)
   return CachedOutput(node, index, [&]() {
     EvaluateUpstream(node);
     std::string problem;
-    std::shared_ptr<Mesh> mesh = type->compute(*node, index, problem);
+    const auto state = static_cast<int>(Number(*node, "nodeState"));
+    std::shared_ptr<Mesh> mesh;
+    if (state == kBlocking) {
+      problem = "its nodeState blocks it";
+    } else if (state == kHasNoEffect) {
+      const bool deformer = TypeHasFn(node->type, MFn::kGeometryFilt);
+      const std::vector<unsigned int> at = deformer ? std::vector{index} : std::vector<unsigned int>{};
+      if (const auto in = type->input ? InputMesh(*node, type->input, at) : nullptr)
+        mesh = std::make_shared<Mesh>(*in);
+      else
+        problem = "its nodeState has it pass on an input it does not have";
+    } else {
+      mesh = type->compute(*node, index, problem);
+    }
     if (!mesh)
       node->evaluationProblem = problem;
     return mesh;

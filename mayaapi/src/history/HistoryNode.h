@@ -36,6 +36,8 @@ struct HistoryNodeType {
   std::span<const AttributeSpec> inherited;
   std::span<const AttributeSpec> own;
   const char* output;
+  // The mesh input passed on unchanged when the node's nodeState says it has no effect; null for creators.
+  const char* input;
   ComputeMesh compute;
 };
 

@@ -62,7 +62,8 @@ std::shared_ptr<Mesh> ComputeCone(Node& node, unsigned int, std::string& problem
   for (int j = 0; j + 1 < sh; ++j)
     m.AddStrip(side[j], side[j + 1], sa, sideAt(0, j), sideAt(0, j + 1));
   for (int i = 0; i < sa; ++i)
-    m.AddFace({at(side.back(), i), at(side.back(), i + 1), apex}, {sideAt(i, sh - 1), sideAt(i + 1, sh - 1), apexUV + i});
+    m.AddFace({at(side.back(), i), at(side.back(), i + 1), apex},
+              {sideAt(i, sh - 1), sideAt(i + 1, sh - 1), apexUV + i});
   m.AddCap(base, centre, sa, baseUV, true);
   for (int i = 0; i < sa; ++i)
     m.AddHardEdge(at(side.front(), i), at(side.front(), i + 1));
@@ -71,7 +72,7 @@ std::shared_ptr<Mesh> ComputeCone(Node& node, unsigned int, std::string& problem
 
 }
 
-const HistoryNodeType kPolyConeType{"polyCone", MFn::kPolyCone, kPolyPrimitiveAttributes, kAttributes, "output",
-                                    ComputeCone};
+const HistoryNodeType kPolyConeType{"polyCone", MFn::kPolyCone, kPolyPrimitiveAttributes, kAttributes,
+                                    "output", nullptr, ComputeCone};
 
 }

@@ -85,8 +85,12 @@ struct CrossLayout {
 
 std::shared_ptr<Mesh> ComputeCube(Node& node, unsigned int, std::string& problem)
 {
-  const Cube c{Number(node, "width"), Number(node, "height"), Number(node, "depth"), Count(node, "subdivisionsWidth", 1),
-               Count(node, "subdivisionsHeight", 1), Count(node, "subdivisionsDepth", 1)};
+  const Cube c{Number(node, "width"),
+               Number(node, "height"),
+               Number(node, "depth"),
+               Count(node, "subdivisionsWidth", 1),
+               Count(node, "subdivisionsHeight", 1),
+               Count(node, "subdivisionsDepth", 1)};
   const int mode = Count(node, "createUVs", 0);
   const double sw = c.sw;
   const double sh = c.sh;
@@ -222,7 +226,7 @@ std::shared_ptr<Mesh> ComputeCube(Node& node, unsigned int, std::string& problem
 
 }
 
-const HistoryNodeType kPolyCubeType{"polyCube", MFn::kPolyCube, kPolyPrimitiveAttributes, kAttributes, "output",
-                                    ComputeCube};
+const HistoryNodeType kPolyCubeType{"polyCube", MFn::kPolyCube, kPolyPrimitiveAttributes, kAttributes,
+                                    "output", nullptr, ComputeCube};
 
 }

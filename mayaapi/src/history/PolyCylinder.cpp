@@ -83,6 +83,6 @@ std::shared_ptr<Mesh> ComputeCylinder(Node& node, unsigned int, std::string& pro
 }
 
 const HistoryNodeType kPolyCylinderType{"polyCylinder", MFn::kPolyCylinder, kPolyPrimitiveAttributes, kAttributes,
-                                        "output", ComputeCylinder};
+                                        "output", nullptr, ComputeCylinder};
 
 }

@@ -54,7 +54,7 @@ std::shared_ptr<Mesh> ComputePlane(Node& node, unsigned int, std::string& proble
 
 }
 
-const HistoryNodeType kPolyPlaneType{"polyPlane", MFn::kPolyMesh, kPolyPrimitiveAttributes, kAttributes, "output",
-                                     ComputePlane};
+const HistoryNodeType kPolyPlaneType{"polyPlane", MFn::kPolyMesh, kPolyPrimitiveAttributes, kAttributes,
+                                     "output", nullptr, ComputePlane};
 
 }

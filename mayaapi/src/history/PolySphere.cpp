@@ -74,6 +74,6 @@ std::shared_ptr<Mesh> ComputeSphere(Node& node, unsigned int, std::string& probl
 }
 
 const HistoryNodeType kPolySphereType{"polySphere", MFn::kPolySphere, kPolyPrimitiveAttributes, kAttributes,
-                                      "output", ComputeSphere};
+                                      "output", nullptr, ComputeSphere};
 
 }

@@ -39,7 +39,9 @@ Mesh SubdivideOnce(const Mesh& in, std::vector<char>& chosen, bool quads, Topolo
     const int n = topo.faceOffsets[static_cast<size_t>(f) + 1] - begin;
     return begin + ((k % n) + n) % n;
   };
-  auto sides = [&](int f) { return topo.faceOffsets[static_cast<size_t>(f) + 1] - topo.faceOffsets[static_cast<size_t>(f)]; };
+  auto sides = [&](int f) {
+    return topo.faceOffsets[static_cast<size_t>(f) + 1] - topo.faceOffsets[static_cast<size_t>(f)];
+  };
   auto vertexAt = [&](int c) { return topo.faceVertices[static_cast<size_t>(c)]; };
 
   Mesh out;
@@ -234,6 +236,6 @@ std::shared_ptr<Mesh> ComputeSubdFace(Node& node, unsigned int, std::string& pro
 }
 
 const HistoryNodeType kPolySubdFaceType{"polySubdFace", MFn::kPolySubdFacet, kPolyModifierAttributes, kAttributes,
-                                        "output", ComputeSubdFace};
+                                        "output", "inputPolymesh", ComputeSubdFace};
 
 }

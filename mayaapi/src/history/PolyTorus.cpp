@@ -47,7 +47,7 @@ std::shared_ptr<Mesh> ComputeTorus(Node& node, unsigned int, std::string& proble
 
 }
 
-const HistoryNodeType kPolyTorusType{"polyTorus", MFn::kPolyTorus, kPolyPrimitiveAttributes, kAttributes, "output",
-                                     ComputeTorus};
+const HistoryNodeType kPolyTorusType{"polyTorus", MFn::kPolyTorus, kPolyPrimitiveAttributes, kAttributes,
+                                     "output", nullptr, ComputeTorus};
 
 }

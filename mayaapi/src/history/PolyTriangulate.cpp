@@ -30,7 +30,9 @@ void Triangulate(const Mesh& mesh, const std::vector<int>& corners, std::vector<
     normal += MVector((a.y - b.y) * (a.z + b.z), (a.z - b.z) * (a.x + b.x), (a.x - b.x) * (a.y + b.y));
   }
   std::vector<int> left = corners;
-  auto convex = [&](const MVector& a, const MVector& b, const MVector& c) { return ((b - a) ^ (c - b)) * normal > 0.0; };
+  auto convex = [&](const MVector& a, const MVector& b, const MVector& c) {
+    return ((b - a) ^ (c - b)) * normal > 0.0;
+  };
   auto inside = [&](const MVector& p, const MVector& a, const MVector& b, const MVector& c) {
     return ((b - a) ^ (p - a)) * normal >= 0.0 && ((c - b) ^ (p - b)) * normal >= 0.0 &&
            ((a - c) ^ (p - c)) * normal >= 0.0;
@@ -109,6 +111,6 @@ std::shared_ptr<Mesh> ComputeTriangulate(Node& node, unsigned int, std::string& 
 }
 
 const HistoryNodeType kPolyTriangulateType{"polyTriangulate", MFn::kPolyTriangulate, kPolyModifierAttributes, {},
-                                           "output", ComputeTriangulate};
+                                           "output", "inputPolymesh", ComputeTriangulate};
 
 }

@@ -97,7 +97,8 @@ void PrimitiveMesh::AddStrip(int lower, int upper, int count, int lowerUV, int u
 {
   for (int i = 0; i < count; ++i) {
     const int next = (i + 1) % count;
-    AddFace({lower + i, lower + next, upper + next, upper + i}, {lowerUV + i, lowerUV + i + 1, upperUV + i + 1, upperUV + i});
+    AddFace({lower + i, lower + next, upper + next, upper + i},
+            {lowerUV + i, lowerUV + i + 1, upperUV + i + 1, upperUV + i});
   }
 }
 

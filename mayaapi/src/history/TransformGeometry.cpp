@@ -85,6 +85,6 @@ std::shared_ptr<Mesh> ComputeTransformGeometry(Node& node, unsigned int, std::st
 }
 
 const HistoryNodeType kTransformGeometryType{"transformGeometry", MFn::kTransformGeometry, {}, kAttributes,
-                                             "outputGeometry", ComputeTransformGeometry};
+                                             "outputGeometry", "inputGeometry", ComputeTransformGeometry};
 
 }

@@ -55,7 +55,7 @@ std::shared_ptr<Mesh> ComputeTweak(Node& node, unsigned int index, std::string& 
 
 }
 
-const HistoryNodeType kTweakType{"tweak", MFn::kTweak, kGeometryFilterAttributes, kAttributes, "outputGeometry",
-                                 ComputeTweak};
+const HistoryNodeType kTweakType{"tweak", MFn::kTweak, kGeometryFilterAttributes, kAttributes,
+                                 "outputGeometry", "inputGeometry", ComputeTweak};
 
 }
