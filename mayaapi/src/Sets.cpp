@@ -1,5 +1,7 @@
 #include "Sets.h"
 
+#include "NumberCast.h"
+
 #include <algorithm>
 
 namespace standin {
@@ -71,7 +73,7 @@ std::shared_ptr<ComponentData> GroupComponent(const Node* member, const PlugKey&
   Attribute* id = shape->FindAttribute("objectGroupId");
   if (!mesh || !id)
     return nullptr;
-  const auto found = mesh->groups.find(static_cast<int>(EvaluatePlug(shape, PlugKey{id, group.indices}).number));
+  const auto found = mesh->groups.find(ClampTo<int>(EvaluatePlug(shape, PlugKey{id, group.indices}).number));
   return found == mesh->groups.end() ? nullptr : std::make_shared<ComponentData>(*found->second);
 }
 

@@ -89,13 +89,13 @@ bool ItemOffsets(Node& node, unsigned int base, unsigned int target, unsigned in
 double DirectedWeight(Node& node, unsigned int target)
 {
   double weight = Number(node, "weight", {target});
-  auto directory = static_cast<int>(Number(node, "parentDirectory", {target}));
+  auto directory = ClampTo<int>(Number(node, "parentDirectory", {target}));
   // Directories form a tree under directory 0; a malformed file may loop, so the walk is bounded.
   for (int step = 0; step < 64 && directory >= 0; ++step) {
     weight *= Number(node, "directoryWeight", {static_cast<unsigned int>(directory)});
     if (directory == 0)
       break;
-    directory = static_cast<int>(Number(node, "parentIndex", {static_cast<unsigned int>(directory)}));
+    directory = ClampTo<int>(Number(node, "parentIndex", {static_cast<unsigned int>(directory)}));
   }
   return weight;
 }
@@ -106,7 +106,7 @@ std::shared_ptr<Mesh> ComputeBlendShape(Node& node, unsigned int index, std::str
   if (!in)
     return nullptr;
   std::shared_ptr<Mesh> out = CopyPoints(*in);
-  const std::vector<char> moved = DeformedVertices(*in, static_cast<int>(Number(node, "groupId", {index})));
+  const std::vector<char> moved = DeformedVertices(*in, ClampTo<int>(Number(node, "groupId", {index})));
   const double envelope = Number(node, "envelope");
   const size_t count = moved.size();
   std::vector<MVector> sum(count);

@@ -1,6 +1,8 @@
 #include "HistoryNode.h"
 #include "MeshEdit.h"
 
+#include "../NumberCast.h"
+
 #include <algorithm>
 
 // groupParts tags components of the geometry passing through with its group id: Maya writes one per shading
@@ -34,7 +36,7 @@ std::shared_ptr<Mesh> ComputeGroupParts(Node& node, unsigned int, std::string& p
   const std::shared_ptr<const ComponentData> added = Components(node, "inputComponents");
   if (!added)
     return out;
-  const auto id = static_cast<int>(Number(node, "groupId"));
+  const auto id = ClampTo<int>(Number(node, "groupId"));
   const auto existing = in->groups.find(id);
   auto group = std::make_shared<ComponentData>(added->type);
   const int count = CountOf(*in, added->type);

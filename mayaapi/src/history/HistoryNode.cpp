@@ -1,5 +1,7 @@
 #include "HistoryNode.h"
 
+#include "../NumberCast.h"
+
 #include <cmath>
 #include <set>
 #include <utility>
@@ -116,7 +118,7 @@ std::shared_ptr<Mesh> HistoryOutput(Node* node, unsigned int index)
   return CachedOutput(node, index, [&]() {
     EvaluateUpstream(node);
     std::string problem;
-    const auto state = static_cast<int>(Number(*node, "nodeState"));
+    const auto state = ClampTo<int>(Number(*node, "nodeState"));
     std::shared_ptr<Mesh> mesh;
     if (state == kBlocking) {
       problem = "its nodeState blocks it";
@@ -170,7 +172,7 @@ void EvaluateUpstream(Node* start)
 
 bool FitsInMemory(double faceCount, std::string& problem)
 {
-  constexpr double kMostFaces = 1 << 26;
+  constexpr double kMostFaces = 1 << 24;
   if (faceCount <= kMostFaces)
     return true;
   problem = "it would make more faces than memory holds";

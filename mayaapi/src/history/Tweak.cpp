@@ -31,7 +31,7 @@ std::shared_ptr<Mesh> ComputeTweak(Node& node, unsigned int index, std::string& 
   if (!in)
     return nullptr;
   std::shared_ptr<Mesh> out = CopyPoints(*in);
-  const std::vector<char> moved = DeformedVertices(*in, static_cast<int>(Number(node, "groupId", {index})));
+  const std::vector<char> moved = DeformedVertices(*in, ClampTo<int>(Number(node, "groupId", {index})));
   const double envelope = Number(node, "envelope");
   const bool relative = Number(node, "relativeTweak") != 0.0;
   auto apply = [&](const char* list, const char* (&axes)[3], bool offsets) {
