@@ -119,10 +119,19 @@ void VMVisArea::ClearTriLists()
 
 int VMVisArea::Link(VMPrimitive& primitive)
 {
-    const int result = AddPrimitive(&primitive);
-    if (result == 0 && primitive.Owners.Find(this) < 0)
-        primitive.Owners.Add(this);
-    return result;
+    // The two sides mirror each other, so the primitive's short owner list tells whether the
+    // area's long list holds it already, without a search through the latter.
+    if (primitive.Owners.Find(this) >= 0)
+        return 0;
+    switch (primitive.Kind()) {
+    case VMPrimitiveKind::Polygon: m_polygons.Add(static_cast<VMPolygon*>(&primitive)); break;
+    case VMPrimitiveKind::TriList: m_triLists.Add(static_cast<VMTriList*>(&primitive)); break;
+    case VMPrimitiveKind::Patch: m_patches.Add(static_cast<VMPatch*>(&primitive)); break;
+    case VMPrimitiveKind::Heightfield: m_heightfields.Add(static_cast<VMHeightfield*>(&primitive)); break;
+    }
+    ++m_elementCount;
+    primitive.Owners.Add(this);
+    return 0;
 }
 
 int VMVisArea::Unlink(VMPrimitive& primitive)

@@ -67,7 +67,8 @@ public:
     void ClearPolygons();
     void ClearTriLists();
 
-    // Both directions: the area lists the primitive and the primitive lists the area.
+    // Both directions: the area lists the primitive and the primitive lists the area. Relies on
+    // the two sides mirroring each other: a primitive that lists the area is taken as listed.
     int Link(VMPrimitive& primitive);
     int Unlink(VMPrimitive& primitive);
     // Both directions: the replacement takes the polygon's place in the area's list and the

@@ -69,7 +69,12 @@ private:
         uint64_t Masks[MaskChannels] = {0, 0};
     };
 
-    void BuildNode(int32_t index, int32_t first, int32_t count, const std::vector<VBVector>& centres);
+    struct Centre {
+        double Position[3];
+        int32_t Item;
+    };
+
+    void BuildNode(int32_t index, int32_t first, int32_t count, const VBBox& centreBox, std::vector<Centre>& centres);
 
     // Distances within this relative margin of the best are not pruned: rounding in the two
     // computations must not hide a tie.
