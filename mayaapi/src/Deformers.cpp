@@ -7,6 +7,7 @@
 #include "Sets.h"
 
 #include <algorithm>
+#include <map>
 
 namespace {
 
@@ -95,6 +96,29 @@ bool ComponentVertices(const MObject& components, size_t vertexCount, std::vecto
       return false;
   vertices = data->elements;
   return true;
+}
+
+}
+
+namespace standin {
+
+bool SkinWeights::IsWellFormed() const
+{
+  if (Starts.empty() || Starts.front() != 0 || Starts.back() != Influences.size() || Weights.size() != Influences.size())
+    return false;
+  return std::is_sorted(Starts.begin(), Starts.end());
+}
+
+SkinWeights SkinWeights::FromRows(const std::vector<std::vector<double>>& rows)
+{
+  SkinWeights table;
+  for (const std::vector<double>& row : rows) {
+    for (size_t j = 0; j < row.size(); ++j)
+      if (row[j] != 0.0)
+        table.Add(static_cast<unsigned int>(j), row[j]);
+    table.EndVertex();
+  }
+  return table;
 }
 
 }
@@ -222,17 +246,27 @@ MStatus MFnSkinCluster::getWeights(const MDagPath& shape, const MObject& compone
   const Output* output = OutputFor(outputs, shape);
   if (!output)
     return MStatus(MS::kInvalidParameter, "Geometry is not deformed by this skin cluster");
-  influenceCount = static_cast<unsigned int>(Influences(node).size());
-  const auto rows = node->skinWeights.find(output->index);
-  const size_t vertexCount = rows == node->skinWeights.end() ? 0 : rows->second.size();
+  const std::vector<Influence> influences = Influences(node);
+  influenceCount = static_cast<unsigned int>(influences.size());
+  const auto found = node->skinWeights.find(output->index);
+  static const standin::SkinWeights kNone;
+  const standin::SkinWeights& table = found == node->skinWeights.end() ? kNone : found->second;
   std::vector<int> vertices;
-  if (!ComponentVertices(components, vertexCount, vertices))
+  if (!ComponentVertices(components, table.VertexCount(), vertices))
     return MS::kInvalidParameter;
-  for (int v : vertices)
-    for (unsigned int j = 0; j < influenceCount; ++j) {
-      const auto& row = rows->second[static_cast<size_t>(v)];
-      weights.append(j < row.size() ? row[j] : 0.0);
+  // The weights name influences by logical index; the answer lists them in influenceObjects order.
+  std::map<unsigned int, unsigned int> column;
+  for (unsigned int k = 0; k < influenceCount; ++k)
+    column.emplace(influences[k].logical, k);
+  weights.setLength(static_cast<unsigned int>(vertices.size()) * influenceCount);
+  for (size_t n = 0; n < vertices.size(); ++n) {
+    const size_t v = static_cast<size_t>(vertices[n]);
+    for (unsigned int e = table.Starts[v]; e < table.Starts[v + 1]; ++e) {
+      const auto k = column.find(table.Influences[e]);
+      if (k != column.end())
+        weights[static_cast<unsigned int>(n) * influenceCount + k->second] = table.Weights[e];
     }
+  }
   return MS::kSuccess;
 }
 

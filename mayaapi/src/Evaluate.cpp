@@ -96,11 +96,12 @@ std::shared_ptr<Mesh> SkinnedMesh(Node* skin, unsigned int index)
   Attribute* matrixAttr = skin->FindAttribute("matrix");
   Attribute* bindAttr = skin->FindAttribute("bindPreMatrix");
   const MMatrix geom = MatrixOf(EvaluatePlug(skin, PlugKey{skin->FindAttribute("geomMatrix"), {}}));
-  std::vector<MMatrix> influence;
+  // By logical "matrix" index, as the weights name them.
+  std::map<unsigned int, MMatrix> influence;
   for (unsigned int logical : skin->elements[PlugKey{matrixAttr, {}}]) {
     const MMatrix world = MatrixOf(EvaluatePlug(skin, PlugKey{matrixAttr, {logical}}));
     const MMatrix bind = MatrixOf(EvaluatePlug(skin, PlugKey{bindAttr, {logical}}));
-    influence.push_back(geom * bind * world * geom.inverse());
+    influence.emplace(logical, geom * bind * world * geom.inverse());
   }
   const auto weights = skin->skinWeights.find(index);
   const double envelope = EvaluateNumber(skin, "envelope");
@@ -109,18 +110,19 @@ std::shared_ptr<Mesh> SkinnedMesh(Node* skin, unsigned int index)
   out->points = input->points;
   if (weights == skin->skinWeights.end())
     return out;
-  const size_t vertexCount = input->points.size() / 3;
-  for (size_t v = 0; v < vertexCount && v < weights->second.size(); ++v) {
+  const SkinWeights& table = weights->second;
+  const size_t vertexCount = std::min<size_t>(input->points.size() / 3, table.VertexCount());
+  for (size_t v = 0; v < vertexCount; ++v) {
     const MPoint p(input->points[v * 3], input->points[v * 3 + 1], input->points[v * 3 + 2]);
     MPoint sum(0.0, 0.0, 0.0, 0.0);
-    const std::vector<double>& row = weights->second[v];
-    for (size_t j = 0; j < row.size() && j < influence.size(); ++j) {
-      if (row[j] == 0.0)
+    for (unsigned int e = table.Starts[v]; e < table.Starts[v + 1]; ++e) {
+      const auto matrix = influence.find(table.Influences[e]);
+      if (matrix == influence.end() || table.Weights[e] == 0.0)
         continue;
-      const MPoint q = p * influence[j];
-      sum.x += row[j] * q.x;
-      sum.y += row[j] * q.y;
-      sum.z += row[j] * q.z;
+      const MPoint q = p * matrix->second;
+      sum.x += table.Weights[e] * q.x;
+      sum.y += table.Weights[e] * q.y;
+      sum.z += table.Weights[e] * q.z;
     }
     out->points[v * 3] = ClampTo<float>(p.x + envelope * (sum.x - p.x));
     out->points[v * 3 + 1] = ClampTo<float>(p.y + envelope * (sum.y - p.y));

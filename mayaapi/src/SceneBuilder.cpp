@@ -463,14 +463,22 @@ bool SetKeys(const MObject& curveObject, const std::vector<KeySpec>& keys)
 
 MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const std::vector<std::vector<double>>& weights)
 {
-  standin::Node* mesh = NodeOf(shape);
-  if (!mesh || mesh->type != MFn::kMesh || mesh->parents.empty() || joints.empty())
-    return MObject();
-  const size_t vertexCount = mesh->mesh->points.size() / 3;
-  if (weights.size() != vertexCount)
-    return MObject();
   for (const auto& row : weights)
     if (row.size() != joints.size())
+      return MObject();
+  return SkinMesh(shape, joints, SkinWeights::FromRows(weights));
+}
+
+MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const SkinWeights& weights)
+{
+  standin::Node* mesh = NodeOf(shape);
+  if (!mesh || mesh->type != MFn::kMesh || mesh->parents.empty() || joints.empty() || !mesh->mesh)
+    return MObject();
+  const size_t vertexCount = mesh->mesh->points.size() / 3;
+  if (weights.VertexCount() != vertexCount || !weights.IsWellFormed())
+    return MObject();
+  for (unsigned int influence : weights.Influences)
+    if (influence >= joints.size())
       return MObject();
   for (const MObject& joint : joints)
     if (!NodeOf(joint) || NodeOf(joint)->type != MFn::kJoint)

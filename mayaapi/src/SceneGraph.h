@@ -9,6 +9,7 @@
 #include <maya/MSelectionList.h>
 #include <maya/MTime.h>
 #include <standin/PlugKey.h>
+#include <standin/SkinWeights.h>
 
 #include <cstdint>
 #include <functional>
@@ -154,8 +155,8 @@ struct Node {
 
   std::shared_ptr<Mesh> mesh;
   std::vector<AnimKey> keys;
-  // Skin weights per geometry index: one row per vertex, one column per influence in "matrix" index order.
-  std::map<unsigned int, std::vector<std::vector<double>>> skinWeights;
+  // Skin weights per geometry index.
+  std::map<unsigned int, SkinWeights> skinWeights;
   // Joint cluster weights per geometry index, in the order of the deformer set's member vertices.
   std::map<unsigned int, std::vector<double>> clusterWeights;
   Node* deformerSet = nullptr;

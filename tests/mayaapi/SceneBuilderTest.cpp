@@ -111,6 +111,15 @@ TEST_F(SceneBuilderTest, SkinningRefusesWeightsThatDoNotFitTheMeshOrTheJoints)
   EXPECT_TRUE(SkinMesh(shape, {joint}, {{1.0}, {1.0}}).isNull());
   EXPECT_TRUE(SkinMesh(shape, {joint}, {{1.0, 0.0}, {1.0}, {1.0}, {1.0}}).isNull());
   EXPECT_TRUE(SkinMesh(shape, {CreateNode("transform", "notAJoint")}, {{1.0}, {1.0}, {1.0}, {1.0}}).isNull());
+  SkinWeights pastTheJoints;
+  for (unsigned int v = 0; v < 4; ++v) {
+    pastTheJoints.Add(v == 3 ? 1 : 0, 1.0);
+    pastTheJoints.EndVertex();
+  }
+  EXPECT_TRUE(SkinMesh(shape, {joint}, pastTheJoints).isNull());
+  SkinWeights unclosed = pastTheJoints;
+  unclosed.Add(0, 1.0);
+  EXPECT_TRUE(SkinMesh(shape, {joint, joint}, unclosed).isNull());
   const MObject skin = SkinMesh(shape, {joint}, {{1.0}, {1.0}, {1.0}, {1.0}});
   ASSERT_FALSE(skin.isNull());
   MObjectArray inputs;

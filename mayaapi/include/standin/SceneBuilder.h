@@ -7,6 +7,7 @@
 #include <maya/MVector.h>
 #include <maya/MPlug.h>
 #include <maya/MTime.h>
+#include <standin/SkinWeights.h>
 
 #include <string>
 #include <utility>
@@ -95,6 +96,8 @@ bool SetKeys(const MObject& curve, const std::vector<KeySpec>& keys);
 // skinCluster: moves the shape's geometry to a new intermediate "<shape>Orig" and feeds it through a skin cluster
 // with the joints' current world matrices as bind matrices. weights: one row per vertex, one column per joint.
 MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const std::vector<std::vector<double>>& weights);
+// The same with sparse weights, whose influences number the joints in the order given.
+MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const SkinWeights& weights);
 // A rigid-skinning joint cluster that binds the listed vertices of one instance of the shape to the joint with the
 // given weights.
 MObject BindRigid(const MObject& joint, const MObject& shape, const std::vector<int>& vertices,
