@@ -1,5 +1,6 @@
 #include "harvest/GetSkins.h"
 
+#include "harvest/ForEachVertexWeights.h"
 #include "harvest/HarvestState.h"
 #include "model/SkinInfluences.h"
 #include "model/VMModel.h"
@@ -8,8 +9,6 @@
 #include "report/VReport.h"
 
 #include <maya/MDagPathArray.h>
-#include <maya/MDoubleArray.h>
-#include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MFnSkinCluster.h>
 #include <maya/MItDependencyNodes.h>
 #include <maya/MItGeometry.h>
@@ -44,16 +43,6 @@ bool MapInfluences(const MDagPathArray& influences, const VMSkeleton* skeleton, 
     return true;
 }
 
-// All weights of the geometry in one query, vertex by vertex, influence by influence.
-MStatus ReadWeights(const MFnSkinCluster& skin, const MDagPath& geometry, int vertexCount, MDoubleArray& weights)
-{
-    MFnSingleIndexedComponent fnComponent;
-    const MObject all = fnComponent.create(MFn::kMeshVertComponent);
-    fnComponent.setCompleteData(vertexCount);
-    unsigned int influenceCount = 0;
-    return skin.getWeights(geometry, all, weights, influenceCount);
-}
-
 int Strongest(const double* weights, unsigned int count)
 {
     unsigned int strongest = 0;
@@ -66,41 +55,35 @@ int Strongest(const double* weights, unsigned int count)
 void SkinVertices(HarvestState& state, VMModel& model, const MFnSkinCluster& skin, const MDagPath& geometry,
                   int entry, const std::vector<VMBone*>& bones)
 {
-    MItGeometry vertices(geometry);
-    MDoubleArray weights;
-    const MStatus status = ReadWeights(skin, geometry, vertices.count(), weights);
+    const bool blended = state.Parameters.Options.ExportBlended != 0;
+    const int base = state.MeshNodes[entry].VertexBase;
+    const MStatus status =
+        ForEachVertexWeights(skin, geometry, [&](int mayaIndex, const double* row, unsigned int count) {
+            if (count == 0 || count != bones.size()) {
+                DebugPrint("No influence objects.\r\n");
+                return;
+            }
+            VMSkinVertex* vertex = MeshNodeVertex(state, model, entry, mayaIndex);
+            if (blended) {
+                for (unsigned int j = 0; j < count; ++j) {
+                    if (!(row[j] > kSmallestBlendedWeight) || bones[j] == nullptr)
+                        continue;
+                    AttachVertex(bones[j], vertex, static_cast<float>(row[j]));
+                    DebugPrint("Adding vertex %d, mesh node at %d, total %d, weight %f, bone %s\r\n", mayaIndex, base,
+                               base + mayaIndex, row[j], bones[j]->Name.c_str());
+                }
+                return;
+            }
+            VMBone* bone = bones[static_cast<size_t>(Strongest(row, count))];
+            if (bone == nullptr)
+                return;
+            AttachVertex(bone, vertex, 1.0f);
+            DebugPrint("Adding vertex %d, mesh node at %d, total %d \r\n", mayaIndex, base, base + mayaIndex);
+        });
     if (!status) {
         DebugPrint("Error getting weights.\r\n");
         DebugPrint("%s\r\n", status.errorString().asChar());
         DebugPrint("%s\r\n", geometry.fullPathName().asChar());
-        return;
-    }
-    const unsigned int influenceCount = static_cast<unsigned int>(bones.size());
-    const bool blended = state.Parameters.Options.ExportBlended != 0;
-    const int base = state.MeshNodes[entry].VertexBase;
-    for (unsigned int v = 0; !vertices.isDone(); vertices.next(), ++v) {
-        const int mayaIndex = vertices.index();
-        if (weights.length() < (v + 1) * influenceCount) {
-            DebugPrint("No influence objects.\r\n");
-            continue;
-        }
-        VMSkinVertex* vertex = MeshNodeVertex(state, model, entry, mayaIndex);
-        const double* row = &weights[v * influenceCount];
-        if (blended) {
-            for (unsigned int j = 0; j < influenceCount; ++j) {
-                if (!(row[j] > kSmallestBlendedWeight) || bones[j] == nullptr)
-                    continue;
-                AttachVertex(bones[j], vertex, static_cast<float>(row[j]));
-                DebugPrint("Adding vertex %d, mesh node at %d, total %d, weight %f, bone %s\r\n", mayaIndex, base,
-                           base + mayaIndex, row[j], bones[j]->Name.c_str());
-            }
-            continue;
-        }
-        VMBone* bone = bones[static_cast<size_t>(Strongest(row, influenceCount))];
-        if (bone == nullptr)
-            continue;
-        AttachVertex(bone, vertex, 1.0f);
-        DebugPrint("Adding vertex %d, mesh node at %d, total %d \r\n", mayaIndex, base, base + mayaIndex);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/Number.h"
 #include "base/TextUtil.h"
+#include "harvest/ForEachVertexWeights.h"
 
 #include <maya/MAnimControl.h>
 #include <maya/MDagPath.h>
@@ -12,7 +13,6 @@
 #include <maya/MFnDagNode.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFnLight.h>
-#include <maya/MDoubleArray.h>
 #include <maya/MFnMatrixData.h>
 #include <maya/MFnMesh.h>
 #include <maya/MFnSet.h>
@@ -208,23 +208,16 @@ SkinUse CountSkinUse(const MFnSkinCluster& skin, unsigned int influenceCount)
         MDagPath geometry;
         if (!skin.getPathAtIndex(skin.indexForOutputConnection(c), geometry))
             continue;
-        MFnSingleIndexedComponent fnComponent;
-        const MObject all = fnComponent.create(MFn::kMeshVertComponent);
-        fnComponent.setCompleteData(MFnMesh(geometry).numVertices());
-        MDoubleArray weights;
-        unsigned int count = 0;
-        if (!skin.getWeights(geometry, all, weights, count) || count != influenceCount || count == 0)
-            continue;
-        for (unsigned int v = 0; v < weights.length() / count; ++v) {
+        ForEachVertexWeights(skin, geometry, [&](int, const double* weights, unsigned int count) {
             unsigned int used = 0;
-            for (unsigned int j = 0; j < count; ++j)
-                if (weights[v * count + j] > 0.0) {
+            for (unsigned int j = 0; j < count && j < influenceCount; ++j)
+                if (weights[j] > 0.0) {
                     ++use.Vertices[j];
                     ++used;
                 }
             use.MostPerVertex = std::max(use.MostPerVertex, used);
             ++use.VertexCount;
-        }
+        });
     }
     return use;
 }

@@ -59,8 +59,8 @@ struct SkinCase {
 
 class SkinClustersTest : public GetSkinsTest, public ::testing::WithParamInterface<SkinCase> {};
 
-// A joint cluster of b holds vertices 0 and 5 of the smoothly skinned body: rigid weights come
-// first, then the skin cluster's in influence order.
+// Joint clusters of a (vertex 0) and then b (vertices 0 and 5) over the smoothly skinned body: rigid
+// weights come first, in the clusters' node order, then the skin cluster's in influence order.
 TEST_P(SkinClustersTest, RigidThenSmoothWeightsInInfluenceOrder)
 {
     parameters.Options.ExportBlended = GetParam().ExportBlended;
@@ -71,6 +71,7 @@ TEST_P(SkinClustersTest, RigidThenSmoothWeightsInInfluenceOrder)
     ASSERT_FALSE(SkinMesh(body, {root, a, b},
                           {{1, 0, 0}, {0.5, 0.5, 0}, {0.001, 0.999, 0}, {0, 0.4, 0.6}, {0.2, 0.2, 0.6}, {0, 0, 1}})
                      .isNull());
+    ASSERT_FALSE(BindRigid(a, body, {0}, {0.25}).isNull());
     ASSERT_FALSE(BindRigid(b, body, {0, 5}, {0.5, 0.001}).isNull());
     CreateNode("jointCluster", "orphanCluster");
 
@@ -83,7 +84,7 @@ TEST_P(SkinClustersTest, RigidThenSmoothWeightsInInfluenceOrder)
     EXPECT_EQ(report.Count(IssueVertexWithoutSkin), 0);
     EXPECT_EQ(Validate(model), std::vector<std::string>{});
     const std::string log = DebugText();
-    EXPECT_NE(log.find("JointCluster DepNode: jointCluster1\r\nTrying to get joint connection: [jointCluster1]\r\n"
+    EXPECT_NE(log.find("JointCluster DepNode: jointCluster2\r\nTrying to get joint connection: [jointCluster2]\r\n"
                        "Got bone b\r\n"),
               std::string::npos);
     EXPECT_NE(log.find("DepNode: skinCluster1\r\nFound! Smooth skinning...\r\n"), std::string::npos);
@@ -96,7 +97,7 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         // Weights of 0.001 and below are left out.
         SkinCase{"Blended", 1,
-                 {{{"b", 0.5f}, {"root", 1.0f}},
+                 {{{"a", 0.25f}, {"b", 0.5f}, {"root", 1.0f}},
                   {{"root", 0.5f}, {"a", 0.5f}},
                   {{"a", 0.999f}},
                   {{"a", 0.4f}, {"b", 0.6f}},
@@ -104,7 +105,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {{"b", 1.0f}}}},
         // The strongest influence at full weight; of equal ones the first.
         SkinCase{"Strongest", 0,
-                 {{{"b", 0.5f}, {"root", 1.0f}},
+                 {{{"a", 0.25f}, {"b", 0.5f}, {"root", 1.0f}},
                   {{"root", 1.0f}},
                   {{"a", 1.0f}},
                   {{"b", 1.0f}},
