@@ -105,8 +105,8 @@ MObject BindRigid(const MObject& joint, const MObject& shape, const std::vector<
 // dagPose -bp -save: remembers the members' current transform values as their bind pose.
 MObject SaveBindPose(const std::vector<MObject>& members);
 
-// A mesh shape whose construction history could not be evaluated at the current time: the node where evaluation
-// stopped, its type and why. `empty` when the shape reads as empty for it; otherwise it shows the geometry the file
+// A mesh shape (by its shortest unique path) whose construction history could not be evaluated at the current
+// time: the node where evaluation stopped, its type and why. `empty` when the shape reads as empty for it; otherwise it shows the geometry the file
 // stored on it.
 struct HistoryProblem {
   std::string mesh;

@@ -1,5 +1,7 @@
 #include <standin/SceneBuilder.h>
 
+#include <maya/MDagPath.h>
+
 #include "HistoryNode.h"
 
 #include <algorithm>
@@ -73,8 +75,12 @@ std::vector<HistoryProblem> HistoryProblems()
       continue;
     const std::shared_ptr<Mesh> shown = ShapeGeometry(shape);
     const bool empty = !shown || shown->topology->FaceCount() == 0;
+    // The shape by the shortest path that names it alone, as several shapes may share a name.
+    const auto paths = AllPaths(shape);
+    const std::string mesh =
+        paths.empty() ? shape->name : MDagPath::standinFromNodes(paths.front()).partialPathName().asChar();
     auto report = [&](const Node& node, const std::string& reason) {
-      problems.push_back(HistoryProblem{shape->name, node.name, node.typeName, reason, empty});
+      problems.push_back(HistoryProblem{mesh, node.name, node.typeName, reason, empty});
     };
     const std::vector<Source> upstream = Upstream(shape);
     const auto stop = std::find_if(upstream.begin(), upstream.end(), [](const Source& source) {
