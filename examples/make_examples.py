@@ -4,10 +4,15 @@
     level/   a walled courtyard with a floor, walls, crates and a roofed hut: five materials, TGA and PNG
     crate/   one textured crate
     pillar/  an untextured pillar with a plain colour material
+    house/   two rooms joined by a door, a corridor beyond an arch, crates and a screen (glTF): the
+             door and the arch are portal nodes, the screen an anti-portal, marked with the
+             plug-in's node attributes as glTF extras
 
 Run from anywhere; the files are written beside this script. The output is deterministic.
 """
 
+import base64
+import json
 import math
 import os
 import struct
@@ -174,7 +179,177 @@ def make_pillar():
     write_mtl(folder, "pillar", [("marble", (0.9, 0.88, 0.82), None)])
 
 
+class GltfWriter:
+    """Collects meshes of flat-shaded polygons into one glTF file with its buffer embedded.
+
+    Each node holds one mesh; a polygon is fanned into triangles and wound so that its normal
+    points the way asked for. Node extras become Maya attributes on import.
+    """
+
+    def __init__(self, name, materials):
+        self.name = name
+        self.materials = materials
+        self.buffer = bytearray()
+        self.nodes, self.meshes, self.accessors, self.views = [], [], [], []
+
+    def _accessor(self, data, count, kind, target, bounds=None):
+        self.views.append({"buffer": 0, "byteOffset": len(self.buffer), "byteLength": len(data), "target": target})
+        self.buffer += data
+        accessor = {"bufferView": len(self.views) - 1, "componentType": 5126 if kind == "VEC3" else 5125,
+                    "count": count, "type": kind}
+        if bounds:
+            accessor["min"], accessor["max"] = bounds
+        self.accessors.append(accessor)
+        return len(self.accessors) - 1
+
+    def node(self, name, polygons, extras=None):
+        """polygons: (material, corners, facing); facing is the direction the normal must point."""
+        primitives = []
+        for material in sorted({m for m, _, _ in polygons}):
+            positions, normals = [], []
+            for m, corners, facing in polygons:
+                if m != material:
+                    continue
+                a, b, c = corners[0], corners[1], corners[2]
+                n = cross(sub(b, a), sub(c, a))
+                if dot(n, facing) < 0:
+                    corners = corners[::-1]
+                    n = (-n[0], -n[1], -n[2])
+                length = math.sqrt(dot(n, n))
+                n = (n[0] / length, n[1] / length, n[2] / length)
+                for k in range(1, len(corners) - 1):
+                    for corner in (corners[0], corners[k], corners[k + 1]):
+                        positions.append(corner)
+                        normals.append(n)
+            count = len(positions)
+            low = [min(p[i] for p in positions) for i in range(3)]
+            high = [max(p[i] for p in positions) for i in range(3)]
+            pack = lambda points: b"".join(struct.pack("<3f", *p) for p in points)
+            position = self._accessor(pack(positions), count, "VEC3", 34962, (low, high))
+            normal = self._accessor(pack(normals), count, "VEC3", 34962)
+            indices = self._accessor(struct.pack("<%dI" % count, *range(count)), count, "SCALAR", 34963)
+            primitives.append({"attributes": {"POSITION": position, "NORMAL": normal}, "indices": indices,
+                               "material": [m for m, _ in self.materials].index(material)})
+        self.meshes.append({"name": name, "primitives": primitives})
+        node = {"name": name, "mesh": len(self.meshes) - 1}
+        if extras:
+            node["extras"] = extras
+        self.nodes.append(node)
+
+    def save(self, folder):
+        document = {
+            "asset": {"version": "2.0", "generator": "Kestrel make_examples.py"},
+            "scene": 0,
+            "scenes": [{"nodes": list(range(len(self.nodes)))}],
+            "nodes": self.nodes,
+            "meshes": self.meshes,
+            "materials": [{"name": m, "pbrMetallicRoughness": {"baseColorFactor": list(c) + [1.0],
+                                                                 "metallicFactor": 0.0}}
+                          for m, c in self.materials],
+            "accessors": self.accessors,
+            "bufferViews": self.views,
+            "buffers": [{"byteLength": len(self.buffer),
+                         "uri": "data:application/octet-stream;base64," + base64.b64encode(self.buffer).decode()}],
+        }
+        with open(os.path.join(folder, self.name + ".gltf"), "w", newline="\n") as f:
+            json.dump(document, f, indent=1)
+            f.write("\n")
+
+
+def sub(a, b):
+    return (a[0] - b[0], a[1] - b[1], a[2] - b[2])
+
+
+def dot(a, b):
+    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]
+
+
+def cross(a, b):
+    return (a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0])
+
+
+def room_shell(material, x0, x1, z0, z1, height, holes):
+    """The inside faces of a room; holes maps "west"/"east" to the doorway (z low, z high, top)."""
+    polygons = [
+        ("floor", [(x0, 0, z0), (x1, 0, z0), (x1, 0, z1), (x0, 0, z1)], (0, 1, 0)),
+        (material, [(x0, height, z0), (x1, height, z0), (x1, height, z1), (x0, height, z1)], (0, -1, 0)),
+        (material, [(x0, 0, z0), (x1, 0, z0), (x1, height, z0), (x0, height, z0)], (0, 0, 1)),
+        (material, [(x0, 0, z1), (x1, 0, z1), (x1, height, z1), (x0, height, z1)], (0, 0, -1)),
+    ]
+    for side, x in (("west", x0), ("east", x1)):
+        facing = (x0 - x, 0, 0) if side == "east" else (x1 - x, 0, 0)
+        pieces = [(z0, z1, 0, height)]
+        if side in holes:
+            a, b, top = holes[side]
+            pieces = [(z0, a, 0, height), (b, z1, 0, height), (a, b, top, height)]
+        for za, zb, ya, yb in pieces:
+            if za < zb and ya < yb:
+                polygons.append((material, [(x, ya, za), (x, ya, zb), (x, yb, zb), (x, yb, za)], facing))
+    return polygons
+
+
+def tunnel(material, x0, x1, za, zb, top):
+    """The floor, lintel and jambs of a doorway through a wall, seen from inside the opening."""
+    return [
+        ("floor", [(x0, 0, za), (x1, 0, za), (x1, 0, zb), (x0, 0, zb)], (0, 1, 0)),
+        (material, [(x0, top, za), (x1, top, za), (x1, top, zb), (x0, top, zb)], (0, -1, 0)),
+        (material, [(x0, 0, za), (x1, 0, za), (x1, top, za), (x0, top, za)], (0, 0, 1)),
+        (material, [(x0, 0, zb), (x1, 0, zb), (x1, top, zb), (x0, top, zb)], (0, 0, -1)),
+    ]
+
+
+def closed_box(material, low, high):
+    (x0, y0, z0), (x1, y1, z1) = low, high
+    c = ((x0 + x1) / 2, (y0 + y1) / 2, (z0 + z1) / 2)
+    faces = [[(x0, y0, z0), (x1, y0, z0), (x1, y0, z1), (x0, y0, z1)],
+             [(x0, y1, z0), (x1, y1, z0), (x1, y1, z1), (x0, y1, z1)],
+             [(x0, y0, z0), (x1, y0, z0), (x1, y1, z0), (x0, y1, z0)],
+             [(x0, y0, z1), (x1, y0, z1), (x1, y1, z1), (x0, y1, z1)],
+             [(x0, y0, z0), (x0, y1, z0), (x0, y1, z1), (x0, y0, z1)],
+             [(x1, y0, z0), (x1, y1, z0), (x1, y1, z1), (x1, y0, z1)]]
+    polygons = []
+    for face in faces:
+        centre = tuple(sum(p[i] for p in face) / 4 for i in range(3))
+        polygons.append((material, face, sub(centre, c)))
+    return polygons
+
+
+def covering_triangle(x, za, zb, ya, yb):
+    """A triangle in the plane at x around the rectangle za..zb by ya..yb: base below, apex above."""
+    half = zb - za
+    return [(x, ya, za - half / 2), (x, ya, zb + half / 2), (x, ya + 2 * (yb - ya), (za + zb) / 2)]
+
+
+def make_house():
+    """Metres, Y up. Room A (x 0..6) and room B (x 6.3..12.3) share a 0.3 m wall with a door;
+    beyond room B an arch leads into a corridor (x 12.6..22.6). Each portal stands in the middle
+    of its doorway, a little larger than the opening, its front facing +x."""
+    folder = os.path.join(HERE, "house")
+    os.makedirs(folder, exist_ok=True)
+    house = GltfWriter("house", [("floor", (0.45, 0.4, 0.35)), ("plaster", (0.85, 0.82, 0.75)),
+                                 ("wood", (0.55, 0.35, 0.2))])
+    height, door, arch = 3.0, (2.0, 3.2, 2.2), (2.0, 3.0, 2.4)
+    house.node("roomA", room_shell("plaster", 0, 6, 0, 5, height, {"east": door}))
+    house.node("roomB", room_shell("plaster", 6.3, 12.3, 0, 5, height, {"west": door, "east": arch}))
+    house.node("corridor", room_shell("plaster", 12.6, 22.6, 1.75, 3.25, 2.8, {"west": arch}))
+    house.node("doorway", tunnel("plaster", 6.0, 6.3, *door))
+    house.node("archway", tunnel("plaster", 12.3, 12.6, *arch))
+    house.node("crateA", closed_box("wood", (1, 0.2, 1), (2, 1.2, 2)))
+    house.node("tableB", closed_box("wood", (8, 0.7, 1), (10, 0.8, 2)))
+    house.node("crateCorridor", closed_box("wood", (20, 0.2, 2), (20.8, 1, 2.8)))
+    house.node("door_portal", [("plaster", covering_triangle(6.15, door[0] - 0.1, door[1] + 0.1, -0.1, door[2] + 0.1),
+                                (1, 0, 0))],
+               {"ExportAs": 2, "front_name": "RoomB", "back_name": "RoomA"})
+    house.node("arch_portal", [("plaster", covering_triangle(12.45, arch[0] - 0.1, arch[1] + 0.1, -0.1, arch[2] + 0.1),
+                                (1, 0, 0))],
+               {"ExportAs": 2, "front_name": "Corridor", "back_name": "RoomB"})
+    house.node("screen_antiportal", [("wood", [(10, 0, 3), (10, 0, 4.5), (10, 2, 3.75)], (-1, 0, 0))],
+               {"ExportAs": 2, "antiportal": 1})
+    house.save(folder)
+
+
 if __name__ == "__main__":
     make_level()
     make_crate()
     make_pillar()
+    make_house()

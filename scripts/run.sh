@@ -26,6 +26,11 @@ for scene in examples/*/*.obj; do
   "$kestrel" export "$scene" -o "$project/Meshes/$name.qmesh" "${options[@]}"
 done
 
+# The house's doorways are portal nodes: its zones and portals go to house.qmesh_data/visibility.xml.
+echo
+echo "=== examples/house/house.gltf"
+"$kestrel" export examples/house/house.gltf -o "$project/Meshes/house.qmesh" --set ComputeVisibility=1
+
 echo
 echo "The project is $(pwd)/$project:"
 find "$project" -type f | sort | sed 's/^/  /'
