@@ -3,6 +3,7 @@
 #include <maya/MFnNumericAttribute.h>
 #include <maya/MFnStringData.h>
 #include <maya/MFnTypedAttribute.h>
+#include <maya/MFnUnitAttribute.h>
 
 #include "NumberCast.h"
 #include "SceneGraph.h"
@@ -58,6 +59,19 @@ MFnAttribute::MFnAttribute(const MObject& object, MStatus* status) { Attach(*thi
 MFnNumericAttribute::MFnNumericAttribute(const MObject& object, MStatus* status) { Attach(*this, object, status); }
 MFnTypedAttribute::MFnTypedAttribute(const MObject& object, MStatus* status) { Attach(*this, object, status); }
 MFnEnumAttribute::MFnEnumAttribute(const MObject& object, MStatus* status) { Attach(*this, object, status); }
+MFnUnitAttribute::MFnUnitAttribute(const MObject& object, MStatus* status) { Attach(*this, object, status); }
+
+MFnUnitAttribute::Type MFnUnitAttribute::unitType(MStatus* status) const
+{
+  const standin::Attribute* a = AttributeOf(m_object);
+  SetStatus(status, a ? MS::kSuccess : MS::kFailure);
+  switch (a ? a->kind : AttrKind::Message) {
+  case AttrKind::Angle: return kAngle;
+  case AttrKind::Distance: return kDistance;
+  case AttrKind::Time: return kTime;
+  default: return kInvalid;
+  }
+}
 
 MString MFnAttribute::name(MStatus* status) const
 {

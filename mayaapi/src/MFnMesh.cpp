@@ -271,6 +271,24 @@ MStatus MFnMesh::getUVSetNames(MStringArray& setNames) const
   return MS::kSuccess;
 }
 
+int MFnMesh::numColorSets(MStatus* status) const
+{
+  const auto mesh = standinMesh();
+  SetStatus(status, mesh ? MS::kSuccess : MS::kFailure);
+  return mesh ? static_cast<int>(mesh->topology->colorSets.size()) : 0;
+}
+
+MStatus MFnMesh::getColorSetNames(MStringArray& setNames) const
+{
+  setNames.clear();
+  const auto mesh = standinMesh();
+  if (!mesh)
+    return MS::kFailure;
+  for (const auto& set : mesh->topology->colorSets)
+    setNames.append(MString(set.name));
+  return MS::kSuccess;
+}
+
 MStatus MFnMesh::createUVSet(MString& setName)
 {
   const auto mesh = standinMesh();

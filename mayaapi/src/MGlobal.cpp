@@ -33,7 +33,7 @@ std::vector<std::string> Words(const std::string& command)
 // "dagPose -r -g -bp <node>": puts every member of the bind poses that hold the node back to its stored values.
 MStatus RestoreBindPose(const std::string& nodeName)
 {
-  standin::Node* target = standin::FindNode(nodeName.substr(nodeName.rfind('|') == std::string::npos ? 0 : nodeName.rfind('|') + 1));
+  standin::Node* target = standin::FindNodeByPath(nodeName);
   if (!target)
     return MStatus(MS::kInvalidParameter, "dagPose: No object matches name: " + nodeName);
   bool restored = false;

@@ -1,4 +1,7 @@
 #include <maya/MObject.h>
+#include <maya/MObjectHandle.h>
+
+#include <functional>
 
 #include "SceneGraph.h"
 
@@ -32,3 +35,10 @@ MFn::Type MObject::apiType() const
 bool MObject::hasFn(MFn::Type type) const { return !isNull() && standin::TypeHasFn(apiType(), type); }
 
 const char* MObject::apiTypeStr() const { return standin::TypeName(apiType()); }
+
+unsigned int MObjectHandle::hashCode() const
+{
+  const void* identity = m_object.standinNode() ? static_cast<const void*>(m_object.standinNode())
+                                                : static_cast<const void*>(m_object.standinAttribute());
+  return static_cast<unsigned int>(std::hash<const void*>()(identity));
+}

@@ -88,7 +88,7 @@ const std::vector<float>& Mesh::FaceNormals() const
 const std::vector<float>& Mesh::FaceVertexNormals() const
 {
   const MeshTopology& topo = *topology;
-  if (!topo.givenNormals.empty())
+  if (!topo.givenNormals.empty() && !topo.givenNormalsPartial)
     return topo.givenNormals;
   if (!m_normals.empty() || topo.FaceVertexCount() == 0)
     return m_normals;
@@ -159,6 +159,10 @@ const std::vector<float>& Mesh::FaceVertexNormals() const
           std::copy(sum, sum + 3, &m_normals[static_cast<size_t>(corners[static_cast<size_t>(begin + i)]) * 3]);
     }
   }
+  // Where only some corners have user normals, the others keep the computed ones.
+  for (size_t i = 0; i < topo.givenNormals.size() && i < m_normals.size(); ++i)
+    if (!std::isnan(topo.givenNormals[i]))
+      m_normals[i] = topo.givenNormals[i];
   return m_normals;
 }
 

@@ -18,6 +18,16 @@ struct UVSet {
   std::vector<int> faceVertexUV;
 };
 
+// A colour per face-vertex: RGBA values and one colour id per face-vertex.
+struct ColorSet {
+  std::string name;
+  // Which channels the set holds, as Maya's MFnMesh::MColorRepresentation: 1 alpha, 3 RGB, 4 RGBA.
+  int representation = 4;
+  std::vector<float> rgba;
+  // One colour id per face-vertex, -1 where the corner has no colour.
+  std::vector<int> faceVertexColor;
+};
+
 // Everything of a polygon mesh but its point positions, so that a deformed copy shares it.
 struct MeshTopology {
   int vertexCount = 0;
@@ -25,8 +35,12 @@ struct MeshTopology {
   std::vector<int> faceVertices;
   std::vector<UVSet> uvSets;
   int currentUVSet = 0;
-  // Explicit face-vertex normals (three floats per face-vertex); empty when computed from the edges.
+  std::vector<ColorSet> colorSets;
+  int currentColorSet = 0;
+  // Explicit face-vertex normals (three floats per face-vertex); empty when computed from the edges. A NaN marks a
+  // corner without one, whose normal is computed (givenNormalsPartial is then set).
   std::vector<float> givenNormals;
+  bool givenNormalsPartial = false;
   // Hard edges as sorted vertex pairs; every other edge is soft.
   std::vector<std::pair<int, int>> hardEdges;
 

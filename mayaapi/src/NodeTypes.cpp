@@ -135,7 +135,11 @@ struct Builder {
   void Light(MFn::Type type)
   {
     Dag();
-    Triple("color", "cl", K::Float, 1.0, "RGB");
+    // A light's colour children are colorR (cr) ..., not clr as the pattern of Triple would make them.
+    Attribute* color = Compound("color", "cl");
+    for (const char* channel : {"R", "G", "B"})
+      Add((std::string("color") + channel).c_str(), (std::string("c") + static_cast<char>(channel[0] | 0x20)).c_str(),
+          K::Float, 1.0, color);
     Add("intensity", "in", K::Float, 1.0);
     if (type == MFn::kAmbientLight) {
       Add("ambientShade", "as", K::Float, 0.45);

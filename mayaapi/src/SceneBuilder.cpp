@@ -5,6 +5,7 @@
 #include "Sets.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 namespace standin {
@@ -123,6 +124,21 @@ bool AddComponent(const std::string& text, std::shared_ptr<ComponentData>& list)
 
 Node* NodeOf(const MObject& object) { return object.standinNode(); }
 
+// Every polygon has three corners or more, and the corners name existing points.
+bool FitsTogether(const MeshDescription& description)
+{
+  size_t faceVertices = 0;
+  for (int count : description.counts) {
+    if (count < 3)
+      return false;
+    faceVertices += static_cast<size_t>(count);
+  }
+  if (faceVertices != description.connects.size())
+    return false;
+  return std::all_of(description.connects.begin(), description.connects.end(),
+                     [&](int v) { return v >= 0 && static_cast<size_t>(v) < description.points.size(); });
+}
+
 // The two enums list Maya's tangent types in the same order.
 Tangent ToTangent(TangentType type) { return static_cast<Tangent>(static_cast<int>(type)); }
 
@@ -180,6 +196,21 @@ MDagPath PathTo(const std::string& fullOrShortName)
 }
 
 bool AddInstance(const MObject& node, const MObject& parent) { return AddChild(NodeOf(parent), NodeOf(node)); }
+
+bool Reparent(const MObject& node, const MObject& parent)
+{
+  standin::Node* child = NodeOf(node);
+  standin::Node* target = parent.isNull() ? CurrentScene().world : NodeOf(parent);
+  if (!child || !child->dag || !target || !target->dag)
+    return false;
+  for (standin::Node* up = target; up; up = up->parents.empty() ? nullptr : up->parents.front())
+    if (up == child)
+      return false;
+  for (standin::Node* old : child->parents)
+    std::erase(old->children, child);
+  child->parents.clear();
+  return AddChild(target, child);
+}
 
 MPlug Plug(const std::string& nodeDotAttribute)
 {
@@ -247,8 +278,11 @@ bool SetPoints(const std::string& plug, const std::vector<MPoint>& points)
 
 bool ConnectAttr(const std::string& source, const std::string& destination)
 {
-  MPlug src = WritablePlug(source, AttrKind::Message);
-  MPlug dst = WritablePlug(destination, AttrKind::Message);
+  return ConnectAttr(WritablePlug(source, AttrKind::Message), WritablePlug(destination, AttrKind::Message));
+}
+
+bool ConnectAttr(const MPlug& src, const MPlug& dst)
+{
   if (src.isNull() || dst.isNull() || IsArrayPlug(src.standinKey()) || IsArrayPlug(dst.standinKey()))
     return false;
   return Connect(src.standinNode(), src.standinKey(), dst.standinNode(), dst.standinKey());
@@ -257,58 +291,70 @@ bool ConnectAttr(const std::string& source, const std::string& destination)
 bool AddAttr(const MObject& node, const std::string& longName, AttrType type, double defaultValue,
              const std::vector<std::string>& enumFields)
 {
-  standin::Node* n = NodeOf(node);
-  if (!n || longName.empty() || n->FindAttribute(longName))
-    return false;
-  auto a = std::make_unique<Attribute>();
-  a->name = longName;
-  a->dynamic = true;
-  a->defaultNumber = defaultValue;
-  switch (type) {
-  case AttrType::Bool: a->kind = AttrKind::Bool; break;
-  case AttrType::Int: a->kind = AttrKind::Int; break;
-  case AttrType::Short: a->kind = AttrKind::Short; break;
-  case AttrType::Float: a->kind = AttrKind::Float; break;
-  case AttrType::Double: a->kind = AttrKind::Double; break;
-  case AttrType::String: a->kind = AttrKind::String; break;
-  case AttrType::Enum: a->kind = AttrKind::Enum; break;
-  }
+  AttrSpec spec{longName, std::string(), type, defaultValue, {}, std::string(), false, false};
   short index = 0;
   for (const std::string& field : enumFields)
-    a->enumFields.emplace_back(field, index++);
-  n->AddAttribute(std::move(a), nullptr);
+    spec.enumFields.emplace_back(field, index++);
+  return AddAttr(node, spec);
+}
+
+bool AddAttr(const MObject& node, const AttrSpec& spec)
+{
+  standin::Node* n = NodeOf(node);
+  if (!n || spec.longName.empty() || n->FindAttribute(spec.longName) ||
+      (!spec.shortName.empty() && n->FindAttribute(spec.shortName)))
+    return false;
+  Attribute* parent = spec.parent.empty() ? nullptr : n->FindAttribute(spec.parent);
+  if (!spec.parent.empty() && (!parent || parent->kind != AttrKind::Compound))
+    return false;
+  static const AttrKind kKinds[] = {AttrKind::Bool, AttrKind::Int, AttrKind::Short, AttrKind::Float, AttrKind::Double,
+                                    AttrKind::String, AttrKind::Enum, AttrKind::Distance, AttrKind::Angle,
+                                    AttrKind::Time, AttrKind::Matrix, AttrKind::Message, AttrKind::Compound,
+                                    AttrKind::ComponentList, AttrKind::Mesh};
+  auto a = std::make_unique<Attribute>();
+  a->name = spec.longName;
+  a->shortName = spec.shortName == spec.longName ? std::string() : spec.shortName;
+  a->dynamic = true;
+  a->kind = kKinds[static_cast<int>(spec.type)];
+  a->defaultNumber = spec.defaultValue;
+  a->array = spec.array;
+  a->hidden = spec.hidden;
+  a->enumFields = spec.enumFields;
+  n->AddAttribute(std::move(a), parent);
   n->scene->Touch();
   return true;
 }
 
 MObject CreateMesh(const std::string& shapeName, const MObject& transform, const MeshDescription& description)
 {
-  int faceVertices = 0;
-  for (int count : description.counts) {
-    if (count < 3)
-      return MObject();
-    faceVertices += count;
-  }
-  if (faceVertices != static_cast<int>(description.connects.size()))
+  if (!FitsTogether(description))
     return MObject();
-  for (int v : description.connects)
-    if (v < 0 || v >= static_cast<int>(description.points.size()))
-      return MObject();
   MObject shape = CreateNode("mesh", shapeName, transform);
-  standin::Node* node = NodeOf(shape);
-  if (!node)
-    return MObject();
-  MeshTopology& topo = *node->mesh->topology;
-  topo.vertexCount = static_cast<int>(description.points.size());
-  topo.faceVertices = description.connects;
+  return !shape.isNull() && SetMeshGeometry(shape, description) ? shape : MObject();
+}
+
+bool SetMeshGeometry(const MObject& shape, const MeshDescription& description)
+{
+  std::shared_ptr<Mesh> mesh = MeshOf(shape);
+  if (!mesh || !FitsTogether(description))
+    return false;
+  auto topo = std::make_shared<MeshTopology>();
+  topo->vertexCount = static_cast<int>(description.points.size());
+  topo->faceVertices = description.connects;
+  topo->faceOffsets.reserve(description.counts.size() + 1);
   for (int count : description.counts)
-    topo.faceOffsets.push_back(topo.faceOffsets.back() + count);
+    topo->faceOffsets.push_back(topo->faceOffsets.back() + count);
+  mesh->topology = topo;
+  mesh->points.clear();
+  mesh->points.reserve(description.points.size() * 3);
   for (const MPoint& p : description.points) {
-    node->mesh->points.push_back(ClampTo<float>(p.x));
-    node->mesh->points.push_back(ClampTo<float>(p.y));
-    node->mesh->points.push_back(ClampTo<float>(p.z));
+    mesh->points.push_back(ClampTo<float>(p.x));
+    mesh->points.push_back(ClampTo<float>(p.y));
+    mesh->points.push_back(ClampTo<float>(p.z));
   }
-  return shape;
+  mesh->Invalidate();
+  CurrentScene().Touch();
+  return true;
 }
 
 bool SetUVs(const MObject& shape, const UVSpec& uvs)
@@ -341,18 +387,56 @@ bool SetCurrentUVSet(const MObject& shape, const std::string& setName)
   return true;
 }
 
+bool SetColors(const MObject& shape, const ColorSpec& colors)
+{
+  std::shared_ptr<Mesh> mesh = MeshOf(shape);
+  if (!mesh || colors.rgba.size() % 4 != 0 || colors.ids.size() != mesh->topology->faceVertices.size() ||
+      colors.name.empty())
+    return false;
+  const int count = static_cast<int>(colors.rgba.size() / 4);
+  for (int id : colors.ids)
+    if (id < -1 || id >= count)
+      return false;
+  MeshTopology& topo = *mesh->topology;
+  auto existing = std::find_if(topo.colorSets.begin(), topo.colorSets.end(),
+                               [&](const ColorSet& set) { return set.name == colors.name; });
+  ColorSet set{colors.name, colors.representation, colors.rgba, colors.ids};
+  if (existing == topo.colorSets.end())
+    topo.colorSets.push_back(std::move(set));
+  else
+    *existing = std::move(set);
+  CurrentScene().Touch();
+  return true;
+}
+
+bool SetCurrentColorSet(const MObject& shape, const std::string& setName)
+{
+  std::shared_ptr<Mesh> mesh = MeshOf(shape);
+  if (!mesh)
+    return false;
+  const auto& sets = mesh->topology->colorSets;
+  const auto found = std::find_if(sets.begin(), sets.end(), [&](const ColorSet& set) { return set.name == setName; });
+  if (found == sets.end())
+    return false;
+  mesh->topology->currentColorSet = static_cast<int>(found - sets.begin());
+  return true;
+}
+
 bool SetFaceVertexNormals(const MObject& shape, const std::vector<MVector>& normals)
 {
   std::shared_ptr<Mesh> mesh = MeshOf(shape);
   if (!mesh || normals.size() != mesh->topology->faceVertices.size())
     return false;
-  std::vector<float>& given = mesh->topology->givenNormals;
-  given.clear();
+  MeshTopology& topo = *mesh->topology;
+  topo.givenNormals.clear();
+  topo.givenNormalsPartial = false;
   for (const MVector& n : normals) {
-    const MVector unit = n.normal();
-    given.push_back(static_cast<float>(unit.x));
-    given.push_back(static_cast<float>(unit.y));
-    given.push_back(static_cast<float>(unit.z));
+    const bool unset = std::fabs(n.x) >= 1e20 || std::fabs(n.y) >= 1e20 || std::fabs(n.z) >= 1e20;
+    const MVector unit = unset ? MVector(std::nan(""), std::nan(""), std::nan("")) : n.normal();
+    topo.givenNormalsPartial = topo.givenNormalsPartial || unset;
+    topo.givenNormals.push_back(static_cast<float>(unit.x));
+    topo.givenNormals.push_back(static_cast<float>(unit.y));
+    topo.givenNormals.push_back(static_cast<float>(unit.z));
   }
   mesh->Invalidate();
   return true;
@@ -507,6 +591,16 @@ MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const
   return MObject(skin);
 }
 
+bool SetSkinWeights(const MObject& skinCluster, unsigned int geometryIndex, const SkinWeights& weights)
+{
+  standin::Node* skin = NodeOf(skinCluster);
+  if (!skin || skin->type != MFn::kSkinClusterFilter || !weights.IsWellFormed())
+    return false;
+  skin->skinWeights[geometryIndex] = weights;
+  skin->scene->Touch();
+  return true;
+}
+
 MObject BindRigid(const MObject& joint, const MObject& shape, const std::vector<int>& vertices,
                   const std::vector<double>& weights, unsigned int instance)
 {
@@ -549,6 +643,20 @@ MObject SaveBindPose(const std::vector<MObject>& members)
     Connect(m, PlugKey{m->FindAttribute("message"), {}}, pose, PlugKey{pose->FindAttribute("members"), {index++}});
   }
   return MObject(pose);
+}
+
+bool SetPoseMember(const MObject& poseObject, const MObject& memberObject,
+                   const std::vector<std::pair<std::string, double>>& values)
+{
+  standin::Node* pose = NodeOf(poseObject);
+  standin::Node* member = NodeOf(memberObject);
+  if (!pose || pose->type != MFn::kDagPose || !member || !member->dag)
+    return false;
+  for (const auto& [attrName, value] : values)
+    if (!member->FindAttribute(attrName))
+      return false;
+  pose->pose.push_back(PoseEntry{member, values});
+  return true;
 }
 
 void Select(const std::vector<MDagPath>& paths)

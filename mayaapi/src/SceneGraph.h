@@ -2,6 +2,7 @@
 
 #include "MeshGeometry.h"
 
+#include <maya/MAngle.h>
 #include <maya/MDistance.h>
 #include <maya/MFn.h>
 #include <maya/MMatrix.h>
@@ -183,6 +184,7 @@ struct Scene {
   double maxSeconds = 48.0 / 24.0;
   MTime::Unit timeUnit = MTime::kFilm;
   MDistance::Unit distanceUnit = MDistance::kCentimeters;
+  MAngle::Unit angleUnit = MAngle::kDegrees;
   std::uint64_t generation = 1;
   std::uint64_t timeEpoch = 0;
   bool interactive = false;

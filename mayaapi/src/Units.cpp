@@ -80,3 +80,13 @@ double MAngle::as(Unit unit) const
   };
   return m_value * radiansPer(m_unit) / radiansPer(unit);
 }
+
+MAngle::Unit MAngle::uiUnit() { return standin::CurrentScene().angleUnit; }
+
+MStatus MAngle::setUIUnit(Unit unit)
+{
+  if (unit <= kInvalid || unit >= kLast)
+    return MS::kInvalidParameter;
+  standin::CurrentScene().angleUnit = unit;
+  return MS::kSuccess;
+}

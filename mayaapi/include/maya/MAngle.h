@@ -15,7 +15,8 @@ public:
   double asRadians() const { return as(kRadians); }
   double asDegrees() const { return as(kDegrees); }
 
-  static Unit uiUnit() { return kDegrees; }
+  static Unit uiUnit();
+  static MStatus setUIUnit(Unit unit);
   static Unit internalUnit() { return kRadians; }
 
 private:

@@ -51,6 +51,8 @@ public:
   MString currentUVSetName(MStatus* status = nullptr, int instance = -1) const;
   MStatus setCurrentUVSetName(const MString& setName);
   MStatus getUVSetNames(MStringArray& setNames) const;
+  int numColorSets(MStatus* status = nullptr) const;
+  MStatus getColorSetNames(MStringArray& setNames) const;
   MStatus createUVSet(MString& setName);
   MStatus getUV(int uvId, float& u, float& v, const MString* uvSet = nullptr) const;
   MStatus getUVs(MFloatArray& uArray, MFloatArray& vArray, const MString* uvSet = nullptr) const;

@@ -46,7 +46,30 @@ struct UVSpec {
   std::vector<int> ids;
 };
 
-enum class AttrType { Bool, Int, Short, Float, Double, String, Enum };
+enum class AttrType { Bool, Int, Short, Float, Double, String, Enum, Distance, Angle, Time, Matrix, Message, Compound,
+                      ComponentList, Mesh };
+
+// addAttr with what Maya ASCII files give: a compound's children name it as their parent after it was added.
+struct AttrSpec {
+  std::string longName;
+  std::string shortName;
+  AttrType type = AttrType::Double;
+  double defaultValue = 0.0;
+  // Enum fields with their values ("low=2"), in the order given.
+  std::vector<std::pair<std::string, short>> enumFields;
+  std::string parent;
+  bool array = false;
+  bool hidden = false;
+};
+
+struct ColorSpec {
+  std::string name = "colorSet1";
+  // The channels the set holds, as MFnMesh::MColorRepresentation: 1 alpha, 3 RGB, 4 RGBA.
+  int representation = 4;
+  std::vector<float> rgba; // four values per colour
+  // One colour id per face-vertex in face order; -1 leaves a corner without colour.
+  std::vector<int> ids;
+};
 
 void NewScene();
 // createNode; a shape without a parent gets a new transform named after it, as Maya does. Empty on failure.
@@ -59,6 +82,8 @@ MObject NodeByName(const std::string& name);
 MDagPath PathTo(const std::string& fullOrShortName);
 // parent -add -shape: the shape or transform appears under one more parent (a new instance).
 bool AddInstance(const MObject& node, const MObject& parent);
+// parent: the node leaves all its parents for this one (the world for a null parent).
+bool Reparent(const MObject& node, const MObject& parent);
 MPlug Plug(const std::string& nodeDotAttribute);
 
 bool SetAttr(const std::string& plug, double value);
@@ -70,13 +95,21 @@ bool SetComponents(const std::string& plug, const std::vector<std::string>& comp
 // setAttr -type pointArray.
 bool SetPoints(const std::string& plug, const std::vector<MPoint>& points);
 bool ConnectAttr(const std::string& source, const std::string& destination);
+bool ConnectAttr(const MPlug& source, const MPlug& destination);
 // addAttr; enum fields are given by name in index order.
 bool AddAttr(const MObject& node, const std::string& longName, AttrType type, double defaultValue = 0.0,
              const std::vector<std::string>& enumFields = {});
+bool AddAttr(const MObject& node, const AttrSpec& spec);
 
 MObject CreateMesh(const std::string& shapeName, const MObject& transform, const MeshDescription& mesh);
+// Gives an existing mesh shape its points and faces (replacing what it had); false when the arrays do not fit.
+bool SetMeshGeometry(const MObject& shape, const MeshDescription& mesh);
 bool SetUVs(const MObject& shape, const UVSpec& uvs);
 bool SetCurrentUVSet(const MObject& shape, const std::string& setName);
+bool SetColors(const MObject& shape, const ColorSpec& colors);
+bool SetCurrentColorSet(const MObject& shape, const std::string& setName);
+// One normal per face-vertex in face order. A normal with a component of 1e20 or more is not set (as Maya files
+// write it): that corner keeps its computed normal.
 bool SetFaceVertexNormals(const MObject& shape, const std::vector<MVector>& normals);
 bool SetHardEdges(const MObject& shape, const std::vector<std::pair<int, int>>& edges);
 
@@ -98,12 +131,17 @@ bool SetKeys(const MObject& curve, const std::vector<KeySpec>& keys);
 MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const std::vector<std::vector<double>>& weights);
 // The same with sparse weights, whose influences number the joints in the order given.
 MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const SkinWeights& weights);
+// The weights of one geometry of an existing skin cluster, as its weightList holds them.
+bool SetSkinWeights(const MObject& skinCluster, unsigned int geometryIndex, const SkinWeights& weights);
 // A rigid-skinning joint cluster that binds the listed vertices of one instance of the shape to the joint with the
 // given weights.
 MObject BindRigid(const MObject& joint, const MObject& shape, const std::vector<int>& vertices,
                   const std::vector<double>& weights, unsigned int instance = 0);
 // dagPose -bp -save: remembers the members' current transform values as their bind pose.
 MObject SaveBindPose(const std::vector<MObject>& members);
+// The values a dagPose holds for one member ("translateX", "jointOrientZ" ... in internal units), which
+// "dagPose -r -g -bp" puts back.
+bool SetPoseMember(const MObject& pose, const MObject& member, const std::vector<std::pair<std::string, double>>& values);
 
 // A mesh shape (by its shortest unique path) whose construction history could not be evaluated at the current
 // time: the node where evaluation stopped, its type and why. `empty` when the shape reads as empty for it; otherwise it shows the geometry the file
