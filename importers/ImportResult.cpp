@@ -1,6 +1,8 @@
 #include "importers/ImportResult.h"
 
-void ImportResult::Warn(const std::string& text)
+#include <string>
+
+void ImportResult::Warn(const std::string& text, int line)
 {
     for (ImportWarning& warning : Warnings) {
         if (warning.Text == text) {
@@ -8,7 +10,15 @@ void ImportResult::Warn(const std::string& text)
             return;
         }
     }
-    Warnings.push_back({text, 1});
+    Warnings.push_back({text, 1, line});
+}
+
+std::string ImportWarning::Describe() const
+{
+    std::string text = Line > 0 ? "line " + std::to_string(Line) + ": " + Text : Text;
+    if (Count > 1)
+        text += " (" + std::to_string(Count) + " times" + (Line > 0 ? " in all" : "") + ")";
+    return text;
 }
 
 int ImportResult::WarningCount() const

@@ -8,6 +8,10 @@
 struct ImportWarning {
     std::string Text;
     int Count = 0;
+    int Line = 0; // where in the file it was first met; 0 when the warning is not about a line
+
+    // "line 12: <text> (3 times in all)", as the command line prints it.
+    std::string Describe() const;
 };
 
 struct ImportedClip {
@@ -22,7 +26,7 @@ struct ImportResult {
     std::vector<ImportWarning> Warnings;
     std::vector<ImportedClip> Clips;
 
-    void Warn(const std::string& text);
+    void Warn(const std::string& text, int line = 0);
     int WarningCount() const;
 };
 

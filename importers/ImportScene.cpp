@@ -4,6 +4,7 @@
 #include "importers/SceneRecord.h"
 #include "importers/assimp/AssimpFormats.h"
 #include "importers/assimp/ReadAssimpScene.h"
+#include "importers/mayaascii/ImportMayaAscii.h"
 
 #include "base/Path.h"
 
@@ -36,7 +37,8 @@ std::string AbsoluteScenePath(const std::string& path)
 
 bool CanImportScene(const std::string& path)
 {
-    return DetectAssimpFormat(path, FileHead(path)) != AssimpFormat::None;
+    const std::string head = FileHead(path);
+    return CanReadMayaAscii(path, head) || DetectAssimpFormat(path, head) != AssimpFormat::None;
 }
 
 ImportResult ImportScene(const std::string& scenePath, const ImportOptions& options)
@@ -45,6 +47,14 @@ ImportResult ImportScene(const std::string& scenePath, const ImportOptions& opti
     ImportResult result;
     SceneRecord record;
     standin::NewScene();
+    if (CanReadMayaAscii(path, FileHead(path))) {
+        result.Ok = ImportMayaAscii(path, result);
+        if (!result.Ok) {
+            result.Error = "'" + FileNameOf(path) + "': " + result.Error;
+            standin::NewScene();
+        }
+        return result;
+    }
     if (!ReadAssimpFile(path, options, record, result))
         return result;
     if (!BuildScene(record, result)) {

@@ -304,7 +304,7 @@ std::string DescribeScene(const ImportResult& import)
     if (!import.Warnings.empty()) {
         text += "Warnings:\n";
         for (const ImportWarning& warning : import.Warnings)
-            text += Format("  %s (%d)\n", warning.Text.c_str(), warning.Count);
+            text += "  " + warning.Describe() + "\n";
     }
     return text;
 }

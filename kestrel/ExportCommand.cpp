@@ -250,7 +250,7 @@ void AddExportCommand(CLI::App& app)
         const SceneLoader load = [](const std::string& path, std::string& error) {
             const ImportResult result = ImportScene(path);
             for (const ImportWarning& warning : result.Warnings)
-                std::fprintf(stderr, "kestrel export: warning: %s (%d times)\n", warning.Text.c_str(), warning.Count);
+                std::fprintf(stderr, "kestrel export: warning: %s\n", warning.Describe().c_str());
             error = result.Error;
             return result.Ok;
         };

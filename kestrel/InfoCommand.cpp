@@ -48,7 +48,7 @@ int RunInfo(const std::string& nativePath, std::FILE* out, std::FILE* err)
     }
     if (!CanImportScene(path)) {
         std::fprintf(err, "kestrel info: '%s': not a scene or asset file kestrel can read "
-                          "(FBX, glTF, COLLADA, OBJ, .qmesh, .qcolmesh, .model)\n",
+                          "(Maya ASCII, FBX, glTF, COLLADA, OBJ, .qmesh, .qcolmesh, .model)\n",
                      nativePath.c_str());
         return 1;
     }

@@ -17,7 +17,7 @@ int main(int argc, char** argv)
     app.set_version_flag("--version", ExporterVersionText, "Print the exporter's version and exit");
 
     std::string infoFile;
-    CLI::App* info = app.add_subcommand("info", "Describe a scene file (FBX, glTF, COLLADA, OBJ) or an asset file "
+    CLI::App* info = app.add_subcommand("info", "Describe a scene file (Maya ASCII, FBX, glTF, COLLADA, OBJ) or an asset file "
                                                 "(.qmesh, .qcolmesh, .model)");
     info->add_option("FILE", infoFile, "The file to describe")->required();
 
