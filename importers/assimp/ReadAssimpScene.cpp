@@ -427,7 +427,7 @@ bool ReadAssimpFile(const std::string& path, const ImportOptions& options, Scene
         }
         const AssimpFormat format = DetectAssimpFormat(path, head);
         if (format == AssimpFormat::None) {
-            result.Error = "'" + fileName + "': not an FBX, glTF, COLLADA or OBJ file";
+            result.Error = "'" + fileName + "': not a Maya ASCII, FBX, glTF, COLLADA or OBJ file";
             return false;
         }
         std::error_code sizeError;
@@ -476,7 +476,7 @@ bool ReadAssimpMemory(const void* data, size_t size, const std::string& extensio
     return Guarded(result, fileName, [&] {
         const AssimpFormat format = FormatOfExtension(extension, data, size);
         if (format == AssimpFormat::None) {
-            result.Error = "'" + fileName + "': not an FBX, glTF, COLLADA or OBJ file";
+            result.Error = "'" + fileName + "': not a Maya ASCII, FBX, glTF, COLLADA or OBJ file";
             return false;
         }
         const std::string_view bytes(static_cast<const char*>(data), size);

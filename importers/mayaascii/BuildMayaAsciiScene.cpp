@@ -15,7 +15,6 @@
 #include <maya/MAnimControl.h>
 #include <maya/MDagPath.h>
 #include <maya/MFnDependencyNode.h>
-#include <maya/MFnTypedAttribute.h>
 #include <maya/MIntArray.h>
 #include <maya/MItDependencyNodes.h>
 #include <maya/MObjectHandle.h>
@@ -55,33 +54,13 @@ struct Skipped {
     int Line = 0;
 };
 
-// A connection with a passed-over node at one end or both, kept so that geometry can flow past such nodes. The
-// plug of a side that was built is set; the node name and path of a passed-over side are kept.
-struct SkippedLink {
-    std::string SourceNode;
-    MaPlugPath SourcePath;
-    MPlug Source;
-    std::string DestinationNode;
-    MaPlugPath DestinationPath;
-    MPlug Destination;
+// A Trax clip of the file; source clips hold the range of the curves they gather.
+struct TraxClip {
+    double Start = 0.0;
+    double End = 0.0;
+    bool Instance = true;
     int Line = 0;
 };
-
-// Maya's geometry plugs of deformers and modelling nodes: what flows in and what comes out.
-bool IsGeometryInput(const MaPlugPath& path)
-{
-    const std::string& last = path.Segments.back().Name;
-    return last == "ig" || last == "inputGeometry" || last == "ip" || last == "inputPolymesh" || last == "i" ||
-           last == "inMesh";
-}
-
-bool IsGeometryPlug(const MPlug& plug)
-{
-    const MObject attribute = plug.attribute();
-    return attribute.apiType() == MFn::kTypedAttribute && MFnTypedAttribute(attribute).attrType() == MFnData::kMesh;
-}
-
-unsigned int FirstIndex(const MaPlugPath& path) { return path.Segments.front().First.value_or(0); }
 
 class SceneBuild {
 public:
@@ -244,8 +223,18 @@ private:
         m_current = standin::CreateNode(create.Type, name, parent);
         if (m_current.isNull() && IsTransformKind(create.Type))
             m_current = standin::CreateNode("transform", name, parent);
+        if (m_current.isNull() && IsWithoutExportEffect(create.Type)) {
+            Skip(name, create.Type, std::string());
+            return;
+        }
+        // As Maya keeps the nodes of a plug-in it does not have, a node of a type the stand-in does not implement is
+        // kept with whatever the file gives it; it computes nothing.
         if (m_current.isNull()) {
-            Skip(name, create.Type, IsWithoutExportEffect(create.Type) ? std::string() : SkipReason(create.Type));
+            Warn(UnknownTypeText(create.Type));
+            m_current = standin::CreateUnknownNode(create.Type, name, parent);
+        }
+        if (m_current.isNull()) {
+            Skip(name, create.Type, std::string());
             return;
         }
         m_currentName = MFnDependencyNode(m_current).name().asChar();
@@ -254,14 +243,16 @@ private:
         m_createdLine[MObjectHandle(m_current)] = m_line;
     }
 
-    std::string SkipReason(const std::string& type) const
+    std::string UnknownTypeText(const std::string& type) const
     {
         const auto plugin = m_pluginOfType.find(type);
         if (plugin != m_pluginOfType.end())
             return "the node type '" + type + "' of the plug-in '" + plugin->second +
-                   "' is not available; its nodes are passed over";
-        return "the node type '" + type + "' is not supported; its nodes are passed over";
+                   "' is not available; its nodes are kept but compute nothing";
+        return "the node type '" + type + "' is not supported; its nodes are kept but compute nothing";
     }
+
+    static bool IsUnknown(const MObject& node) { return node.hasFn(MFn::kUnknown) || node.hasFn(MFn::kUnknownDag); }
 
     void Skip(const std::string& name, const std::string& type, const std::string& warning)
     {
@@ -355,9 +346,12 @@ private:
         if (node.isNull()) {
             if (m_scriptCurrent && path.Node.empty())
                 ReadSceneConfiguration(path, set);
-            KeepGroupComponents(path.Node.empty() ? m_currentName : Qualified(path.Node), path, set);
+            KeepFromSkipped(path.Node.empty() ? m_currentName : Qualified(path.Node), path, set);
             return;
         }
+        // Values on a node that computes nothing are kept by Maya for its plug-in; no export reads them.
+        if (IsUnknown(node))
+            return;
         if (node.hasFn(MFn::kMesh) && MaMeshData::Holds(path) && Keep(m_meshes, node, path, set))
             return;
         if (node.hasFn(MFn::kAnimCurve) && MaCurveData::Holds(path) && Keep(m_curves, node, path, set))
@@ -398,13 +392,23 @@ private:
 
     void ReadSceneConfiguration(const MaPlugPath& path, const MaSetAttr& set);
 
-    // The faces a passed-over groupParts node groups ("setAttr .ic"), for the shapes whose groups name its id.
-    void KeepGroupComponents(const std::string& name, const MaPlugPath& path, const MaSetAttr& set)
+    // What passed-over nodes hold that the scene still needs: the source range of a Trax clip, to list it.
+    void KeepFromSkipped(const std::string& name, const MaPlugPath& path, const MaSetAttr& set)
     {
         const auto skipped = m_skipped.find(LastName(name));
-        if (skipped != m_skipped.end() && skipped->second.Type == "groupParts" &&
-            (path.Segments.front().Name == "ic" || path.Segments.front().Name == "inputComponents"))
-            m_groupComponents[skipped->first] = set;
+        if (skipped == m_skipped.end())
+            return;
+        const std::string& attribute = path.Segments.front().Name;
+        if (skipped->second.Type != "animClip" || set.Numbers.size() != 1)
+            return;
+        TraxClip& clip = m_clips[skipped->first];
+        clip.Line = skipped->second.Line;
+        if (attribute == "ss" || attribute == "sourceStart")
+            clip.Start = set.Numbers.front();
+        else if (attribute == "se" || attribute == "sourceEnd")
+            clip.End = set.Numbers.front();
+        else if (attribute == "ci" || attribute == "clipInstance")
+            clip.Instance = set.Numbers.front() != 0.0;
     }
 
     void Do(const MaAddAttr& add)
@@ -423,72 +427,72 @@ private:
                  std::string(MFnDependencyNode(node).name().asChar()) + "': " + why);
     }
 
-    // Resolves one side of a connection; false with nothing said for a node passed over on purpose, or when the
-    // other side is such a node (quiet), since the connection is then dropped anyway.
-    bool ConnectionPlug(const std::string& text, MPlug& plug, MaPlugPath& path, bool& skippedNode, bool quiet)
+    // One end of a connection.
+    struct End {
+        std::string Text;
+        MaPlugPath Path;
+        MObject Node;
+        unsigned int Instance = 0;
+        MPlug Plug;
+    };
+
+    // The node of one end; false, with nothing said for a node passed over on purpose.
+    bool FindEnd(const std::string& text, End& end)
     {
-        skippedNode = false;
-        if (!ParsePlugPath(text, path) || path.Node.empty() || path.RangeSegment() >= 0) {
+        end.Text = text;
+        if (!ParsePlugPath(text, end.Path) || end.Path.Node.empty() || end.Path.RangeSegment() >= 0) {
             Warn("connectAttr: '" + text + "' is not a plug name");
             return false;
         }
         bool silent = false;
-        unsigned int instance = 0;
-        const MObject node = Target(path.Node, "connectAttr", silent, instance);
-        if (node.isNull()) {
-            skippedNode = IsSkipped(Qualified(path.Node));
-            return false;
+        end.Node = Target(end.Path.Node, "connectAttr", silent, end.Instance);
+        return !end.Node.isNull();
+    }
+
+    // The plug of one end. A node kept without a type takes the attributes the file names, of the kind of the plug
+    // at the other end (like).
+    bool ResolveEnd(End& end, const MPlug& like)
+    {
+        if (IsUnknown(end.Node)) {
+            end.Plug = standin::UnknownNodePlug(end.Node, end.Text.substr(end.Text.find('.') + 1), like);
+            return !end.Plug.isNull();
         }
         std::vector<MPlug> plugs;
         std::string missing;
-        switch (ResolvePlugs(node, instance, path, true, plugs, missing)) {
+        switch (ResolvePlugs(end.Node, end.Instance, end.Path, true, plugs, missing)) {
         case MaResolve::MissingAttribute:
-            if (!quiet && !IsAttributeWithoutExportEffect(missing))
-                Warn("connectAttr: the " + std::string(MFnDependencyNode(node).typeName().asChar()) + " '" +
-                     MFnDependencyNode(node).name().asChar() + "' has no attribute '" + missing + "'");
+            if (!IsAttributeWithoutExportEffect(missing))
+                Warn("connectAttr: the " + std::string(MFnDependencyNode(end.Node).typeName().asChar()) + " '" +
+                     MFnDependencyNode(end.Node).name().asChar() + "' has no attribute '" + missing + "'");
             return false;
-        case MaResolve::Malformed:
-            if (!quiet)
-                Warn("connectAttr \"" + text + "\": " + missing);
-            return false;
+        case MaResolve::Malformed: Warn("connectAttr \"" + end.Text + "\": " + missing); return false;
         case MaResolve::Resolved: break;
         }
-        plug = plugs.front();
+        end.Plug = plugs.front();
         return true;
     }
 
     void Do(const MaConnectAttr& connect)
     {
-        MPlug source;
-        MPlug destination;
-        MaPlugPath sourcePath;
-        MaPlugPath destinationPath;
-        bool sourceSkipped = false;
-        bool destinationSkipped = false;
-        // A side on a passed-over node drops the connection, so the other side's attribute need not exist.
-        MaPlugPath written;
-        const bool sourceQuiet = ParsePlugPath(connect.Destination, written) && IsSkipped(Qualified(written.Node));
-        const bool destinationQuiet = ParsePlugPath(connect.Source, written) && IsSkipped(Qualified(written.Node));
-        const bool haveSource = ConnectionPlug(connect.Source, source, sourcePath, sourceSkipped, sourceQuiet);
-        const bool haveDestination = ConnectionPlug(connect.Destination, destination, destinationPath,
-                                                    destinationSkipped, destinationQuiet);
-        if (haveDestination && destination.isArray()) {
+        End source;
+        End destination;
+        if (!FindEnd(connect.Source, source) || !FindEnd(connect.Destination, destination))
+            return;
+        // A node without a type learns the kind of its attribute from the other end, so the known end comes first.
+        const bool sourceFirst = !IsUnknown(source.Node);
+        if (!ResolveEnd(sourceFirst ? source : destination, MPlug()) ||
+            !ResolveEnd(sourceFirst ? destination : source, sourceFirst ? source.Plug : destination.Plug))
+            return;
+        if (destination.Plug.isArray()) {
             // "-na" takes the next free element; Maya's files use it for set members and list nodes.
             MIntArray used;
-            destination.getExistingArrayAttributeIndices(used);
+            destination.Plug.getExistingArrayAttributeIndices(used);
             unsigned int next = 0;
             for (unsigned int i = 0; i < used.length(); ++i)
                 next = std::max(next, static_cast<unsigned int>(used[i]) + 1);
-            destination = destination.elementByLogicalIndex(next);
+            destination.Plug = destination.Plug.elementByLogicalIndex(next);
         }
-        if ((sourceSkipped || haveSource) && (destinationSkipped || haveDestination) &&
-            (sourceSkipped || destinationSkipped))
-            m_skippedLinks.push_back({LastName(Qualified(sourcePath.Node)), sourcePath, haveSource ? source : MPlug(),
-                                      LastName(Qualified(destinationPath.Node)), destinationPath,
-                                      haveDestination ? destination : MPlug(), m_line});
-        if (!haveSource || !haveDestination)
-            return;
-        if (source.isArray() || !standin::ConnectAttr(source, destination))
+        if (source.Plug.isArray() || !standin::ConnectAttr(source.Plug, destination.Plug))
             Warn("connectAttr: '" + connect.Source + "' cannot feed '" + connect.Destination + "'");
     }
 
@@ -516,9 +520,9 @@ private:
         }
     }
 
-    void PassGeometryPastSkippedNodes();
-    void GroupFacesOfSkippedGroupParts();
+    void ReportHistoryProblems();
     void LocateTextures();
+    void ListClips();
 
     const MaFileAccess& m_files;
     ImportResult& m_result;
@@ -534,8 +538,7 @@ private:
     std::map<std::string, std::string> m_pluginOfType;
     std::unordered_map<std::string, Skipped> m_skipped;
     std::unordered_map<MObjectHandle, int, HandleHash> m_createdLine;
-    std::vector<SkippedLink> m_skippedLinks;
-    std::unordered_map<std::string, MaSetAttr> m_groupComponents;
+    std::map<std::string, TraxClip> m_clips;
     KeptData<MaMeshData> m_meshes;
     KeptData<MaCurveData> m_curves;
     KeptData<MaSkinWeights> m_skins;
@@ -569,89 +572,6 @@ void SceneBuild::ReadSceneConfiguration(const MaPlugPath& path, const MaSetAttr&
         m_playback = std::make_pair(first, last);
 }
 
-// Maya evaluates every node between a mesh and its original geometry. Where the stand-in passed a node over
-// (a deformer or modelling node it does not evaluate), the geometry that went into that node is taken as what
-// comes out of it, and a mesh that such a node makes from nothing is left with the data the file stores for it.
-void SceneBuild::PassGeometryPastSkippedNodes()
-{
-    for (const SkippedLink& output : m_skippedLinks) {
-        if (!output.Source.isNull() || output.Destination.isNull() || !IsGeometryPlug(output.Destination))
-            continue;
-        std::string node = output.SourceNode;
-        unsigned int index = FirstIndex(output.SourcePath);
-        const SkippedLink* feeding = nullptr;
-        // Walk back over passed-over nodes to the geometry that enters the first of them; the walk is bounded by
-        // the number of links, so a loop in a damaged file ends it.
-        for (size_t hops = 0; hops < m_skippedLinks.size(); ++hops) {
-            feeding = nullptr;
-            for (const SkippedLink& input : m_skippedLinks)
-                if (input.Destination.isNull() && input.DestinationNode == node && IsGeometryInput(input.DestinationPath) &&
-                    (!feeding || FirstIndex(input.DestinationPath) == index))
-                    feeding = &input;
-            if (!feeding || !feeding->Source.isNull())
-                break;
-            node = feeding->SourceNode;
-            index = FirstIndex(feeding->SourcePath);
-        }
-        const Skipped& skipped = m_skipped[output.SourceNode];
-        if (feeding && !feeding->Source.isNull() && standin::ConnectAttr(feeding->Source, output.Destination)) {
-            m_result.Warn("geometry passes unchanged through the nodes of type '" + skipped.Type +
-                              "', which are not evaluated",
-                          skipped.Line);
-            continue;
-        }
-        const MObject target = output.Destination.node();
-        const auto kept = m_meshes.find(MObjectHandle(target));
-        if (target.hasFn(MFn::kMesh) && (kept == m_meshes.end() || !kept->second.Value.HasGeometry()))
-            m_result.Warn("the mesh '" + std::string(MFnDependencyNode(target).name().asChar()) + "' is made by '" +
-                              node + "' (" + m_skipped[node].Type + "), which is not evaluated; the mesh is empty",
-                          output.Line);
-    }
-}
-
-// A shape's component groups (".iog[i].og[k]", whose faces a shading group or deformer set holds) take their
-// faces from the groupParts node upstream that carries the same group id. Where that node was passed over, its
-// components are given to the shape's group directly, which is what Maya's evaluation of the chain yields while
-// the topology stays as the original shape has it.
-void SceneBuild::GroupFacesOfSkippedGroupParts()
-{
-    std::unordered_map<MObjectHandle, const MaSetAttr*, HandleHash> componentsOfId;
-    for (const SkippedLink& link : m_skippedLinks) {
-        const auto components = m_groupComponents.find(link.DestinationNode);
-        if (!link.Source.isNull() && components != m_groupComponents.end() &&
-            (link.DestinationPath.Segments.back().Name == "gi" || link.DestinationPath.Segments.back().Name == "groupId"))
-            componentsOfId[MObjectHandle(link.Source.node())] = &components->second;
-    }
-    if (componentsOfId.empty())
-        return;
-    for (MItDependencyNodes it(MFn::kMesh); !it.isDone(); it.next()) {
-        const MFnDependencyNode shape(it.thisNode());
-        const MObject groupsAttribute = shape.attribute("objectGroups");
-        const MObject listAttribute = shape.attribute("objectGrpCompList");
-        const MObject idAttribute = shape.attribute("objectGroupId");
-        const MPlug instances = shape.findPlug("instObjGroups");
-        MIntArray instanceIndices;
-        instances.getExistingArrayAttributeIndices(instanceIndices);
-        for (unsigned int i = 0; i < instanceIndices.length(); ++i) {
-            const MPlug groups =
-                instances.elementByLogicalIndex(static_cast<unsigned int>(instanceIndices[i])).child(groupsAttribute);
-            MIntArray groupIndices;
-            groups.getExistingArrayAttributeIndices(groupIndices);
-            for (unsigned int g = 0; g < groupIndices.length(); ++g) {
-                const MPlug group = groups.elementByLogicalIndex(static_cast<unsigned int>(groupIndices[g]));
-                const MPlug id = group.child(idAttribute).source();
-                const auto components = id.isNull() ? componentsOfId.end() : componentsOfId.find(MObjectHandle(id.node()));
-                std::string why;
-                if (components != componentsOfId.end() && group.child(listAttribute).asMObject().isNull() &&
-                    !WritePlugValues({group.child(listAttribute)}, *components->second, m_units, why))
-                    m_result.Warn("the faces of the group '" + std::string(group.name().asChar()) +
-                                      "' cannot be taken from its groupParts node: " + why,
-                                  0);
-            }
-        }
-    }
-}
-
 void SceneBuild::LocateTextures()
 {
     if (!m_files.Locate)
@@ -665,10 +585,36 @@ void SceneBuild::LocateTextures()
     }
 }
 
+// Trax source clips are listed with their ranges so that they can become animation entries; the clips are not
+// evaluated, so the attributes they drive keep the values the file gives them.
+void SceneBuild::ListClips()
+{
+    int first = 0;
+    for (const auto& [name, clip] : m_clips) {
+        if (clip.Instance || clip.End < clip.Start)
+            continue;
+        m_result.Clips.push_back({name, clip.Start, clip.End});
+        first = first == 0 ? clip.Line : std::min(first, clip.Line);
+    }
+    if (first > 0)
+        m_result.Warn("Trax clips are listed but not evaluated; the attributes they drive keep their values", first);
+}
+
+// Meshes whose history reaches a node the stand-in does not evaluate are named with that node, as Maya would show
+// them empty or with the geometry the file stored.
+void SceneBuild::ReportHistoryProblems()
+{
+    for (const standin::HistoryProblem& problem : standin::HistoryProblems()) {
+        const auto created = m_createdLine.find(MObjectHandle(FindNode(problem.mesh)));
+        m_result.Warn("the mesh '" + problem.mesh + "' is made by '" + problem.node + "' (" + problem.nodeType +
+                          "): " + problem.reason +
+                          (problem.empty ? "; the mesh is empty" : "; the mesh shows the geometry the file stores"),
+                      created == m_createdLine.end() ? 0 : created->second);
+    }
+}
+
 void SceneBuild::Finish()
 {
-    PassGeometryPastSkippedNodes();
-    GroupFacesOfSkippedGroupParts();
     for (const auto& [node, kept] : m_meshes)
         kept.Value.Build(node.object(), kept.Name, kept.Line, m_result);
     for (const auto& [node, kept] : m_curves)
@@ -678,6 +624,8 @@ void SceneBuild::Finish()
     for (const auto& [node, kept] : m_poses)
         kept.Value.Build(node.object(), kept.Name, kept.Line, m_result);
     LocateTextures();
+    ListClips();
+    ReportHistoryProblems();
     if (m_playback)
         standin::SetPlaybackRange(MTime(m_playback->first, MTime::uiUnit()), MTime(m_playback->second, MTime::uiUnit()));
 }

@@ -5,11 +5,10 @@
 #include <maya/MFnAttribute.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFnMatrixData.h>
-#include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MFnTypedAttribute.h>
 #include <maya/MFnUnitAttribute.h>
-#include <maya/MIntArray.h>
 #include <maya/MMatrix.h>
+#include <maya/MPoint.h>
 #include <standin/SceneBuilder.h>
 
 #include <algorithm>
@@ -51,39 +50,6 @@ struct Cursor {
     bool Exhausted() const { return Number == Set.Numbers.size() && Text == Set.Strings.size(); }
 };
 
-// "f[0:5]", "vtx[3]", "f[*]" as a component of faces or vertices.
-bool AddComponentItem(const std::string& item, MFn::Type& type, MIntArray& elements, bool& complete)
-{
-    const size_t open = item.find('[');
-    if (open == std::string::npos || item.back() != ']')
-        return false;
-    const std::string kind = item.substr(0, open);
-    const MFn::Type itemType = kind == "f" ? MFn::kMeshPolygonComponent
-                               : kind == "vtx" ? MFn::kMeshVertComponent
-                                               : MFn::kInvalid;
-    if (itemType == MFn::kInvalid || (type != MFn::kInvalid && type != itemType))
-        return false;
-    type = itemType;
-    const std::string inside = item.substr(open + 1, item.size() - open - 2);
-    if (inside == "*") {
-        complete = true;
-        return true;
-    }
-    const size_t colon = inside.find(':');
-    int first = 0;
-    int last = 0;
-    if (!ParseInt(inside.substr(0, colon), first) ||
-        !ParseInt(colon == std::string::npos ? inside : inside.substr(colon + 1), last) || first < 0 || last < first)
-        return false;
-    // Component ranges are bounded by the mesh they name; a range beyond any mesh a file can hold is refused.
-    constexpr int kLargestRange = 1 << 26;
-    if (last - first >= kLargestRange || elements.length() + static_cast<unsigned int>(last - first) >= kLargestRange)
-        return false;
-    for (int i = first; i <= last; ++i)
-        elements.append(i);
-    return true;
-}
-
 bool WriteComponentList(MPlug plug, Cursor& values, bool apply, std::string& why)
 {
     double count = 0.0;
@@ -91,24 +57,29 @@ bool WriteComponentList(MPlug plug, Cursor& values, bool apply, std::string& why
         why = "a component list gives no count or more items than it holds";
         return false;
     }
-    MFn::Type type = MFn::kInvalid;
-    MIntArray elements;
-    bool complete = false;
-    for (int i = 0; i < static_cast<int>(count); ++i) {
-        std::string item;
-        if (!values.TakeText(item) || !AddComponentItem(item, type, elements, complete)) {
-            why = "the component '" + item + "' is not a face or vertex range of one kind";
-            return false;
-        }
+    std::vector<std::string> items(static_cast<size_t>(count));
+    for (std::string& item : items)
+        values.TakeText(item);
+    if (apply && !standin::SetComponents(plug, items)) {
+        why = "its components are not face, edge or vertex ranges of one kind";
+        return false;
     }
-    if (!apply)
-        return true;
-    MFnSingleIndexedComponent component;
-    const MObject data = component.create(type == MFn::kInvalid ? MFn::kMeshPolygonComponent : type);
-    component.addElements(elements);
-    if (complete)
-        component.setCompleteData(0);
-    return static_cast<bool>(plug.setValue(data));
+    return true;
+}
+
+// A point array: a count, then x, y, z and w of each point.
+bool WritePoints(MPlug plug, Cursor& values, bool apply, std::string& why)
+{
+    double count = 0.0;
+    if (!values.TakeNumber(count) || count < 0.0 || count * 4 > static_cast<double>(values.Set.Numbers.size())) {
+        why = "a point array gives no count or fewer values than four per point";
+        return false;
+    }
+    std::vector<MPoint> points(static_cast<size_t>(count));
+    for (MPoint& point : points)
+        for (double* coordinate : {&point.x, &point.y, &point.z, &point.w})
+            values.TakeNumber(*coordinate);
+    return !apply || standin::SetPoints(plug, points);
 }
 
 bool WriteMatrix(MPlug plug, Cursor& values, bool apply, std::string& why)
@@ -141,6 +112,7 @@ bool WriteLeaf(MPlug plug, Cursor& values, const MaUnits& units, bool apply, std
         }
         case MFnData::kMatrix: return WriteMatrix(plug, values, apply, why);
         case MFnData::kComponentList: return WriteComponentList(plug, values, apply, why);
+        case MFnData::kPointArray: return WritePoints(plug, values, apply, why);
         default: why = "its data type is not one the stand-in holds"; return false;
         }
     }
@@ -299,7 +271,7 @@ bool AddDynamicAttribute(const MObject& node, const MaAddAttr& add, std::string&
         {"float2", AttrType::Compound},   {"float3", AttrType::Compound},   {"long2", AttrType::Compound},
         {"long3", AttrType::Compound},    {"short2", AttrType::Compound},   {"short3", AttrType::Compound},
         {"reflectance", AttrType::Compound}, {"spectrum", AttrType::Compound}, {"componentList", AttrType::ComponentList},
-        {"mesh", AttrType::Mesh},
+        {"mesh", AttrType::Mesh}, {"pointArray", AttrType::PointArray},
     };
     const Kind* kind = std::find_if(std::begin(kKinds), std::end(kKinds), [&](const Kind& k) { return type == k.Name; });
     if (kind == std::end(kKinds)) {

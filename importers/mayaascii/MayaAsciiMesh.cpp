@@ -85,9 +85,9 @@ bool MaMeshData::StoreColors(ColorSetData& colors, const MaPlugSegment& segment,
 
 bool MaMeshData::Holds(const MaPlugPath& path)
 {
-    static const char* const kNames[] = {"vt",   "vrts",  "pt",   "pnts",         "ed",   "edge",     "fc",
-                                         "face", "uvst",  "uvSet", "cuvs", "currentUVSet", "clst", "colorSet",
-                                         "ccls", "currentColorSet", "n", "normals"};
+    static const char* const kNames[] = {"vt",   "vrts",  "ed",    "edge", "fc",           "face", "uvst",
+                                         "uvSet", "cuvs", "currentUVSet", "clst", "colorSet", "ccls",
+                                         "currentColorSet", "n", "normals"};
     const std::string& first = path.Segments.front().Name;
     return std::find(std::begin(kNames), std::end(kNames), first) != std::end(kNames);
 }
@@ -103,22 +103,6 @@ bool MaMeshData::Take(const MaPlugPath& path, const MaSetAttr& set, std::string&
         return Store(m_normals, top, values, 3, why);
     if (Named(top, "edge", "ed"))
         return Store(m_edges, top, values, 3, why);
-    if (Named(top, "pnts", "pt")) {
-        // Tweaks may name any vertices, so they are kept as given and added to the vertices that exist.
-        const size_t first = top.First.value_or(0);
-        const size_t count = top.First ? top.Last - first + 1 : values.size() / 3;
-        if (values.size() != count * 3) {
-            why = "it gives " + std::to_string(values.size()) + " values for " + std::to_string(count) + " tweaks";
-            return false;
-        }
-        for (size_t i = 0; i < count; ++i) {
-            Tweak tweak{first + i, {}};
-            for (size_t k = 0; k < 3; ++k)
-                tweak.Offset[k] = static_cast<float>(values[i * 3 + k]);
-            m_tweaks.push_back(tweak);
-        }
-        return true;
-    }
     if (Named(top, "face", "fc")) {
         if (!set.Faces && values.empty())
             return true; // "setAttr -s 4009 .fc" only announces how many faces follow
@@ -165,11 +149,7 @@ void MaMeshData::Build(const MObject& shape, const std::string& name, int line, 
         result.Warn("the mesh '" + name + "' is left empty: " + why, line);
     };
     const int vertexCount = static_cast<int>(m_points.size() / 3);
-    std::vector<float> points = m_points;
-    for (const Tweak& tweak : m_tweaks)
-        if (tweak.Vertex < static_cast<size_t>(vertexCount))
-            for (size_t k = 0; k < 3; ++k)
-                points[tweak.Vertex * 3 + k] += tweak.Offset[k];
+    const std::vector<float>& points = m_points;
     const int edgeCount = static_cast<int>(m_edges.size() / 3);
     for (int e = 0; e < edgeCount; ++e)
         for (int k = 0; k < 2; ++k)

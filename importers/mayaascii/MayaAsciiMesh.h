@@ -1,5 +1,5 @@
 #pragma once
-// The geometry a Maya ASCII file stores on a mesh node (vertices, tweaks, edges with their smoothing, polyFaces,
+// The geometry a Maya ASCII file stores on a mesh node (vertices, edges with their smoothing, polyFaces,
 // UV sets, colour sets, user normals), gathered over the node's setAttr commands and built into the stand-in's
 // shape once the file has been read.
 
@@ -41,16 +41,10 @@ private:
         std::shared_ptr<const MaPolyFaces> Faces;
     };
 
-    struct Tweak {
-        size_t Vertex = 0;
-        float Offset[3] = {0.0f, 0.0f, 0.0f};
-    };
-
     static bool StoreColors(ColorSetData& colors, const MaPlugSegment& segment, const std::vector<double>& values,
                             std::string& why);
 
     std::vector<float> m_points;
-    std::vector<Tweak> m_tweaks;
     std::vector<int> m_edges; // three per edge: start vertex, end vertex, smooth (1) or hard (0)
     std::vector<FaceChunk> m_faceChunks;
     std::vector<UVSetData> m_uvSets;

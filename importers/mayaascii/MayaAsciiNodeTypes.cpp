@@ -28,7 +28,7 @@ bool IsWithoutExportEffect(std::string_view nodeType)
         "characterPartition", "dynController", "globalCacheControl", "mentalrayItemsList", "mentalrayGlobals",
         "mentalrayOptions", "mentalrayFramebuffer", "shadingNodeAttributeSet", "reference", "container",
         "containerBase", "assemblyReference", "clipLibrary", "clipScheduler", "clipToGhostData", "animClip",
-        "cameraView", "cameraSet", "uvChooser", "mute", "dagContainer",
+        "cameraView", "cameraSet", "uvChooser", "mute",
     };
     return Listed(kTypes, nodeType);
 }
@@ -70,7 +70,7 @@ bool IsAttributeWithoutExportEffect(std::string_view attribute)
         "translateFrame", "vc1", "vc2", "vt1", "vt2", "vt3", "ws", "wu", "wrapU", "wv", "wrapV", "ofs",
         // skin clusters, bind poses, curves and character sets
         "bm", "bindMethod", "bp", "dpf", "dropoff", "ifcl", "lw", "lockWeights", "mmi", "maintainMaxInfluences",
-        "ucm", "useComponentsMatrix", "g", "global", "p", "parents", "w", "world", "a", "apply", "aal",
+        "ucm", "useComponentsMatrix", "cid", "childIndices", "itc", "g", "global", "p", "parents", "w", "world", "a", "apply", "aal",
         "attributeAliasList", "am", "av", "cer", "cim", "lv", "tce", "tcs", "uv",
         // the time node
         "etw", "tms", "tps", "unw",

@@ -30,17 +30,11 @@ Attribute* AddUnknownAttribute(Node* node, const std::string& name, Attribute* p
   return node->AddAttribute(std::move(a), parent);
 }
 
-// "node.attr[i].child": the node and plug; on an unknown node, with `create`, missing attributes are made.
-bool ParsePlug(const std::string& text, Node*& node, PlugKey& key, const AttrKind* create = nullptr)
+// "attr[i].child" on the node: the plug; on an unknown node, with `create`, missing attributes are made.
+bool ParseAttributes(Node* node, const std::string& text, PlugKey& key, const AttrKind* create)
 {
-  const size_t dot = text.find('.');
-  if (dot == std::string::npos)
-    return false;
-  node = FindNodeByPath(text.substr(0, dot));
-  if (!node)
-    return false;
   key = PlugKey();
-  size_t at = dot + 1;
+  size_t at = 0;
   while (at <= text.size()) {
     size_t end = text.find('.', at);
     if (end == std::string::npos)
@@ -69,6 +63,16 @@ bool ParsePlug(const std::string& text, Node*& node, PlugKey& key, const AttrKin
   }
   const unsigned int depth = key.attribute->ArrayDepth();
   return key.indices.size() == depth || key.indices.size() + 1 == depth;
+}
+
+// "node.attr[i].child": the node and plug.
+bool ParsePlug(const std::string& text, Node*& node, PlugKey& key, const AttrKind* create = nullptr)
+{
+  const size_t dot = text.find('.');
+  if (dot == std::string::npos)
+    return false;
+  node = FindNodeByPath(text.substr(0, dot));
+  return node && ParseAttributes(node, text.substr(dot + 1), key, create);
 }
 
 MPlug WritablePlug(const std::string& nodeDotAttribute, AttrKind kind)
@@ -180,6 +184,16 @@ MObject CreateUnknownNode(const std::string& type, const std::string& name, cons
   return made;
 }
 
+MPlug UnknownNodePlug(const MObject& node, const std::string& attributes, const MPlug& like)
+{
+  standin::Node* n = NodeOf(node);
+  const AttrKind kind = like.isNull() ? AttrKind::Message : like.standinKey().attribute->kind;
+  PlugKey key;
+  if (!n || !IsUnknown(n) || !ParseAttributes(n, attributes, key, &kind))
+    return MPlug();
+  return MPlug(n, key);
+}
+
 MObject NodeByName(const std::string& name)
 {
   standin::Node* node = FindNodeByPath(name);
@@ -253,7 +267,11 @@ bool SetAttr(const std::string& plug, const MMatrix& matrix)
 
 bool SetComponents(const std::string& plug, const std::vector<std::string>& components)
 {
-  MPlug p = WritablePlug(plug, AttrKind::ComponentList);
+  return SetComponents(WritablePlug(plug, AttrKind::ComponentList), components);
+}
+
+bool SetComponents(MPlug p, const std::vector<std::string>& components)
+{
   if (p.isNull() || p.standinKey().attribute->kind != AttrKind::ComponentList || IsArrayPlug(p.standinKey()))
     return false;
   std::shared_ptr<ComponentData> list;
@@ -268,7 +286,11 @@ bool SetComponents(const std::string& plug, const std::vector<std::string>& comp
 
 bool SetPoints(const std::string& plug, const std::vector<MPoint>& points)
 {
-  MPlug p = WritablePlug(plug, AttrKind::PointArray);
+  return SetPoints(WritablePlug(plug, AttrKind::PointArray), points);
+}
+
+bool SetPoints(MPlug p, const std::vector<MPoint>& points)
+{
   if (p.isNull() || p.standinKey().attribute->kind != AttrKind::PointArray || IsArrayPlug(p.standinKey()))
     return false;
   auto data = std::make_shared<PointArrayData>();
@@ -310,7 +332,7 @@ bool AddAttr(const MObject& node, const AttrSpec& spec)
   static const AttrKind kKinds[] = {AttrKind::Bool, AttrKind::Int, AttrKind::Short, AttrKind::Float, AttrKind::Double,
                                     AttrKind::String, AttrKind::Enum, AttrKind::Distance, AttrKind::Angle,
                                     AttrKind::Time, AttrKind::Matrix, AttrKind::Message, AttrKind::Compound,
-                                    AttrKind::ComponentList, AttrKind::Mesh};
+                                    AttrKind::ComponentList, AttrKind::Mesh, AttrKind::PointArray};
   auto a = std::make_unique<Attribute>();
   a->name = spec.longName;
   a->shortName = spec.shortName == spec.longName ? std::string() : spec.shortName;

@@ -37,7 +37,7 @@ TEST(MalformedFiles, AFileOfAnotherKindIsRefused)
     const std::string folder = MakeTestFolder("other");
     const ImportResult result = ImportScene(WriteTestFile(folder, "notes.txt", "hello"));
     EXPECT_FALSE(result.Ok);
-    EXPECT_EQ(result.Error, "'notes.txt': not an FBX, glTF, COLLADA or OBJ file");
+    EXPECT_EQ(result.Error, "'notes.txt': not a Maya ASCII, FBX, glTF, COLLADA or OBJ file");
 }
 
 TEST(MalformedFiles, TruncatedGltfGivesAssimpsReasonAndAnEmptyScene)

@@ -353,10 +353,10 @@ TEST(MayaAsciiScene, AddedAttributesOfEveryKindHoldTheirValues)
     EXPECT_DOUBLE_EQ(standin::Plug("wall.levels[4]").asDouble(), 9.0);
 }
 
-TEST(MayaAsciiScene, NodesWithoutATypeArePassedOverAndGeometryFlowsPastThem)
+TEST(MayaAsciiScene, NodesWithoutATypeAreKeptAndTheMeshesTheyMakeAreNamed)
 {
-    // A plug-in shader, and an unsupported deformer between a mesh and its original: the mesh takes the original's
-    // geometry. A mesh made by an unsupported creator is left empty and named.
+    // A plug-in shader, an unsupported deformer between a mesh and its original, and an unsupported creator: as in
+    // Maya without the plug-ins, the nodes stay and compute nothing, so both meshes are empty and named.
     const ImportResult result = Load(R"(requires -nodeType "aiStandardSurface" "mtoa" "2.1.0.1";
 createNode aiStandardSurface -n "metal";
 	setAttr ".base" 0.5;
@@ -376,14 +376,19 @@ connectAttr "bend1.og[0]" "bentShape.i";
 connectAttr "polyHelix1.out" "helixShape.i";
 connectAttr "metal.oc" ":initialShadingGroup.ss";
 )");
-    EXPECT_EQ(MFnMesh(standin::PathTo("bentShape")).numVertices(), 3);
+    EXPECT_EQ(MFnMesh(standin::PathTo("bentShapeOrig")).numVertices(), 3);
+    EXPECT_EQ(MFnMesh(standin::PathTo("bentShape")).numVertices(), 0);
+    EXPECT_EQ(MFnDependencyNode(standin::NodeByName("metal")).typeName(), "aiStandardSurface");
     EXPECT_EQ(WarningsOf(result),
               (std::vector<std::string>{
-                  "line 5: the node type 'aiStandardSurface' of the plug-in 'mtoa' is not available; its nodes are passed over",
-                  "line 14: the node type 'nonLinear' is not supported; its nodes are passed over",
-                  "line 17: the node type 'polyHelix' is not supported; its nodes are passed over",
-                  "line 14: geometry passes unchanged through the nodes of type 'nonLinear', which are not evaluated",
-                  "line 20: the mesh 'helixShape' is made by 'polyHelix1' (polyHelix), which is not evaluated; the mesh is empty"}));
+                  "line 5: the node type 'aiStandardSurface' of the plug-in 'mtoa' is not available; its nodes are kept "
+                  "but compute nothing",
+                  "line 14: the node type 'nonLinear' is not supported; its nodes are kept but compute nothing",
+                  "line 17: the node type 'polyHelix' is not supported; its nodes are kept but compute nothing",
+                  "line 8: the mesh 'bentShape' is made by 'bend1' (nonLinear): its node type is not evaluated; the mesh "
+                  "is empty",
+                  "line 16: the mesh 'helixShape' is made by 'polyHelix1' (polyHelix): its node type is not evaluated; "
+                  "the mesh is empty"}));
 }
 
 TEST(MayaAsciiScene, PlaybackRangeAndCurrentTimeComeFromTheScene)
@@ -425,7 +430,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{"setAttr \".t\" -type \"double3\" 1 2 3 4;\n",
                 "line 5: setAttr \".t\" on 'a': there are more values than the attribute takes"},
         Refused{"createNode fancyNode -n \"b\";\nsetAttr \".x\" 1;\n",
-                "line 5: the node type 'fancyNode' is not supported; its nodes are passed over"},
+                "line 5: the node type 'fancyNode' is not supported; its nodes are kept but compute nothing"},
         Refused{"connectAttr \"a.tx\" \"a.nothing\";\n", "line 5: connectAttr: the transform 'a' has no attribute 'nothing'"},
         Refused{"file -r -ns \"set\" \"D:/projects/set.ma\";\n",
                 "line 5: file: the referenced file 'D:/projects/set.ma' does not exist; its nodes are missing"},

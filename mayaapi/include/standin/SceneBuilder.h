@@ -47,7 +47,7 @@ struct UVSpec {
 };
 
 enum class AttrType { Bool, Int, Short, Float, Double, String, Enum, Distance, Angle, Time, Matrix, Message, Compound,
-                      ComponentList, Mesh };
+                      ComponentList, Mesh, PointArray };
 
 // addAttr with what Maya ASCII files give: a compound's children name it as their parent after it was added.
 struct AttrSpec {
@@ -92,8 +92,13 @@ bool SetAttr(const std::string& plug, const std::string& text);
 bool SetAttr(const std::string& plug, const MMatrix& matrix);
 // setAttr -type componentList, the components as Maya names them ("f[0:3]", "vtx[*]", "e[12]"), all of one kind.
 bool SetComponents(const std::string& plug, const std::vector<std::string>& components);
+bool SetComponents(MPlug plug, const std::vector<std::string>& components);
 // setAttr -type pointArray.
 bool SetPoints(const std::string& plug, const std::vector<MPoint>& points);
+bool SetPoints(MPlug plug, const std::vector<MPoint>& points);
+// On a node kept by CreateUnknownNode, the plug "attr[i].child" names, its attributes made as Maya's unknown nodes
+// take any attribute; the last one of the kind of `like`, the plug it is to be connected with. Null on other nodes.
+MPlug UnknownNodePlug(const MObject& node, const std::string& attributes, const MPlug& like);
 bool ConnectAttr(const std::string& source, const std::string& destination);
 bool ConnectAttr(const MPlug& source, const MPlug& destination);
 // addAttr; enum fields are given by name in index order.
