@@ -1,6 +1,5 @@
 #include "geometry/lightmap/ChartFootprint.h"
 
-#include "geometry/lightmap/Chart.h"
 
 #include <algorithm>
 #include <cmath>
@@ -50,14 +49,14 @@ void ForEachSlab(Vec2 p, Vec2 q, int firstLimit, int slabLimit, Touch touch)
 
 } // namespace
 
-ChartFootprint RasterizeChart(const Chart& chart, double scale)
+ChartFootprint RasterizeOutline(std::span<const std::pair<Vec2, Vec2>> outline, double scale)
 {
     ChartFootprint footprint;
     double maxX = 0.0;
     double maxY = 0.0;
-    for (const Vec2& uv : chart.UV) {
-        maxX = std::max(maxX, uv.X * scale);
-        maxY = std::max(maxY, uv.Y * scale);
+    for (const auto& [from, to] : outline) {
+        maxX = std::max({maxX, from.X * scale, to.X * scale});
+        maxY = std::max({maxY, from.Y * scale, to.Y * scale});
     }
     footprint.Width = static_cast<int>(std::floor(maxX + FootprintMargin + Grow)) + 1;
     footprint.Height = static_cast<int>(std::floor(maxY + FootprintMargin + Grow)) + 1;
@@ -65,10 +64,9 @@ ChartFootprint RasterizeChart(const Chart& chart, double scale)
     footprint.ColumnHigh.assign(static_cast<size_t>(footprint.Width), -1);
     footprint.RowLow.assign(static_cast<size_t>(footprint.Height), footprint.Width);
     footprint.RowHigh.assign(static_cast<size_t>(footprint.Height), -1);
-    // The lowest and highest texel of a column or row that the chart touches lie on its border.
-    for (const auto& [from, to] : chart.Border) {
-        const Vec2 p {chart.UV[from].X * scale + FootprintMargin, chart.UV[from].Y * scale + FootprintMargin};
-        const Vec2 q {chart.UV[to].X * scale + FootprintMargin, chart.UV[to].Y * scale + FootprintMargin};
+    for (const auto& [from, to] : outline) {
+        const Vec2 p {from.X * scale + FootprintMargin, from.Y * scale + FootprintMargin};
+        const Vec2 q {to.X * scale + FootprintMargin, to.Y * scale + FootprintMargin};
         ForEachSlab(p, q, footprint.Width, footprint.Height, [&](int row, int first, int last) {
             int& low = footprint.RowLow[static_cast<size_t>(row)];
             int& high = footprint.RowHigh[static_cast<size_t>(row)];

@@ -24,7 +24,7 @@ constexpr double SolverTolerance = 1e-6;
 // Conjugate gradients start from the projection, which is close to conformal already; each
 // iteration only lowers the energy, so a capped run is never worse than where it started and
 // keeps a large chart's cost linear.
-constexpr int MaxIterations = 50;
+constexpr int MaxIterations = 25;
 
 // The two points farthest apart along the flattening's longer side.
 std::array<size_t, 2> PinnedPoints(const std::vector<Vec2>& uv)

@@ -19,7 +19,7 @@ constexpr int AtlasFailed = -2160;
 // Charts stay within this angle of their mean normal: wide enough that a gently curved surface
 // stays in one piece, narrow enough that a flattening of it needs little stretch, and below a
 // right angle, so that the faces of a box go to separate charts.
-constexpr double MaxChartNormalAngle = 40.0 * std::numbers::pi / 180.0;
+constexpr double MaxChartNormalAngle = 35.0 * std::numbers::pi / 180.0;
 
 bool Valid(std::span<const float> positions, std::span<const uint32_t> indices)
 {

@@ -31,28 +31,6 @@ struct PositionHash {
     uint64_t operator()(const PositionKey& key) const { return HashWords(key.Bits[0], key.Bits[1], key.Bits[2]); }
 };
 
-// A directed edge between two shared positions.
-struct EdgeKey {
-    uint32_t From;
-    uint32_t To;
-    bool operator==(const EdgeKey&) const = default;
-};
-
-struct EdgeKeyOf {
-    std::span<const uint32_t> Shared;
-    std::span<const uint32_t> Indices;
-    EdgeKey operator()(int edge) const
-    {
-        const size_t corner = static_cast<size_t>(edge);
-        const size_t next = corner % 3 == 2 ? corner - 2 : corner + 1;
-        return EdgeKey{Shared[Indices[corner]], Shared[Indices[next]]};
-    }
-};
-
-struct EdgeHash {
-    uint64_t operator()(const EdgeKey& key) const { return HashWords(key.From, key.To, 0x5bd1e995u); }
-};
-
 } // namespace
 
 std::vector<uint32_t> SharedPositions(std::span<const float> positions)
@@ -76,35 +54,40 @@ std::vector<uint32_t> SharedPositions(std::span<const float> positions)
 
 std::vector<int> BuildFaceAdjacency(std::span<const uint32_t> sharedPositions, std::span<const uint32_t> indices)
 {
-    const size_t edgeCount = indices.size() / 3 * 3;
-    const EdgeKeyOf keyOf{sharedPositions, indices};
-    // Each directed edge's slot holds the lowest edge running it; the others follow in ascending
-    // order through sameWay, so that pairing goes in triangle order.
-    MemberTable<EdgeKey, EdgeKeyOf, EdgeHash> table(edgeCount, keyOf, EdgeHash{});
-    std::vector<int> sameWay(edgeCount, -1);
-    for (size_t edge = edgeCount; edge-- > 0;) {
-        const EdgeKey key = keyOf(static_cast<int>(edge));
-        if (key.From == key.To)
-            continue;
-        int& lowest = table.Member(key);
-        sameWay[edge] = lowest;
-        lowest = static_cast<int>(edge);
+    const size_t cornerCount = indices.size() / 3 * 3;
+    const auto positionOf = [&](size_t corner) { return sharedPositions[indices[corner]]; };
+    const auto nextCorner = [](size_t corner) { return corner % 3 == 2 ? corner - 2 : corner + 1; };
+
+    // The corners at each shared position, in ascending order: the edges that start there. A
+    // triangle's neighbours lie among the few corners at its own corners' positions, which keeps
+    // the search local where a table of all edges would be touched at random.
+    std::vector<uint32_t> first(sharedPositions.size() + 1, 0);
+    for (size_t corner = 0; corner < cornerCount; ++corner)
+        ++first[positionOf(corner) + 1];
+    for (size_t position = 0; position + 1 < first.size(); ++position)
+        first[position + 1] += first[position];
+    std::vector<uint32_t> cornersAt(cornerCount);
+    {
+        std::vector<uint32_t> fill(first.begin(), first.end() - 1);
+        for (size_t corner = 0; corner < cornerCount; ++corner)
+            cornersAt[fill[positionOf(corner)]++] = static_cast<uint32_t>(corner);
     }
 
-    std::vector<int> across(edgeCount, -1);
-    std::vector<int> twinOf(edgeCount, -1);
-    for (size_t edge = 0; edge < edgeCount; ++edge) {
-        const EdgeKey key = keyOf(static_cast<int>(edge));
-        if (key.From == key.To || twinOf[edge] >= 0)
+    std::vector<int> across(cornerCount, -1);
+    std::vector<uint8_t> paired(cornerCount, 0);
+    for (size_t edge = 0; edge < cornerCount; ++edge) {
+        const uint32_t from = positionOf(edge);
+        const uint32_t to = positionOf(nextCorner(edge));
+        if (from == to || paired[edge])
             continue;
-        for (int twin = table.Find(EdgeKey{key.To, key.From}); twin >= 0; twin = sameWay[static_cast<size_t>(twin)]) {
-            const size_t other = static_cast<size_t>(twin);
-            if (twinOf[other] >= 0 || other / 3 == edge / 3)
+        // The lowest unpaired edge of another triangle that runs from `to` back to `from`.
+        for (uint32_t k = first[to]; k < first[to + 1]; ++k) {
+            const size_t twin = cornersAt[k];
+            if (paired[twin] || twin / 3 == edge / 3 || positionOf(nextCorner(twin)) != from)
                 continue;
-            twinOf[edge] = twin;
-            twinOf[other] = static_cast<int>(edge);
-            across[edge] = static_cast<int>(other / 3);
-            across[other] = static_cast<int>(edge / 3);
+            paired[edge] = paired[twin] = 1;
+            across[edge] = static_cast<int>(twin / 3);
+            across[twin] = static_cast<int>(edge / 3);
             break;
         }
     }

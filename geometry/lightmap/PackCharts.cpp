@@ -14,17 +14,23 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <numbers>
 #include <numeric>
+#include <utility>
 
 namespace {
 
 // The scale search stops when it is within this factor of the best scale that fits, or when
 // the atlas is this full in height.
 constexpr double ScaleTolerance = 1.01;
-constexpr double FullEnough = 0.97;
+constexpr double FullEnough = 0.95;
 constexpr int MaxAttempts = 16;
-// The first guess fills this share of the atlas with chart area.
-constexpr double FirstFill = 0.7;
+// The first guess fills this share of the atlas with the charts' rectangles and gutters.
+constexpr double FirstFill = 0.85;
+// Up to this many charts, each is also tried at FineAngles - 1 angles between its quarter turns,
+// and the charts are dropped in three orders.
+constexpr size_t FewCharts = 64;
+constexpr int FineAngles = 8;
 // A chart's columns are bounded in up to this many blocks before any place is tried exactly.
 constexpr int MaxBoundBlocks = 16;
 constexpr int MinBlockWidth = 8;
@@ -45,6 +51,7 @@ struct Profile {
 };
 
 struct Placement {
+    int Pose = 0;
     int Turn = 0;
     int X = 0;
     int Y = 0;
@@ -157,7 +164,7 @@ public:
             const double score = Score(profile, x, y);
             if (score < bestScore) {
                 bestScore = score;
-                best = {turn, x, y};
+                best = {best.Pose, turn, x, y};
                 found = true;
             }
         };
@@ -237,46 +244,99 @@ private:
     std::vector<double> m_bounds;
 };
 
+// A chart turned by one of the angles the packer tries, its outline moved so that its lowest
+// coordinates are 0: UV' = (cos, sin) turn of UV, less Shift.
+struct Pose {
+    double Cos = 1.0;
+    double Sin = 0.0;
+    Vec2 Shift;
+    std::vector<std::pair<Vec2, Vec2>> Outline;
+
+    Vec2 Apply(Vec2 uv) const { return Vec2{Cos * uv.X - Sin * uv.Y, Sin * uv.X + Cos * uv.Y} - Shift; }
+};
+
+// The chart in its own orientation and, when angles > 1, turned by further fractions of a
+// quarter turn; the quarter turns themselves come from the profiles.
+std::vector<Pose> PosesOf(const Chart& chart, int angles)
+{
+    std::vector<Pose> poses(static_cast<size_t>(angles));
+    for (int a = 0; a < angles; ++a) {
+        Pose& pose = poses[static_cast<size_t>(a)];
+        const double angle = std::numbers::pi / 2.0 * a / angles;
+        pose.Cos = std::cos(angle);
+        pose.Sin = std::sin(angle);
+        Vec2 low {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
+        for (const auto& [from, to] : chart.Border) {
+            for (uint32_t point : {from, to}) {
+                const Vec2 turned = pose.Apply(chart.UV[point]);
+                low = {std::min(low.X, turned.X), std::min(low.Y, turned.Y)};
+            }
+        }
+        pose.Shift = chart.Border.empty() ? Vec2{} : low;
+        pose.Outline.reserve(chart.Border.size());
+        for (const auto& [from, to] : chart.Border)
+            pose.Outline.emplace_back(pose.Apply(chart.UV[from]), pose.Apply(chart.UV[to]));
+    }
+    return poses;
+}
+
 struct Layout {
-    std::vector<ChartFootprint> Footprints;
+    // Per chart, per pose.
+    std::vector<std::vector<ChartFootprint>> Footprints;
     std::vector<Placement> Placements;
     int Top = 0;
 };
 
-// Packs at one scale; false when some chart is wider than the atlas in every turn. Layout.Top
-// may exceed the inner size: the caller decides whether it fits.
-bool PackAtScale(const std::vector<Chart>& charts, double scale, int inner, int gutter, Layout& layout)
+// The orders in which the packer drops the charts, all largest first in some sense.
+enum class Order { Area, Height, LongerSide };
+
+// Packs at one scale in the given order; false when some chart is wider than the atlas in every
+// pose and turn. Layout.Top may exceed the inner size: the caller decides whether it fits.
+bool PackAtScale(const std::vector<std::vector<Pose>>& poses, double scale, Order order, int inner, int gutter,
+                 Layout& layout)
 {
-    const size_t count = charts.size();
+    const size_t count = poses.size();
     layout.Footprints.resize(count);
-    for (size_t i = 0; i < count; ++i)
-        layout.Footprints[i] = RasterizeChart(charts[i], scale);
-    std::vector<size_t> order(count);
-    std::iota(order.begin(), order.end(), size_t{0});
-    // Tallest first, as a horizon packs best when the later charts fill in above the earlier.
-    std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) {
-        const ChartFootprint& fa = layout.Footprints[a];
-        const ChartFootprint& fb = layout.Footprints[b];
-        return int64_t{fa.Height} * fa.Width > int64_t{fb.Height} * fb.Width;
-    });
+    for (size_t i = 0; i < count; ++i) {
+        layout.Footprints[i].resize(poses[i].size());
+        for (size_t p = 0; p < poses[i].size(); ++p)
+            layout.Footprints[i][p] = RasterizeOutline(poses[i][p].Outline, scale);
+    }
+    std::vector<size_t> sequence(count);
+    std::iota(sequence.begin(), sequence.end(), size_t{0});
+    const auto key = [&](size_t i) -> int64_t {
+        const ChartFootprint& f = layout.Footprints[i][0];
+        switch (order) {
+        case Order::Area: return int64_t{f.Height} * f.Width;
+        case Order::Height: return f.Height;
+        default: return std::max(f.Width, f.Height);
+        }
+    };
+    std::stable_sort(sequence.begin(), sequence.end(), [&](size_t a, size_t b) { return key(a) > key(b); });
 
     Horizon horizon(inner);
     layout.Placements.assign(count, Placement{});
-    Profile turned[4];
-    for (size_t i : order) {
+    for (size_t i : sequence) {
         Placement best;
+        Profile bestProfile;
         double bestScore = std::numeric_limits<double>::infinity();
-        bool placed = false;
-        for (int turn = 0; turn < 4; ++turn) {
-            turned[turn] = Turned(layout.Footprints[i], turn, gutter);
-            // A half turn that gives the same profile (a rectangle's) has nothing new to try.
-            if (turn >= 2 && turned[turn].Bottom == turned[turn - 2].Bottom && turned[turn].Shadow == turned[turn - 2].Shadow)
-                continue;
-            placed = horizon.Best(turned[turn], turn, best, bestScore) || placed;
+        for (size_t p = 0; p < poses[i].size(); ++p) {
+            Profile turned[4];
+            for (int turn = 0; turn < 4; ++turn) {
+                turned[turn] = Turned(layout.Footprints[i][p], turn, gutter);
+                // A half turn that gives the same profile (a rectangle's) has nothing new to try.
+                if (turn >= 2 && turned[turn].Bottom == turned[turn - 2].Bottom &&
+                    turned[turn].Shadow == turned[turn - 2].Shadow)
+                    continue;
+                if (horizon.Best(turned[turn], turn, best, bestScore)) {
+                    best.Pose = static_cast<int>(p);
+                    bestProfile = turned[turn];
+                }
+            }
         }
-        if (!placed)
+        if (bestScore == std::numeric_limits<double>::infinity())
             return false;
-        horizon.Place(turned[best.Turn], best, gutter);
+        horizon.Place(bestProfile, best, gutter);
         layout.Placements[i] = best;
     }
     layout.Top = horizon.Top();
@@ -296,15 +356,19 @@ Vec2 Turn(Vec2 p, int turn, const ChartFootprint& footprint)
     }
 }
 
-void WriteAtlasCoordinates(std::vector<Chart>& charts, const Layout& layout, double scale, int atlasSize, int border)
+void WriteAtlasCoordinates(std::vector<Chart>& charts, const std::vector<std::vector<Pose>>& poses, const Layout& layout,
+                           double scale, int atlasSize, int border)
 {
     const double size = atlasSize;
     for (size_t i = 0; i < charts.size(); ++i) {
         const Placement& at = layout.Placements[i];
+        const Pose& pose = poses[i][static_cast<size_t>(at.Pose)];
+        const ChartFootprint& footprint = layout.Footprints[i][static_cast<size_t>(at.Pose)];
         const Vec2 offset {static_cast<double>(border + at.X), static_cast<double>(border + at.Y)};
         for (Vec2& uv : charts[i].UV) {
-            const Vec2 texel {uv.X * scale + FootprintMargin, uv.Y * scale + FootprintMargin};
-            uv = (Turn(texel, at.Turn, layout.Footprints[i]) + offset) * (1.0 / size);
+            const Vec2 posed = pose.Apply(uv);
+            const Vec2 texel {posed.X * scale + FootprintMargin, posed.Y * scale + FootprintMargin};
+            uv = (Turn(texel, at.Turn, footprint) + offset) * (1.0 / size);
         }
     }
 }
@@ -319,24 +383,56 @@ bool PackCharts(std::vector<Chart>& charts, int atlasSize, int gutter)
         return false;
     if (charts.empty())
         return true;
+    // The first guess: the scale at which the charts' rectangles, each grown by a gutter and a
+    // texel, cover the share of the atlas that a packing usually reaches. With many small charts
+    // the gutters take most of the room, which a guess from the areas alone would miss.
     double area = 0.0;
+    double sides = 0.0;
     for (Chart& chart : charts) {
         double width = 0.0;
         double height = 0.0;
         OrientChart(chart, width, height);
         area += width * height;
+        sides += width + height;
     }
-
-    // Height grows with the chart area, that is with the square of the scale.
-    double scale = area > 0.0 ? std::sqrt(FirstFill * inner * inner / area) : 1.0;
+    const double grown = gutter + 1.0;
+    const double room = FirstFill * inner * inner - static_cast<double>(charts.size()) * grown * grown;
+    double scale = area > 0.0 && room > 0.0
+        ? (-grown * sides + std::sqrt(grown * grown * sides * sides + 4.0 * area * room)) / (2.0 * area)
+        : 1.0;
     double fits = 0.0;
     double fails = std::numeric_limits<double>::infinity();
     Layout layout;
     Layout best;
+    // The packing's height grows with the scale to a power between 1 (one chart, or a row of
+    // them) and 2 (many charts, whose area counts); the last two attempts tell which.
+    double growth = charts.size() == 1 ? 1.0 : 2.0;
+    double lastScale = 0.0;
+    int lastTop = 0;
+    // A few charts are worth turning by finer angles and dropping in several orders: each try
+    // costs a pass over the atlas's width per chart.
+    const bool few = charts.size() <= FewCharts;
+    std::vector<std::vector<Pose>> poses;
+    poses.reserve(charts.size());
+    for (const Chart& chart : charts)
+        poses.push_back(PosesOf(chart, few ? FineAngles : 1));
+    const std::vector<Order> orders = few ? std::vector<Order>{Order::Area, Order::Height, Order::LongerSide}
+                                          : std::vector<Order>{Order::Area};
+    Layout trial;
     for (int attempt = 0; attempt < MaxAttempts && fails > fits * ScaleTolerance; ++attempt) {
-        const bool packed = PackAtScale(charts, scale, inner, gutter, layout);
+        bool packed = false;
+        for (Order order : orders) {
+            if (PackAtScale(poses, scale, order, inner, gutter, trial) && (!packed || trial.Top < layout.Top)) {
+                std::swap(layout, trial);
+                packed = true;
+            }
+        }
         // A chart too wide for the atlas counts as twice too high.
         const int top = packed ? std::max(layout.Top, 1) : 2 * inner;
+        if (packed && lastTop > 0 && top != lastTop && scale != lastScale)
+            growth = std::clamp(std::log(static_cast<double>(top) / lastTop) / std::log(scale / lastScale), 1.0, 2.0);
+        lastScale = scale;
+        lastTop = top;
         if (top <= inner) {
             fits = scale;
             std::swap(best, layout);
@@ -345,13 +441,13 @@ bool PackCharts(std::vector<Chart>& charts, int atlasSize, int gutter)
         } else {
             fails = scale;
         }
-        double next = scale * std::sqrt(static_cast<double>(inner) / top) * (fits == scale ? 1.0 : 0.99);
+        double next = scale * std::pow(static_cast<double>(inner) / top, 1.0 / growth) * (fits == scale ? 1.0 : 0.99);
         if (!(next > fits && next < fails))
             next = fits > 0.0 ? std::sqrt(fits * std::min(fails, 4.0 * fits)) : scale * 0.5;
         scale = next;
     }
     if (fits == 0.0)
         return false;
-    WriteAtlasCoordinates(charts, best, fits, atlasSize, border);
+    WriteAtlasCoordinates(charts, poses, best, fits, atlasSize, border);
     return true;
 }
