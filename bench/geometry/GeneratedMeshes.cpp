@@ -17,13 +17,11 @@ int SideFor(int triangleCount)
     return std::max(1, static_cast<int>(std::sqrt(triangleCount / 2.0)));
 }
 
-// Two triangles per cell; corner (column, row) of the cell's lattice taken through point().
+// Two triangles per cell of a columns x rows grid, appended to the mesh; corner (column, row) of
+// the cell's lattice taken through point().
 template <class Point, class UV>
-HarvestedMesh Triangulate(int side, Point point, UV uv, uint32_t seed)
+void AddTriangulated(HarvestedMesh& mesh, int columns, int rows, Point point, UV uv, std::mt19937& random)
 {
-    HarvestedMesh mesh;
-    mesh.Corners.reserve(static_cast<size_t>(side) * side * 6);
-    std::mt19937 random(seed);
     std::uniform_int_distribution<int> nudgeChance(0, 15);
     std::uniform_real_distribution<float> nudge(-HarvestNudge, HarvestNudge);
     const auto corner = [&](int column, int row, int cellColumn, int cellRow) {
@@ -36,8 +34,8 @@ HarvestedMesh Triangulate(int side, Point point, UV uv, uint32_t seed)
             c.Position[0] += nudge(random);
         mesh.Corners.push_back(c);
     };
-    for (int row = 0; row < side; ++row) {
-        for (int column = 0; column < side; ++column) {
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column) {
             corner(column, row, column, row);
             corner(column + 1, row, column, row);
             corner(column + 1, row + 1, column, row);
@@ -46,6 +44,15 @@ HarvestedMesh Triangulate(int side, Point point, UV uv, uint32_t seed)
             corner(column, row + 1, column, row);
         }
     }
+}
+
+template <class Point, class UV>
+HarvestedMesh Triangulate(int side, Point point, UV uv, uint32_t seed)
+{
+    HarvestedMesh mesh;
+    mesh.Corners.reserve(static_cast<size_t>(side) * side * 6);
+    std::mt19937 random(seed);
+    AddTriangulated(mesh, side, side, point, uv, random);
     return mesh;
 }
 
@@ -110,6 +117,86 @@ HarvestedMesh MakeClosedMesh(int triangleCount)
         out[1] = static_cast<float>(row) / static_cast<float>(side);
     };
     return Triangulate(side, point, uv, 11);
+}
+
+HarvestedMesh MakeNoisyCubeSphere(int triangleCount, uint32_t seed)
+{
+    const int side = std::max(1, static_cast<int>(std::sqrt(triangleCount / 12.0)));
+    // A twentieth of a cell, so that the surface is as rough at every resolution.
+    const float ripple = 0.05f * 2000.0f / static_cast<float>(side);
+    HarvestedMesh mesh;
+    std::mt19937 random(seed);
+    for (int face = 0; face < 6; ++face) {
+        const int axis = face / 2;
+        const auto point = [&](int column, int row) {
+            // On the lattice of the cube's surface, in whole steps, so that a point shared by two
+            // faces comes out with the same bits from either and the faces meet exactly.
+            int lattice[3];
+            lattice[axis] = face % 2 == 0 ? side : -side;
+            lattice[(axis + 1) % 3] = (2 * column - side) * (face % 2 == 0 ? 1 : -1);
+            lattice[(axis + 2) % 3] = 2 * row - side;
+            float cube[3];
+            for (int k = 0; k < 3; ++k)
+                cube[k] = static_cast<float>(lattice[k]) / static_cast<float>(side);
+            const float length = std::sqrt(cube[0] * cube[0] + cube[1] * cube[1] + cube[2] * cube[2]);
+            const uint32_t hash = static_cast<uint32_t>(lattice[0]) * 73856093u ^ static_cast<uint32_t>(lattice[1]) * 19349663u ^
+                                  static_cast<uint32_t>(lattice[2]) * 83492791u;
+            const float radius = 1000.0f + ripple * (static_cast<float>(hash % 2001) / 1000.0f - 1.0f);
+            GridPoint p{};
+            for (int k = 0; k < 3; ++k) {
+                p.Normal[k] = cube[k] / length;
+                p.Position[k] = p.Normal[k] * radius;
+            }
+            return p;
+        };
+        const auto uv = [side](int column, int row, int, int, float out[2]) {
+            out[0] = static_cast<float>(column) / static_cast<float>(side);
+            out[1] = static_cast<float>(row) / static_cast<float>(side);
+        };
+        AddTriangulated(mesh, side, side, point, uv, random);
+    }
+    return mesh;
+}
+
+HarvestedMesh MakeBoxKit(int triangleCount, uint32_t seed)
+{
+    constexpr float CellSize = 25.0f;
+    HarvestedMesh mesh;
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<float> unit(0.0f, 1.0f);
+    for (int box = 0; mesh.TriangleCount() < triangleCount; ++box) {
+        float size[3];
+        switch (random() % 4) {
+        case 0: size[0] = 100 + 400 * unit(random); size[1] = 10 + 20 * unit(random); size[2] = 200 + 100 * unit(random); break;
+        case 1: size[0] = size[1] = 20 + 30 * unit(random); size[2] = 200 + 200 * unit(random); break;
+        case 2: size[0] = 100 + 200 * unit(random); size[1] = 100 + 200 * unit(random); size[2] = 10 + 10 * unit(random); break;
+        default: for (float& s : size) s = 50 + 100 * unit(random); break;
+        }
+        const float origin[3] = {static_cast<float>(box % 64) * 700.0f, static_cast<float>(box / 64) * 700.0f, 0.0f};
+        for (int face = 0; face < 6; ++face) {
+            const int axis = face / 2;
+            const bool upper = face % 2 == 1;
+            // Across and along the face, turning so that the face looks outward.
+            const int a1 = upper ? (axis + 1) % 3 : (axis + 2) % 3;
+            const int a2 = upper ? (axis + 2) % 3 : (axis + 1) % 3;
+            const int columns = std::max(1, static_cast<int>(std::round(size[a1] / CellSize)));
+            const int rows = std::max(1, static_cast<int>(std::round(size[a2] / CellSize)));
+            const auto point = [&](int column, int row) {
+                GridPoint p{};
+                p.Position[axis] = origin[axis] + (upper ? size[axis] : 0.0f);
+                p.Position[a1] = origin[a1] + size[a1] * static_cast<float>(column) / static_cast<float>(columns);
+                p.Position[a2] = origin[a2] + size[a2] * static_cast<float>(row) / static_cast<float>(rows);
+                p.Normal[axis] = upper ? 1.0f : -1.0f;
+                return p;
+            };
+            const auto uv = [&](int column, int row, int, int, float out[2]) {
+                out[0] = static_cast<float>(column) / static_cast<float>(columns);
+                out[1] = static_cast<float>(row) / static_cast<float>(rows);
+            };
+            AddTriangulated(mesh, columns, rows, point, uv, random);
+        }
+    }
+    return mesh;
 }
 
 std::unique_ptr<VMWorld> MakeHarvestedWorld(const HarvestedMesh& mesh)

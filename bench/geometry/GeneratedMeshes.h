@@ -26,6 +26,12 @@ struct HarvestedMesh {
 HarvestedMesh MakeNoisyTerrain(int triangleCount, uint32_t seed);
 // A closed torus; the UV seams where u and v wrap around keep those corners apart.
 HarvestedMesh MakeClosedMesh(int triangleCount);
+// A sphere of radius 1000 made of the six faces of a subdivided cube, its radius rippled by a
+// twentieth of a cell; each cube face has UVs of its own.
+HarvestedMesh MakeNoisyCubeSphere(int triangleCount, uint32_t seed);
+// Boxes side by side as a building kit has them: walls, pillars, slabs and crates, their faces
+// cut into cells of about 25 units, each face with UVs of its own.
+HarvestedMesh MakeBoxKit(int triangleCount, uint32_t seed);
 
 // The world harvesting would make of the mesh: one material, one vertex per corner.
 std::unique_ptr<VMWorld> MakeHarvestedWorld(const HarvestedMesh& mesh);
