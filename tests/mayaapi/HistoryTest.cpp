@@ -224,6 +224,28 @@ TEST(Modifiers, SubdFaceSplitsAQuadAsMayaDoes)
   EXPECT_EQ(Faces("out"), (std::vector<std::vector<int>>{{0, 1, 4}, {1, 3, 4}, {3, 2, 4}, {2, 0, 4}}));
 }
 
+TEST(Modifiers, SubdFaceSplitsUVsAsItSplitsVerticesAndKeepsColourSets)
+{
+  Original({{MPoint(0, 0, 0), MPoint(1, 0, 0), MPoint(1, 1, 0), MPoint(0, 1, 0)}, {4}, {0, 1, 2, 3}});
+  const MObject orig = NodeByName("orig");
+  ASSERT_TRUE(SetUVs(orig, UVSpec{"map1", {0, 1, 1, 0}, {0, 0, 1, 1}, {0, 1, 2, 3}}));
+  ASSERT_TRUE(SetColors(orig, ColorSpec{"colorSet1", 4, std::vector<float>(16, 1.0f), {0, 1, 2, 3}}));
+  CreateNode("polySubdFace", "split");
+  ConnectAttr("orig.outMesh", "split.inputPolymesh");
+  Feed("split.output");
+  MFnMesh fn(PathTo("out"));
+  MFloatArray u;
+  MFloatArray v;
+  fn.getUVs(u, v);
+  // The corners' four, the centre, then the midpoints of 0-1, 1-2, 2-3, 3-0.
+  EXPECT_EQ(u.items(), (std::vector<float>{0, 1, 1, 0, .5f, .5f, 1, .5f, 0}));
+  EXPECT_EQ(v.items(), (std::vector<float>{0, 0, 1, 1, .5f, 0, .5f, 1, .5f}));
+  int centre = -1;
+  fn.getPolygonUVid(0, 2, centre);
+  EXPECT_EQ(centre, 4);
+  EXPECT_EQ(fn.numColorSets(), 1);
+}
+
 TEST(Modifiers, SubdFaceGivesABorderingFaceTheSplitEdgesMidpoint)
 {
   Plane(2);

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-// deleteComponent with faces removes them, and with them the vertices and UVs no other face uses; what remains
+// deleteComponent with faces removes them, and with them the vertices, UVs and colours no other face uses; what remains
 // keeps its order. Deleting edges or vertices merges the faces around them, which is not evaluated.
 namespace standin {
 namespace {
@@ -15,6 +15,26 @@ const AttributeSpec kAttributes[] = {
     {"inputGeometry", "ig", K::Mesh},
     {"outputGeometry", "og", K::Mesh},
 };
+
+// Drops the values (`width` floats each) no corner uses any more, keeping the others in order and renumbering the
+// corners' ids.
+std::vector<float> CompactValues(const std::vector<float>& values, size_t width, std::vector<int>& ids)
+{
+  std::vector<int> newId(values.size() / width, -1);
+  for (int id : ids)
+    if (id >= 0)
+      newId[static_cast<size_t>(id)] = 0;
+  std::vector<float> kept;
+  for (size_t id = 0; id < newId.size(); ++id)
+    if (newId[id] == 0) {
+      newId[id] = static_cast<int>(kept.size() / width);
+      kept.insert(kept.end(), values.begin() + static_cast<long>(id * width),
+                  values.begin() + static_cast<long>((id + 1) * width));
+    }
+  for (int& id : ids)
+    id = id >= 0 ? newId[static_cast<size_t>(id)] : -1;
+  return kept;
+}
 
 std::shared_ptr<Mesh> ComputeDeleteComponent(Node& node, unsigned int, std::string& problem)
 {
@@ -63,21 +83,19 @@ std::shared_ptr<Mesh> ComputeDeleteComponent(Node& node, unsigned int, std::stri
   for (int& v : kept->faceVertices)
     v = map.vertexOf[static_cast<size_t>(v)];
   for (UVSet& set : kept->uvSets) {
-    std::vector<int> uvOf(set.u.size(), -1);
-    for (int id : set.faceVertexUV)
-      if (id >= 0)
-        uvOf[static_cast<size_t>(id)] = 0;
-    UVSet compact{set.name, {}, {}, {}};
-    for (size_t id = 0; id < uvOf.size(); ++id)
-      if (uvOf[id] == 0) {
-        uvOf[id] = static_cast<int>(compact.u.size());
-        compact.u.push_back(set.u[id]);
-        compact.v.push_back(set.v[id]);
-      }
-    for (int id : set.faceVertexUV)
-      compact.faceVertexUV.push_back(id >= 0 ? uvOf[static_cast<size_t>(id)] : -1);
-    set = std::move(compact);
+    std::vector<float> uv;
+    for (size_t i = 0; i < set.u.size(); ++i)
+      uv.insert(uv.end(), {set.u[i], set.v[i]});
+    uv = CompactValues(uv, 2, set.faceVertexUV);
+    set.u.clear();
+    set.v.clear();
+    for (size_t i = 0; i + 1 < uv.size(); i += 2) {
+      set.u.push_back(uv[i]);
+      set.v.push_back(uv[i + 1]);
+    }
   }
+  for (ColorSet& set : kept->colorSets)
+    set.rgba = CompactValues(set.rgba, 4, set.faceVertexColor);
   std::vector<std::pair<int, int>> hard;
   for (auto [a, b] : kept->hardEdges) {
     const int na = map.vertexOf[static_cast<size_t>(a)];

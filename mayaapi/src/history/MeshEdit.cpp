@@ -54,6 +54,8 @@ std::shared_ptr<MeshTopology> FromCorners(const MeshTopology& in, const std::vec
   out->vertexCount = in.vertexCount;
   out->faceOffsets = offsets;
   out->currentUVSet = in.currentUVSet;
+  out->currentColorSet = in.currentColorSet;
+  out->givenNormalsPartial = in.givenNormalsPartial;
   out->hardEdges = in.hardEdges;
   out->faceVertices.reserve(corners.size());
   for (int c : corners)
@@ -64,6 +66,13 @@ std::shared_ptr<MeshTopology> FromCorners(const MeshTopology& in, const std::vec
       for (int c : corners)
         copy.faceVertexUV.push_back(set.faceVertexUV[static_cast<size_t>(c)]);
     out->uvSets.push_back(std::move(copy));
+  }
+  for (const ColorSet& set : in.colorSets) {
+    ColorSet copy{set.name, set.representation, set.rgba, {}};
+    if (!set.faceVertexColor.empty())
+      for (int c : corners)
+        copy.faceVertexColor.push_back(set.faceVertexColor[static_cast<size_t>(c)]);
+    out->colorSets.push_back(std::move(copy));
   }
   if (!in.givenNormals.empty())
     for (int c : corners)

@@ -24,7 +24,7 @@ struct TopologyMap {
 void CarryGroups(const Mesh& in, const TopologyMap& map, Mesh& out);
 
 // A topology whose faces are made of the input's face-vertices (corner ids into its faceVertices), each keeping its
-// vertex, UVs and given normal: `offsets` starts every face in `corners`, with the end as its last entry.
+// vertex, UVs, colours and given normal: `offsets` starts every face in `corners`, with the end as its last entry.
 std::shared_ptr<MeshTopology> FromCorners(const MeshTopology& in, const std::vector<int>& offsets,
                                           const std::vector<int>& corners);
 

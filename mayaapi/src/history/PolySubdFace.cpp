@@ -29,6 +29,36 @@ const AttributeSpec kAttributes[] = {
 using EdgeKey = std::pair<int, int>;
 EdgeKey Key(int a, int b) { return a < b ? EdgeKey{a, b} : EdgeKey{b, a}; }
 
+// Values kept per face corner by id, split as the vertices are: a UV set (u, v) or a colour set (r, g, b, a).
+struct CornerValues {
+  size_t width;
+  std::vector<float> values;
+  std::vector<int> oldIds;
+  std::vector<int> centre;
+  std::map<EdgeKey, int> midpoint;
+  std::vector<int> newIds;
+
+  int Of(int corner) const { return oldIds.empty() ? -1 : oldIds[static_cast<size_t>(corner)]; }
+  int Average(const std::vector<int>& ids)
+  {
+    const size_t first = values.size();
+    values.resize(first + width, 0.0f);
+    for (int id : ids)
+      for (size_t c = 0; c < width; ++c)
+        values[first + c] += values[static_cast<size_t>(id) * width + c] / static_cast<float>(ids.size());
+    return static_cast<int>(first / width);
+  }
+  int Middle(int a, int b)
+  {
+    if (a < 0 || b < 0)
+      return -1;
+    const auto found = midpoint.find(Key(a, b));
+    if (found != midpoint.end())
+      return found->second;
+    return midpoint[Key(a, b)] = Average({a, b});
+  }
+};
+
 // One level over the chosen faces; `chosen` comes back naming the faces they became.
 Mesh SubdivideOnce(const Mesh& in, std::vector<char>& chosen, bool quads, TopologyMap& map)
 {
@@ -75,81 +105,61 @@ Mesh SubdivideOnce(const Mesh& in, std::vector<char>& chosen, bool quads, Topolo
             midpoint[edge] = average({edge.first, edge.second});
         }
 
-  // The same construction in each UV set; a midpoint UV is shared by the faces that share both its end UVs.
-  struct SetBuild {
-    UVSet set;
-    std::vector<int> centre;
-    std::map<EdgeKey, int> midpoint;
-  };
-  std::vector<SetBuild> sets;
-  auto uvOf = [&](size_t s, int c) {
-    const UVSet& uvs = topo.uvSets[s];
-    return uvs.faceVertexUV.empty() ? -1 : uvs.faceVertexUV[static_cast<size_t>(c)];
-  };
-  auto addAverage = [&](SetBuild& b, const std::vector<int>& ids) {
-    double u = 0.0;
-    double v = 0.0;
-    for (int id : ids) {
-      u += b.set.u[static_cast<size_t>(id)];
-      v += b.set.v[static_cast<size_t>(id)];
-    }
-    b.set.u.push_back(static_cast<float>(u / static_cast<double>(ids.size())));
-    b.set.v.push_back(static_cast<float>(v / static_cast<double>(ids.size())));
-    return static_cast<int>(b.set.u.size()) - 1;
-  };
-  auto midUV = [&](size_t s, int a, int b) {
-    if (a < 0 || b < 0)
-      return -1;
-    const auto found = sets[s].midpoint.find(Key(a, b));
-    if (found != sets[s].midpoint.end())
-      return found->second;
-    return sets[s].midpoint[Key(a, b)] = addAverage(sets[s], {a, b});
-  };
-  for (size_t s = 0; s < topo.uvSets.size(); ++s) {
-    const UVSet& uvs = topo.uvSets[s];
-    sets.push_back(SetBuild{UVSet{uvs.name, uvs.u, uvs.v, {}}, std::vector<int>(static_cast<size_t>(faces), -1), {}});
+  // The same construction in each UV and colour set; a midpoint value is shared by the faces that share both its
+  // end values.
+  std::vector<CornerValues> sets;
+  for (const UVSet& uvs : topo.uvSets) {
+    CornerValues values{2, {}, uvs.faceVertexUV, {}, {}, {}};
+    for (size_t i = 0; i < uvs.u.size(); ++i)
+      values.values.insert(values.values.end(), {uvs.u[i], uvs.v[i]});
+    sets.push_back(std::move(values));
+  }
+  for (const ColorSet& colors : topo.colorSets)
+    sets.push_back(CornerValues{4, colors.rgba, colors.faceVertexColor, {}, {}, {}});
+  for (CornerValues& set : sets) {
+    set.centre.assign(static_cast<size_t>(faces), -1);
     for (int f = 0; f < faces; ++f) {
       std::vector<int> ids;
       for (int k = 0; k < sides(f); ++k)
-        ids.push_back(uvOf(s, corner(f, k)));
+        ids.push_back(set.Of(corner(f, k)));
       if (chosen[static_cast<size_t>(f)] && std::find(ids.begin(), ids.end(), -1) == ids.end())
-        sets[s].centre[static_cast<size_t>(f)] = addAverage(sets[s], ids);
+        set.centre[static_cast<size_t>(f)] = set.Average(ids);
     }
     if (quads)
       for (int f = 0; f < faces; ++f)
         if (chosen[static_cast<size_t>(f)])
           for (int k = 0; k < sides(f); ++k)
-            midUV(s, uvOf(s, corner(f, k)), uvOf(s, corner(f, k + 1)));
+            set.Middle(set.Of(corner(f, k)), set.Of(corner(f, k + 1)));
   }
 
-  // A corner is an old face-vertex (its vertex and UVs) or a new point (a centre or a midpoint).
+  // A corner is an old face-vertex (its vertex and values) or a new point (a centre or a midpoint).
   struct Corner {
     int vertex;
-    std::vector<int> uvs;
+    std::vector<int> ids;
   };
   auto old = [&](int c) {
     Corner k{vertexAt(c), {}};
-    for (size_t s = 0; s < sets.size(); ++s)
-      k.uvs.push_back(uvOf(s, c));
+    for (const CornerValues& set : sets)
+      k.ids.push_back(set.Of(c));
     return k;
   };
   auto middle = [&](int c0, int c1) {
     Corner k{midpoint.at(Key(vertexAt(c0), vertexAt(c1))), {}};
-    for (size_t s = 0; s < sets.size(); ++s)
-      k.uvs.push_back(midUV(s, uvOf(s, c0), uvOf(s, c1)));
+    for (CornerValues& set : sets)
+      k.ids.push_back(set.Middle(set.Of(c0), set.Of(c1)));
     return k;
   };
   auto middleOf = [&](int f) {
     Corner k{centre[static_cast<size_t>(f)], {}};
-    for (const SetBuild& b : sets)
-      k.uvs.push_back(b.centre[static_cast<size_t>(f)]);
+    for (const CornerValues& set : sets)
+      k.ids.push_back(set.centre[static_cast<size_t>(f)]);
     return k;
   };
   auto emit = [&](const std::vector<Corner>& face) {
     for (const Corner& k : face) {
       outTopo->faceVertices.push_back(k.vertex);
       for (size_t s = 0; s < sets.size(); ++s)
-        sets[s].set.faceVertexUV.push_back(k.uvs[s]);
+        sets[s].newIds.push_back(k.ids[s]);
     }
     outTopo->faceOffsets.push_back(static_cast<int>(outTopo->faceVertices.size()));
     return outTopo->FaceCount() - 1;
@@ -199,8 +209,21 @@ Mesh SubdivideOnce(const Mesh& in, std::vector<char>& chosen, bool quads, Topolo
   std::sort(outTopo->hardEdges.begin(), outTopo->hardEdges.end());
   outTopo->vertexCount = static_cast<int>(out.points.size() / 3);
   outTopo->currentUVSet = topo.currentUVSet;
-  for (SetBuild& b : sets)
-    outTopo->uvSets.push_back(std::move(b.set));
+  outTopo->currentColorSet = topo.currentColorSet;
+  for (size_t s = 0; s < topo.uvSets.size(); ++s) {
+    UVSet uvs{topo.uvSets[s].name, {}, {}, std::move(sets[s].newIds)};
+    for (size_t i = 0; i + 1 < sets[s].values.size(); i += 2) {
+      uvs.u.push_back(sets[s].values[i]);
+      uvs.v.push_back(sets[s].values[i + 1]);
+    }
+    outTopo->uvSets.push_back(std::move(uvs));
+  }
+  for (size_t c = 0; c < topo.colorSets.size(); ++c) {
+    CornerValues& set = sets[topo.uvSets.size() + c];
+    const ColorSet& colors = topo.colorSets[c];
+    outTopo->colorSets.push_back(
+        ColorSet{colors.name, colors.representation, std::move(set.values), std::move(set.newIds)});
+  }
   out.topology = outTopo;
   chosen = std::move(nextChosen);
   return out;

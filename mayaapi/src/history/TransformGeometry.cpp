@@ -37,6 +37,9 @@ void ReverseFaces(MeshTopology& topo)
   for (UVSet& set : topo.uvSets)
     if (!set.faceVertexUV.empty())
       reverse(set.faceVertexUV, 1);
+  for (ColorSet& set : topo.colorSets)
+    if (!set.faceVertexColor.empty())
+      reverse(set.faceVertexColor, 1);
   if (!topo.givenNormals.empty()) {
     reverse(topo.givenNormals, 3);
     for (float& n : topo.givenNormals)
