@@ -3,7 +3,6 @@
 #include "model/SkinInfluences.h"
 #include "model/VMModel.h"
 
-#include <utility>
 #include <vector>
 
 namespace {
@@ -23,14 +22,6 @@ std::vector<VMTransform> InverseGlobals(VMSkeleton& skeleton)
             Invert(bone->GlobalTransform, inverses[static_cast<size_t>(bone->Index)]);
     }
     return inverses;
-}
-
-void SwapSlots(VMSkinVertex& vertex, int a, int b)
-{
-    std::swap(vertex.InfluenceBones[a], vertex.InfluenceBones[b]);
-    std::swap(vertex.InfluenceWeights[a], vertex.InfluenceWeights[b]);
-    std::swap(vertex.InfluenceEntries[a], vertex.InfluenceEntries[b]);
-    std::swap(vertex.SlotPositions[a], vertex.SlotPositions[b]);
 }
 
 } // namespace
@@ -71,24 +62,4 @@ int EncodeVertices(VMModel& model)
             inverseOf(vertex->InfluenceBones[slot]).TransformPoint(vertex->Position, vertex->SlotPositions[slot]);
     }
     return result;
-}
-
-void SortInfluencesByWeight(VMModel& model)
-{
-    if (!HasBones(model))
-        return;
-    for (VMSkinVertex* vertex : model.Vertices) {
-        if (vertex == nullptr)
-            continue;
-        const int count = static_cast<int>(vertex->InfluenceCount);
-        for (bool swapped = true; swapped;) {
-            swapped = false;
-            for (int slot = 0; slot + 1 < count; ++slot) {
-                if (vertex->InfluenceWeights[slot + 1] > vertex->InfluenceWeights[slot]) {
-                    SwapSlots(*vertex, slot, slot + 1);
-                    swapped = true;
-                }
-            }
-        }
-    }
 }

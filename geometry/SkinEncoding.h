@@ -1,6 +1,6 @@
 #pragma once
 // Expressing each skin vertex in the space of the bones that move it, which is what the engine
-// skins from, and the influence order the model file is written in.
+// skins from.
 
 class VMModel;
 
@@ -11,7 +11,3 @@ class VMModel;
 // slot's bone space (by the inverse of the bone's global transform), and the slot normal is the
 // normal brought into the first slot's bone space as a direction. Answers 0 otherwise.
 int EncodeVertices(VMModel& model);
-
-// Orders every vertex's influences by weight, largest first, keeping the order of equal weights
-// and moving each slot's position along; nothing happens without at least one bone.
-void SortInfluencesByWeight(VMModel& model);

@@ -13,8 +13,6 @@ public:
     VExportFormatModel(const Description& description, ExportSession& session);
 
     VExportState& GetExportState() { return m_state; }
-    // The model of the export under way; empty outside an export.
-    VMModel& Model() { return m_model; }
 
 protected:
     // Answers true also when saving failed: issue 4 carries that failure.

@@ -76,17 +76,6 @@ TEST_F(SkinEncodingTest, WithoutBonesTheSlotHoldsThePositionAndAnEmptySkeletonDr
     EXPECT_THAT(vertex->SlotNormal, ElementsAre(0, 0, 1));
 }
 
-TEST_F(SkinEncodingTest, InfluencesAreWrittenStrongestFirstWithTheirSlotPositions)
-{
-    EncodeVertices(model);
-    SortInfluencesByWeight(model);
-
-    EXPECT_THAT(std::vector<VMBone*>(elbow->InfluenceBones, elbow->InfluenceBones + 2), ElementsAre(lower, upper));
-    EXPECT_THAT(elbow->InfluenceWeights, ElementsAre(0.75f, 0.25f, 0, 0));
-    EXPECT_THAT(elbow->SlotPositions[0], ElementsAre(0, -1, 0));
-    EXPECT_THAT(Validate(model), IsEmpty());
-}
-
 TEST_F(SkinEncodingTest, BoneBoxesSpanTheirVerticesInBoneSpace)
 {
     AttachVertex(upper, AddSkinVertex(model, 10, 0, 4), 1.0f);
