@@ -26,6 +26,15 @@ bool ReadChunkArray(VChunkedFile& file, int64_t count, std::vector<T>& values)
     return length == 0 || file.Read(values.data(), length) == length;
 }
 
+// A string whose length field lies inside the open chunk; false when it cannot be read whole.
+inline bool ReadChunkString(VChunkedFile& file, std::string& text)
+{
+    if (file.GetRemainingChunkBytes() < 4)
+        return false;
+    text = file.ReadString();
+    return file.GetMode() == VChunkedFile::Mode::Reading;
+}
+
 // After the top-level chunks: true when the file closed with its end marker rather than
 // running short (a short read leaves the depth of the chunk it was opening).
 inline bool EndedAtMarker(const VChunkedFile& file)

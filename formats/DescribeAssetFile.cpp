@@ -2,6 +2,7 @@
 
 #include "base/Path.h"
 #include "base/TextUtil.h"
+#include "formats/AnimationFileReader.h"
 #include "formats/CollisionMeshReader.h"
 #include "formats/DescribeModel.h"
 #include "formats/LoadModel.h"
@@ -33,6 +34,14 @@ bool DescribeAssetFile(std::string_view path, std::string& text, VChunkStreamPro
         text = DescribeModel(model);
         return true;
     }
-    SetLastError(Format("Unknown asset file type '%s': expected .qmesh, .qcolmesh or .model", extension.c_str()));
+    if (EqualsNoCase(extension, ".anim")) {
+        VAnimationFile animations;
+        if (!ReadAnimationFile(path, animations, provider))
+            return false;
+        text = DescribeAnimationFile(animations);
+        return true;
+    }
+    SetLastError(
+        Format("Unknown asset file type '%s': expected .qmesh, .qcolmesh, .model or .anim", extension.c_str()));
     return false;
 }

@@ -1,6 +1,7 @@
 #pragma once
 // The text "kestrel info" prints for one of our binary asset files, chosen by its extension:
-// ".qmesh" (static mesh), ".qcolmesh" (collision mesh) or ".model" (model file).
+// ".qmesh" (static mesh), ".qcolmesh" (collision mesh), ".model" (model file) or ".anim"
+// (animation file).
 
 #include <string>
 #include <string_view>

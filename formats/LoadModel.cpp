@@ -4,6 +4,7 @@
 #include "formats/ChunkReading.h"
 #include "formats/MaterialChunk.h"
 #include "formats/ModelChunks.h"
+#include "formats/SkeletonChunks.h"
 #include "formats/StaticMeshChunks.h"
 #include "formats/chunk/LastError.h"
 #include "formats/chunk/VChunkedFile.h"
@@ -17,8 +18,6 @@
 namespace {
 
 constexpr int32_t ChunkTagBytes = 20;
-// Translation and quaternion of the two transforms.
-constexpr int32_t BoneTransformFloats = 14;
 constexpr int32_t TriangleRecordBytes = 3 * 4 + 2;
 constexpr int32_t WeightRecordBytes = 4 + 2 + 4;
 constexpr int32_t BoxBytes = 6 * 4;
@@ -87,9 +86,9 @@ private:
     {
         switch (id) {
         case ChunkSKEL:
-            return ParseSkeleton();
+            return ReadSkeletonChunk(m_file, m_model.Skeleton);
         case ChunkBMSK:
-            return ParseBoneMasks();
+            return ReadBoneMaskChunk(m_file, m_model.BoneMasks);
         case ChunkGEOM:
             return ParseGeometry();
         case ChunkWGHT:
@@ -104,14 +103,6 @@ private:
         }
     }
 
-    bool ReadString(std::string& text)
-    {
-        if (m_file.GetRemainingChunkBytes() < 4)
-            return false;
-        text = m_file.ReadString();
-        return m_file.GetMode() == VChunkedFile::Mode::Reading;
-    }
-
     // A count, then that many records of recordBytes each, the count checked against the chunk first.
     bool ReadRecords(int32_t recordBytes, int32_t& count, std::vector<uint8_t>& records)
     {
@@ -120,55 +111,6 @@ private:
     }
 
     int BoneCount() const { return m_model.Skeleton ? m_model.Skeleton->Bones.Count() : 0; }
-
-    const char* ParseSkeleton()
-    {
-        if (m_model.Skeleton)
-            return "A second skeleton";
-        uint16_t version = 0;
-        uint16_t count = 0;
-        if (!ReadChunkValue(m_file, version) || !ReadChunkValue(m_file, count))
-            return "Truncated skeleton";
-        // Each bone holds at least its name's length, its parent and its two transforms.
-        if (count > m_file.GetRemainingChunkBytes() / (4 + 2 + BoneTransformFloats * 4))
-            return "Bone count exceeds the chunk";
-        m_model.Skeleton = VMModel::NewSkeleton();
-        VMSkeleton& skeleton = *m_model.Skeleton;
-        skeleton.Bones.Reserve(count);
-        for (uint16_t i = 0; i < count; ++i) {
-            VMBone* bone = VMModel::NewBone().release();
-            skeleton.Bones.Add(bone);
-            uint16_t parent = 0;
-            float transforms[BoneTransformFloats];
-            if (!ReadString(bone->Name) || !ReadChunkValue(m_file, parent) || !ReadChunkValue(m_file, transforms))
-                return "Truncated bone";
-            if (parent < i) {
-                bone->Parent = skeleton.Bones[parent];
-                bone->Parent->Children.Add(bone);
-            }
-            Invert(TransformFromQuaternion(transforms + 3, transforms), bone->GlobalTransform);
-            bone->LocalTransform = TransformFromQuaternion(transforms + 10, transforms + 7);
-        }
-        return nullptr;
-    }
-
-    const char* ParseBoneMasks()
-    {
-        uint16_t version = 0;
-        uint16_t count = 0;
-        if (!ReadChunkValue(m_file, version) || !ReadChunkValue(m_file, count))
-            return "Truncated bone masks";
-        for (uint16_t i = 0; i < count; ++i) {
-            VMBoneMask mask;
-            uint16_t unused = 0;
-            uint16_t values = 0;
-            if (!ReadChunkValue(m_file, unused) || !ReadString(mask.Name) || !ReadChunkValue(m_file, values) ||
-                !ReadChunkArray(m_file, values, mask.Values))
-                return "Truncated bone mask";
-            m_model.BoneMasks.push_back(std::move(mask));
-        }
-        return nullptr;
-    }
 
     const char* ParseGeometry()
     {

@@ -5,6 +5,7 @@
 #include "formats/MaterialChunk.h"
 #include "formats/ModelChunks.h"
 #include "formats/SaveSideFiles.h"
+#include "formats/SkeletonChunks.h"
 #include "formats/chunk/LastError.h"
 #include "formats/chunk/VChunkedFile.h"
 #include "model/VMModel.h"
@@ -32,63 +33,10 @@ std::array<int, VMSkinVertex::MaxInfluences> StrongestFirst(const VMSkinVertex& 
     return order;
 }
 
-void PutFloats(ChunkByteWriter& out, const float* values, int count)
-{
-    out.PutBytes(values, static_cast<size_t>(count) * sizeof(float));
-}
-
 void PutBox(ChunkByteWriter& out, const VMBoundingBox& box)
 {
     PutFloats(out, box.Min, 3);
     PutFloats(out, box.Max, 3);
-}
-
-void PutTransform(ChunkByteWriter& out, const VMTransform& transform)
-{
-    float quaternion[4];
-    RotationToQuaternion(transform, quaternion);
-    PutFloats(out, transform.Translation(), 3);
-    PutFloats(out, quaternion, 4);
-}
-
-bool WriteSkeleton(VChunkedFile& file, const VMSkeleton& skeleton)
-{
-    if (!file.StartChunk(ChunkSKEL))
-        return false;
-    ChunkByteWriter out(file);
-    out.Put(uint16_t {0});
-    out.Put(static_cast<uint16_t>(skeleton.Bones.Count()));
-    for (const VMBone* bone : skeleton.Bones) {
-        out.Put(static_cast<int32_t>(bone->Name.size()));
-        out.PutBytes(bone->Name.data(), bone->Name.size());
-        const bool numbered = bone->Parent != nullptr && skeleton.Bones.Get(bone->Parent->Index) == bone->Parent;
-        out.Put(numbered ? static_cast<uint16_t>(bone->Parent->Index) : NoParentBone);
-        VMTransform inverse;
-        Invert(bone->GlobalTransform, inverse);
-        PutTransform(out, inverse);
-        PutTransform(out, bone->LocalTransform);
-    }
-    out.Put(uint16_t {0});
-    return out.Flush() && file.EndChunk();
-}
-
-bool WriteBoneMasks(VChunkedFile& file, const VMModel& model)
-{
-    if (model.BoneMasks.empty())
-        return true;
-    if (!file.StartChunk(ChunkBMSK))
-        return false;
-    ChunkByteWriter out(file);
-    out.Put(uint16_t {0});
-    out.Put(static_cast<uint16_t>(model.BoneMasks.size()));
-    for (const VMBoneMask& mask : model.BoneMasks) {
-        out.Put(uint16_t {0});
-        out.Put(static_cast<int32_t>(mask.Name.size()));
-        out.PutBytes(mask.Name.data(), mask.Name.size());
-        out.Put(static_cast<uint16_t>(mask.Values.size()));
-        out.PutBytes(mask.Values.data(), mask.Values.size() * sizeof(uint32_t));
-    }
-    return out.Flush() && file.EndChunk();
 }
 
 // The vertex as its bones' posed world transforms place it: the weighted sum of each slot's
@@ -302,7 +250,7 @@ bool WriteModel(VMModel& model, std::string_view path, const VSaveParams& params
     const bool bones = HasBones(model);
     bool ok = file.StartChunk(ChunkMODL) && file.Write("\0\0", 2) == 2;
     if (bones)
-        ok = ok && WriteSkeleton(file, *model.Skeleton) && WriteBoneMasks(file, model);
+        ok = ok && WriteSkeletonChunk(file, *model.Skeleton) && WriteBoneMaskChunk(file, model.BoneMasks);
     ok = ok && WriteGeometry(file, model, (params.Flags & SaveFlagPosedModel) != 0);
     if (bones)
         ok = ok && WriteWeights(file, model) && WriteBoneBoxes(file, *model.Skeleton) &&

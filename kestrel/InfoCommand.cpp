@@ -17,7 +17,8 @@ namespace {
 bool IsOwnAssetFile(const std::string& path)
 {
     const std::string extension = ExtensionOf(path);
-    return EqualsNoCase(extension, ".qmesh") || EqualsNoCase(extension, ".qcolmesh") || EqualsNoCase(extension, ".model");
+    return EqualsNoCase(extension, ".qmesh") || EqualsNoCase(extension, ".qcolmesh") ||
+           EqualsNoCase(extension, ".model") || EqualsNoCase(extension, ".anim");
 }
 
 // Describing a scene must not leave files behind, so its embedded textures go to a scratch folder.
@@ -48,7 +49,7 @@ int RunInfo(const std::string& nativePath, std::FILE* out, std::FILE* err)
     }
     if (!CanImportScene(path)) {
         std::fprintf(err, "kestrel info: '%s': not a scene or asset file kestrel can read "
-                          "(Maya ASCII, FBX, glTF, COLLADA, OBJ, .qmesh, .qcolmesh, .model)\n",
+                          "(Maya ASCII, FBX, glTF, COLLADA, OBJ, .qmesh, .qcolmesh, .model, .anim)\n",
                      nativePath.c_str());
         return 1;
     }

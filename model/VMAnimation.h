@@ -3,6 +3,7 @@
 // key, a vertex animation one vertex track per key; the keys (time and duration) run parallel.
 
 #include "model/VMAnimFrame.h"
+#include "model/VMBoneMask.h"
 #include "model/VMBoundingBox.h"
 #include "model/VMOwnedList.h"
 
@@ -47,6 +48,11 @@ public:
     VMOwnedList<VMVertexTrack> VertexTracks;
     std::vector<VMFrameKey> Keys;
 
+    // Which bones the animation drives, when it plays as a layer; written, never filled by sampling.
+    std::vector<VMBoneMask> BoneMasks;
+
+    // The user asked for compressed tracks; kept for the editor, the file has one form only.
+    uint8_t Compressed = 0;
     uint8_t ExtractMotionDelta = 0;
     uint8_t CompensateRotation = 0;
     uint8_t RotationAxis[3] = {0, 0, 0};

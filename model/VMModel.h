@@ -3,6 +3,7 @@
 // owned too (null for a model without bones).
 
 #include "model/VMAnimation.h"
+#include "model/VMBoneMask.h"
 #include "model/VMBoundingBox.h"
 #include "model/VMFace.h"
 #include "model/VMMeshBase.h"
@@ -14,13 +15,6 @@
 #include <memory>
 #include <string>
 #include <vector>
-
-// A named selection of bones, one value per bone in skeleton order (which bones an animation
-// layer drives).
-struct VMBoneMask {
-    std::string Name;
-    std::vector<uint32_t> Values;
-};
 
 class VMModel : public VMMeshBase {
 public:

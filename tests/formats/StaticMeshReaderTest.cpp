@@ -188,8 +188,8 @@ TEST_F(StaticMeshReaderTest, AssetDescriptionIsChosenByExtensionIgnoringCase)
 TEST_F(StaticMeshReaderTest, UnknownExtensionIsRefusedByName)
 {
     std::string text;
-    EXPECT_FALSE(DescribeAssetFile("level.anim", text, &m_streams));
-    EXPECT_EQ(LastError().Text, "Unknown asset file type '.anim': expected .qmesh, .qcolmesh or .model");
+    EXPECT_FALSE(DescribeAssetFile("level.mesh", text, &m_streams));
+    EXPECT_EQ(LastError().Text, "Unknown asset file type '.mesh': expected .qmesh, .qcolmesh, .model or .anim");
 }
 
 } // namespace

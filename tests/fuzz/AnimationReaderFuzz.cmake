@@ -1,0 +1,1 @@
+kestrel_add_fuzzer(AnimationReaderFuzz SOURCES ${CMAKE_CURRENT_SOURCE_DIR}/AnimationReaderFuzz.cpp LIBS kestrel_formats)
