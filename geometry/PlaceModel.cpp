@@ -1,5 +1,6 @@
 #include "geometry/PlaceModel.h"
 
+#include "model/FrameBones.h"
 #include "model/VMModel.h"
 
 #include <cstdint>
@@ -40,6 +41,31 @@ void ForEachBone(VMModel& model, Change change)
     }
 }
 
+// Each frame of every bone animation with the bones it holds a pose for.
+template <class Change>
+void ForEachPosedBone(VMModel& model, Change change)
+{
+    if (!model.Skeleton)
+        return;
+    for (VMAnimation* animation : model.BoneAnimations) {
+        for (VMAnimFrame* frame : animation->Frames)
+            ForEachFrameBone(*model.Skeleton, *frame, [&](VMBone& bone, int slot) { change(*frame, bone, slot); });
+    }
+}
+
+template <class Change>
+void ForEachVertexDelta(VMModel& model, Change change)
+{
+    for (auto* animations : {&model.BoneAnimations, &model.VertexAnimations}) {
+        for (VMAnimation* animation : *animations) {
+            for (VMVertexTrack* track : animation->VertexTracks) {
+                for (VMVertexDelta& delta : track->Deltas)
+                    change(delta);
+            }
+        }
+    }
+}
+
 } // namespace
 
 void MoveModel(VMModel& model, const float offset[3])
@@ -57,6 +83,17 @@ void MoveModel(VMModel& model, const float offset[3])
                 bone.LocalTransform.Translation()[axis] -= offset[axis];
         }
     });
+    ForEachPosedBone(model, [&](VMAnimFrame& frame, VMBone& bone, int slot) {
+        for (int axis = 0; axis < 3; ++axis) {
+            frame.World(slot).Translation()[axis] -= offset[axis];
+            if (bone.Parent == nullptr)
+                frame.Local(slot).Translation()[axis] -= offset[axis];
+        }
+    });
+    for (VMAnimation* animation : model.BoneAnimations) {
+        for (VMAnimFrame* frame : animation->Frames)
+            MoveBox(frame->Box, offset);
+    }
     MoveBox(model.Box, offset);
     MoveBox(model.CollisionBox, offset);
 }
@@ -110,6 +147,22 @@ void ScaleModel(VMModel& model, float factor)
             bone.LocalTransform.Translation()[axis] *= factor;
         }
     });
+    ForEachPosedBone(model, [&](VMAnimFrame& frame, VMBone&, int slot) {
+        for (int axis = 0; axis < 3; ++axis) {
+            frame.World(slot).Translation()[axis] *= factor;
+            frame.Local(slot).Translation()[axis] *= factor;
+        }
+    });
+    for (VMAnimation* animation : model.BoneAnimations) {
+        for (VMAnimFrame* frame : animation->Frames) {
+            for (float& coordinate : frame->MotionTranslation)
+                coordinate *= factor;
+        }
+    }
+    ForEachVertexDelta(model, [&](VMVertexDelta& delta) {
+        for (float& coordinate : delta.Position)
+            coordinate *= factor;
+    });
 }
 
 void TransformModel(VMModel& model, const VMTransform& transform)
@@ -125,6 +178,24 @@ void TransformModel(VMModel& model, const VMTransform& transform)
         bone.GlobalTransform = transform * bone.GlobalTransform;
         if (bone.Parent == nullptr)
             bone.LocalTransform = transform * bone.LocalTransform;
+    });
+    if (model.Skeleton) {
+        for (VMAnimation* animation : model.BoneAnimations) {
+            for (VMAnimFrame* frame : animation->Frames) {
+                if (animation->ExtractMotionDelta)
+                    transform.TransformPoint(frame->MotionTranslation, frame->MotionTranslation);
+                TransformBox(frame->Box, transform);
+            }
+        }
+    }
+    ForEachPosedBone(model, [&](VMAnimFrame& frame, VMBone& bone, int slot) {
+        frame.World(slot) = transform * frame.World(slot);
+        if (bone.Parent == nullptr)
+            frame.Local(slot) = transform * frame.Local(slot);
+    });
+    ForEachVertexDelta(model, [&](VMVertexDelta& delta) {
+        transform.TransformDirection(delta.Position, delta.Position);
+        transform.TransformDirection(delta.Normal, delta.Normal);
     });
     TransformBox(model.Box, transform);
     TransformBox(model.CollisionBox, transform);

@@ -95,6 +95,59 @@ TEST_F(PlaceModelTest, TurningMovesVerticesBonesAndBoxes)
     EXPECT_THAT(model.Box.Max, Pointwise(FloatNear(1e-6f), std::vector<float> {0, 3, 9}));
 }
 
+std::vector<float> Translation(const VMTransform& transform)
+{
+    return {transform.Translation(), transform.Translation() + 3};
+}
+
+// A frame posing the bones where they stand, and a vertex track moving vertex a by (1, 0, 0).
+TEST_F(PlaceModelTest, AnimationFramesAndDeltasFollowMovingScalingAndTurning)
+{
+    model.Enumerate();
+    VMAnimation* walk = VMModel::NewAnimation("walk", 1).release();
+    model.BoneAnimations.Add(walk);
+    walk->ExtractMotionDelta = 1;
+    auto frame = VMAnimFrame::Create(VMAnimFrame::SampledCapacity, false);
+    frame->AddBone(root, &root->LocalTransform, &root->GlobalTransform, nullptr);
+    frame->AddBone(child, &child->LocalTransform, &child->GlobalTransform, nullptr);
+    frame->Box = model.Box;
+    frame->MotionTranslation[0] = 1;
+    walk->AddFrame(std::move(frame), 0.0f, 1);
+    auto track = std::make_unique<VMVertexTrack>();
+    track->Deltas.push_back({a, {1, 0, 0}, {1, 0, 0}});
+    walk->VertexTracks.Add(std::move(track));
+    const VMAnimFrame& posed = *walk->Frames[0];
+
+    const float offset[3] = {1, 1, 1};
+    MoveModel(model, offset);
+    EXPECT_THAT(Translation(posed.Local(0)), Pointwise(FloatEq(), std::vector<float> {0.0f, 0.0f, 0.0f}));
+    EXPECT_THAT(Translation(posed.World(1)), Pointwise(FloatEq(), std::vector<float> {1.0f, 0.0f, 0.0f}));
+    EXPECT_THAT(Translation(posed.Local(1)), Pointwise(FloatEq(), std::vector<float> {1.0f, 0.0f, 0.0f}));
+    EXPECT_THAT(posed.Box.Min, Pointwise(FloatEq(), std::vector<float> {-2.0f, -1.0f, 4.0f}));
+    EXPECT_EQ(posed.MotionTranslation[0], 1.0f);
+
+    ScaleModel(model, 2.0f);
+    EXPECT_THAT(Translation(posed.World(1)), Pointwise(FloatEq(), std::vector<float> {2.0f, 0.0f, 0.0f}));
+    EXPECT_THAT(Translation(posed.Local(1)), Pointwise(FloatEq(), std::vector<float> {2.0f, 0.0f, 0.0f}));
+    EXPECT_EQ(posed.MotionTranslation[0], 2.0f);
+    EXPECT_THAT(walk->VertexTracks[0]->Deltas[0].Position, Pointwise(FloatEq(), std::vector<float> {2.0f, 0.0f, 0.0f}));
+
+    // A quarter turn about z with a move by (0, 0, 3): x goes to y.
+    VMTransform turn;
+    turn.At(0, 0) = turn.At(1, 1) = 0;
+    turn.At(1, 0) = 1;
+    turn.At(0, 1) = -1;
+    SetTranslation(turn, 0, 0, 3);
+    TransformModel(model, turn);
+    EXPECT_THAT(Translation(posed.World(1)), Pointwise(FloatNear(1e-6f), std::vector<float> {0.0f, 2.0f, 3.0f}));
+    EXPECT_THAT(Translation(posed.Local(0)), Pointwise(FloatNear(1e-6f), std::vector<float> {0.0f, 0.0f, 3.0f}));
+    // The child's local transform is relative to the root and keeps its translation.
+    EXPECT_THAT(Translation(posed.Local(1)), Pointwise(FloatEq(), std::vector<float> {2.0f, 0.0f, 0.0f}));
+    EXPECT_THAT(posed.MotionTranslation, Pointwise(FloatNear(1e-6f), std::vector<float> {0.0f, 2.0f, 3.0f}));
+    EXPECT_THAT(walk->VertexTracks[0]->Deltas[0].Position, Pointwise(FloatNear(1e-6f), std::vector<float> {0.0f, 2.0f, 0.0f}));
+    EXPECT_THAT(walk->VertexTracks[0]->Deltas[0].Normal, Pointwise(FloatNear(1e-6f), std::vector<float> {0.0f, 1.0f, 0.0f}));
+}
+
 TEST(ModelBounds, TheRadiusReachesTheFarthestCornerAndAnEmptyModelHasNone)
 {
     VMModel model;
