@@ -3,6 +3,7 @@
 // passes share. The session fills the parameters once; StartExport resets the state before the
 // passes run, as each pipeline does at its start.
 
+#include "harvest/FrameTimes.h"
 #include "harvest/MaterialCache.h"
 #include "harvest/MeshNodeTable.h"
 #include "settings/ResolveTexture.h"
@@ -65,6 +66,9 @@ struct HarvestState {
     // Vertices (first and split) of the nodes exported so far, and their polygons.
     int32_t RunningVertexBase = 0;
     int32_t RunningPolygonCount = 0;
+    // The key times of the scene's animation curves, gathered once per export.
+    KeyTimeSet KeyTimes;
+    bool KeyTimesGathered = false;
 
     bool IsStaticExport() const { return Parameters.FormatKind == kFormatKindStatic; }
 
@@ -78,5 +82,7 @@ struct HarvestState {
         ModelBounds = ModelBoundsBox{};
         RunningVertexBase = 0;
         RunningPolygonCount = 0;
+        KeyTimes.clear();
+        KeyTimesGathered = false;
     }
 };

@@ -1,5 +1,7 @@
 #include "plugin/VExportFormatModel.h"
 
+#include "geometry/AdjustAnimations.h"
+#include "geometry/BoneAnimationBounds.h"
 #include "geometry/LimitInfluences.h"
 #include "geometry/LocalBoneTransforms.h"
 #include "geometry/ModelBounds.h"
@@ -11,10 +13,12 @@
 #include "geometry/SortModelPrimitives.h"
 #include "geometry/TessellateFaces.h"
 #include "harvest/EnterBindPose.h"
+#include "harvest/GetKeyFrames.h"
 #include "harvest/GetSkins.h"
 #include "harvest/HarvestState.h"
 #include "harvest/MaterialNameCheck.h"
 #include "harvest/ModelMeshExporter.h"
+#include "harvest/SampleAnimations.h"
 #include "model/CheckMaterials.h"
 #include "plugin/ExportSession.h"
 #include "plugin/PipelineSteps.h"
@@ -24,7 +28,10 @@
 #include "report/LogWindow.h"
 #include "report/VIssueKind.h"
 
+#include <maya/MGlobal.h>
+
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <memory>
 #include <vector>
@@ -132,6 +139,13 @@ bool VExportFormatModel::Export()
     StartHarvest(session);
     LogPrint("Starting Model Export...\r\n");
 
+    const auto gatheringStarted = std::chrono::steady_clock::now();
+    GetKeyFrames(harvest, ReadTimeBase(), harvest.KeyTimes);
+    harvest.KeyTimesGathered = true;
+    const auto gathering = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() -
+                                                                                 gatheringStarted);
+    DebugPrint("GetKeyFrames took %f seconds\r\n", static_cast<double>(gathering.count()) / 1000.0);
+
     // Harvesting fills every vertex's tangent.
     model.Clear();
     model.HasTangents = 1;
@@ -142,6 +156,9 @@ bool VExportFormatModel::Export()
         model.HasBones = 1;
     if (HasVertexAnimationType(session.Animations))
         model.HasVertexAnimation = 1;
+    // Deformed frames give the corners of one Maya vertex different normals, so a vertex that
+    // moves splits at every corner, the same way in every frame.
+    harvest.Parameters.MuscleAnimation = model.HasVertexAnimation != 0;
     if (options.ExportBlended != 0)
         model.Blended = 1;
 
@@ -178,6 +195,13 @@ bool VExportFormatModel::Export()
     ComputeModelBounds(model);
     LogPrint("Pre-encoding vertices...\r\n");
     EncodeVertices(model);
+
+    LogPrint("Animation phase...\r\n");
+    model.Enumerate();
+    // A step away and back makes Maya evaluate the scene at frame 0 afresh.
+    MGlobal::viewFrame(1.0);
+    MGlobal::viewFrame(0.0);
+    SampleAnimations(harvest, model, session.Animations);
 
     const ModelBoundsBox& customBox = harvest.ModelBounds;
     if (customBox.BoxGiven) {
@@ -221,11 +245,19 @@ bool VExportFormatModel::Export()
         report.AddIssue(IssueMoreThan64kVertices);
 
     LogPrint("Adjusting animations...\r\n");
+    if (AdjustAnimations(model, options.NewRotDelta) != 0)
+        report.AddIssue(IssueBoneAnimationAdjustment);
     DropUnusedMaterials(model);
     CheckDuplicateMaterialNames(model, report);
 
     LogPrint("Sorting primitives...\r\n");
     ReportPassResult("SortPrimitives", SortPrimitives(model), report);
+
+    // The frames' boxes hold the skin as it is finally sorted and placed.
+    if (model.HasBones) {
+        LogPrint("Calculating bone animation boundaries...\r\n");
+        ComputeBoneAnimationBounds(model);
+    }
 
     LogPrint("Final enumeration...\r\n");
     model.Enumerate();

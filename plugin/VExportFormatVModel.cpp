@@ -2,6 +2,7 @@
 
 #include "base/FileSystem.h"
 #include "base/Path.h"
+#include "formats/SaveAnimations.h"
 #include "formats/SaveModel.h"
 #include "formats/SaveParams.h"
 #include "formats/chunk/LastError.h"
@@ -48,6 +49,15 @@ bool StoreSettings(const std::string& targetPath, const std::string& settingsTex
     return true;
 }
 
+void ShowSaveError(const char* caption, const std::string& text)
+{
+    VMessageBoxRequest request;
+    request.Caption = caption;
+    request.Text = text;
+    request.Owner = VMessageBoxOwner::Desktop;
+    TheMessageBox().Show(request);
+}
+
 } // namespace
 
 VExportFormatVModel::VExportFormatVModel(ExportSession& session)
@@ -86,17 +96,23 @@ bool VExportFormatVModel::Save(VMModel& model, const std::string& targetPath, co
     // The writer takes tangents as they stand; an exported model always has them from harvesting.
     if (!model.HasTangents)
         ReportPassResult("ComputeModelTangents", ComputeModelTangents(model), ModuleReport());
-    if (!SaveModel(model, targetPath, params)) {
+    bool saved = SaveModel(model, targetPath, params);
+    if (saved) {
+        LogPrint("Model saved: %s.\r\n", targetPath.c_str());
+    } else {
         const std::string reason = LastError().Text;
         LogPrint("Model save failed. Reason:\r\n%s.\r\n", reason.c_str());
-        VMessageBoxRequest request;
-        request.Caption = "Error saving model:";
-        request.Text = reason;
-        request.Owner = VMessageBoxOwner::Desktop;
-        TheMessageBox().Show(request);
-        return false;
+        ShowSaveError("Error saving model:", reason);
     }
-    LogPrint("Model saved: %s.\r\n", targetPath.c_str());
-    // Bone and vertex animations, and with them the animation file, come from sampling.
-    return true;
+    if (model.BoneAnimations.IsEmpty() && model.VertexAnimations.IsEmpty())
+        return saved;
+
+    const std::string animationPath = WithoutExtension(targetPath) + ".anim";
+    if (SaveAnimations(model, animationPath)) {
+        LogPrint("Animation saved: %s.\r\n", animationPath.c_str());
+        return saved;
+    }
+    LogPrint("Animation save failed: %s.\r\n", animationPath.c_str());
+    ShowSaveError("Error saving animation file:", animationPath);
+    return false;
 }

@@ -4,6 +4,8 @@
 #include "PluginFixture.h"
 #include "TestScenes.h"
 
+#include "formats/AnimationChunks.h"
+#include "formats/AnimationFileReader.h"
 #include "formats/LoadModel.h"
 #include "formats/chunk/LastError.h"
 #include "model/VMModel.h"
@@ -21,6 +23,7 @@ namespace {
 using standin::CreateNode;
 using standin::SetAttr;
 using testing::ElementsAre;
+using testing::FloatNear;
 using testing::IsEmpty;
 
 class ModelExport : public PluginFixture {
@@ -108,10 +111,11 @@ TEST_F(ModelExport, RunsTheLogLinesOfEveryPhaseInOrder)
     const std::vector<std::string> phases {
         "Starting Model Export...\r\n", "Mesh harvesting phase...\r\n", "Limiting blended vertex influences...\r\n",
         "Removing dead bones...\r\n", "Pruned bones:\r\n", "Resorting bones...\r\n",
-        "Calculating global visibility bounding box\r\n", "Pre-encoding vertices...\r\n", "Centering mesh...\r\n",
+        "Calculating global visibility bounding box\r\n", "Pre-encoding vertices...\r\n", "Animation phase...\r\n", "Centering mesh...\r\n",
         "Scaling mesh...\r\n", "Encoding vertices...\r\n", "Calculating global visibility bounding box\r\n",
         "Calculating skeleton bounding boxes...\r\n", "Middle Enumeration...\r\n", "Optimizing mesh (1)...\r\n",
-        "Adjusting animations...\r\n", "Sorting primitives...\r\n", "Final enumeration...\r\n",
+        "Adjusting animations...\r\n", "Sorting primitives...\r\n",
+        "Calculating bone animation boundaries...\r\n", "Final enumeration...\r\n",
         "Saving model to '" + SystemPath("log.model") + "'...\r\n", "Model saved: " + SystemPath("log.model") + ".\r\n",
         "Finished\r\n"};
     auto from = Log.Messages.begin();
@@ -125,6 +129,55 @@ TEST_F(ModelExport, RunsTheLogLinesOfEveryPhaseInOrder)
     EXPECT_NEAR(model->Box.Min[1], -6.0f, 1e-4f);
     EXPECT_NEAR(model->Box.Max[1], 0.0f, 1e-4f);
     EXPECT_NEAR(model->Box.Max[0], 0.0f, 1e-4f);
+}
+
+// The strip's root walks 4 along x from frame 1 to 3 while mid bends a quarter turn about Maya's
+// z; "walk" takes the walk out as root motion, "flex" records how far the skin moved from its
+// pose at the first frame.
+TEST_F(ModelExport, TheAnimationTableIsSampledIntoTheAnimationFileBesideTheModel)
+{
+    AddSkinnedStrip();
+    const auto key = [](double frame, double value) {
+        return standin::KeySpec {MTime(frame, MTime::kFilm), value, standin::TangentType::Linear,
+                                 standin::TangentType::Linear};
+    };
+    standin::Animate("root.translateX", {key(1, 0), key(3, 4)});
+    standin::Animate("mid.rotateZ", {key(1, 0), key(3, std::acos(0.0))});
+    standin::SetPlaybackRange(MTime(1.0, MTime::kFilm), MTime(3.0, MTime::kFilm));
+    SetOptions("// ExportBones : TRUE\r\n// NumAnimations: 2\r\n"
+               "// Animation: walk\r\n// AnimType: 3\r\n// UseMaxFrames: 0\r\n// AnimMotionDelta: 1\r\n"
+               "// AnimMovY: 0\r\n// AnimMovZ: 0\r\n"
+               "// Animation: flex\r\n// AnimType: 2\r\n// UseMaxFrames: 0\r\n");
+
+    ASSERT_TRUE(Export("hero.model"));
+    EXPECT_TRUE(Log.Has("Animation saved: " + SystemPath("hero.anim") + ".\r\n"));
+
+    VAnimationFile file;
+    ASSERT_TRUE(ReadAnimationFile(SystemPath("hero.anim"), file)) << LastError().Text;
+    ASSERT_EQ(file.Animations.size(), 2u);
+    const VAnimFileAnimation& walk = file.Animations[0];
+    EXPECT_EQ(walk.Name, "walk");
+    EXPECT_THAT(walk.Chunks, ElementsAre(ChunkVSBX, ChunkODTA, ChunkBPOS, ChunkBROT));
+    ASSERT_EQ(walk.Offsets.KeyCount(), 3);
+    for (int k = 0; k < 3; ++k) {
+        EXPECT_NEAR(walk.Offsets.Key(k)[0], 2.0f * k, 1e-4f) << k;
+        // The root stays where it started; mid keeps its place on the root and turns about the
+        // root's z, which is Maya's.
+        EXPECT_NEAR(walk.Positions.Key(k)[3], 2.0f, 1e-4f) << k;
+        EXPECT_NEAR(walk.Positions.Key(k)[0], 0.0f, 1e-4f) << k;
+    }
+    EXPECT_NEAR(walk.Rotations.Key(2)[4 + 2], std::sqrt(0.5f), 1e-4f);
+    EXPECT_NEAR(walk.Positions.Times[2], 2.0f / 24.0f, 1e-6f);
+
+    const VAnimFileAnimation& flex = file.Animations[1];
+    EXPECT_EQ(flex.Name, "flex");
+    EXPECT_EQ(flex.VertexCount, 8);
+    ASSERT_EQ(flex.Deltas.size(), 3u);
+    EXPECT_THAT(flex.Deltas[0], IsEmpty());
+    ASSERT_EQ(flex.Deltas[2].size(), 8u);
+    // Vertex 0 follows the root alone, and the delta in the root's space keeps Maya's x as x.
+    EXPECT_THAT(flex.Deltas[2][0].Position, ElementsAre(FloatNear(4.0f, 1e-4f), FloatNear(0.0f, 1e-4f),
+                                                        FloatNear(0.0f, 1e-4f)));
 }
 
 TEST_F(ModelExport, WithoutBlendingEveryVertexFollowsOneBoneFully)
