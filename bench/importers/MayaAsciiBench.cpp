@@ -1,7 +1,7 @@
 // The Maya ASCII reader on generated scenes: a grid of quads with UVs, written as Maya writes a mesh (vertices,
 // edges, polyFaces with UV ids), read from memory into the stand-in. ReadMayaAscii/<quads per side> gives the
 // time per file size, which must stay flat as the file grows (linear reading); AgainstAssimpObj compares the
-// 1,002,528-triangle grid (about 50 MB) with Assimp reading the same grid from an OBJ of about the same size
+// 1,002,528-triangle grid (about 60 MB) with Assimp reading the same grid from an OBJ of about the same size
 // into the stand-in, in the same binary.
 
 #include "importers/BuildScene.h"
@@ -42,11 +42,11 @@ std::string MayaAsciiGrid(int n)
             std::to_string(row * row - 1) + "]\" -type \"float2\"";
     for (int y = 0; y <= n; ++y)
         for (int x = 0; x <= n; ++x)
-            Append(text, " %.6f %.6f", static_cast<double>(x) / n, static_cast<double>(y) / n);
+            Append(text, " %.4f %.4f", static_cast<double>(x) / n, static_cast<double>(y) / n);
     text += ";\n\tsetAttr \".vt[0:" + std::to_string(row * row - 1) + "]\"";
     for (int y = 0; y <= n; ++y)
         for (int x = 0; x <= n; ++x)
-            Append(text, " %.5f %.6f %.5f", x * 0.5, Height(x, y), y * 0.5);
+            Append(text, " %.1f %.3f %.1f", x * 0.5, Height(x, y), y * 0.5);
     // Edges: the horizontal ones row by row, then the vertical ones; quad (x, y) has bottom edge y * n + x, top
     // edge (y + 1) * n + x, left edge h + y * row + x and right edge h + y * row + x + 1.
     const int horizontal = n * row;
@@ -78,10 +78,10 @@ std::string ObjGrid(int n)
     std::string text = "o grid\n";
     for (int y = 0; y <= n; ++y)
         for (int x = 0; x <= n; ++x)
-            Append(text, "v %.5f %.6f %.5f\n", x * 0.5, Height(x, y), y * 0.5);
+            Append(text, "v %.1f %.3f %.1f\n", x * 0.5, Height(x, y), y * 0.5);
     for (int y = 0; y <= n; ++y)
         for (int x = 0; x <= n; ++x)
-            Append(text, "vt %.6f %.6f\n", static_cast<double>(x) / n, static_cast<double>(y) / n);
+            Append(text, "vt %.4f %.4f\n", static_cast<double>(x) / n, static_cast<double>(y) / n);
     text += "vn 0 1 0\n";
     for (int y = 0; y < n; ++y)
         for (int x = 0; x < n; ++x) {

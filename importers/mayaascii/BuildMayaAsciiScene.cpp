@@ -128,8 +128,15 @@ private:
         return bar == std::string::npos ? name : name.substr(bar + 1);
     }
 
+    // Files name nodes thousands of times, so the nodes they made are looked up by name in a table first; paths,
+    // and nodes the file did not make, go through a selection list as Maya resolves them.
     MObject FindNode(const std::string& qualified, unsigned int* instance = nullptr) const
     {
+        if (instance)
+            *instance = 0;
+        const auto made = m_byName.find(qualified);
+        if (made != m_byName.end())
+            return made->second.object();
         MSelectionList list;
         if (qualified.empty() || !list.add(MString(qualified.c_str())))
             return MObject();
@@ -241,6 +248,7 @@ private:
         if (!IsRootName(create.Name) && create.Name.find('|') == std::string::npos && m_currentName != name)
             Warn("createNode: the name '" + name + "' is taken; the node is named '" + m_currentName + "'");
         m_createdLine[MObjectHandle(m_current)] = m_line;
+        m_byName.emplace(m_currentName, MObjectHandle(m_current));
     }
 
     std::string UnknownTypeText(const std::string& type) const
@@ -285,7 +293,13 @@ private:
                 Warn("rename: no node is named '" + (rename.From.empty() ? m_currentName : rename.From) + "'");
             return;
         }
-        MFnDependencyNode(node).setName(MString(Qualified(rename.To).c_str()));
+        const std::string before = MFnDependencyNode(node).name().asChar();
+        const std::string after = MFnDependencyNode(node).setName(MString(Qualified(rename.To).c_str())).asChar();
+        const auto made = m_byName.find(before);
+        if (made != m_byName.end() && made->second.object() == node) {
+            m_byName.erase(made);
+            m_byName.emplace(after, MObjectHandle(node));
+        }
     }
 
     // The node a command addresses: its own name, or the current node for a plug that starts with '.'. Null, with
@@ -538,6 +552,7 @@ private:
     std::map<std::string, std::string> m_pluginOfType;
     std::unordered_map<std::string, Skipped> m_skipped;
     std::unordered_map<MObjectHandle, int, HandleHash> m_createdLine;
+    std::unordered_map<std::string, MObjectHandle> m_byName;
     std::map<std::string, TraxClip> m_clips;
     KeptData<MaMeshData> m_meshes;
     KeptData<MaCurveData> m_curves;
