@@ -1,35 +1,14 @@
 #include "importers/mayaascii/MayaAsciiDagPose.h"
 
-#include "importers/TransformMath.h"
-
 #include <maya/MFnDependencyNode.h>
-#include <maya/MMatrix.h>
+#include <maya/MEulerRotation.h>
+#include <maya/MQuaternion.h>
 #include <maya/MPlug.h>
 #include <standin/SceneBuilder.h>
 
 #include <algorithm>
 #include <utility>
 #include <vector>
-
-namespace {
-
-// The rotation of a unit quaternion (x, y, z, w) as Euler angles in xyz order, the order of joint orients.
-MVector EulerOfQuaternion(double x, double y, double z, double w)
-{
-    MMatrix m;
-    m(0, 0) = 1 - 2 * (y * y + z * z);
-    m(0, 1) = 2 * (x * y + z * w);
-    m(0, 2) = 2 * (x * z - y * w);
-    m(1, 0) = 2 * (x * y - z * w);
-    m(1, 1) = 1 - 2 * (x * x + z * z);
-    m(1, 2) = 2 * (y * z + x * w);
-    m(2, 0) = 2 * (x * z + y * w);
-    m(2, 1) = 2 * (y * z - x * w);
-    m(2, 2) = 1 - 2 * (x * x + y * y);
-    return DecomposeTransform(m).Rotate;
-}
-
-} // namespace
 
 bool MaDagPose::Holds(const MaPlugPath& path)
 {
@@ -74,7 +53,8 @@ void MaDagPose::Build(const MObject& pose, const std::string& name, int line, Im
             {"translateY", x[8]}, {"translateZ", x[9]},
         };
         if (member.hasFn(MFn::kJoint)) {
-            const MVector orient = EulerOfQuaternion(x[29], x[30], x[31], x[32]);
+            // Joint orients are xyz Euler angles; the file stores them as a quaternion (x, y, z, w).
+            const MEulerRotation orient = MQuaternion(x[29], x[30], x[31], x[32]).asEulerRotation();
             values.insert(values.end(), {{"jointOrientX", orient.x}, {"jointOrientY", orient.y}, {"jointOrientZ", orient.z}});
         }
         if (!member.hasFn(MFn::kTransform) || !standin::SetPoseMember(pose, member, values))

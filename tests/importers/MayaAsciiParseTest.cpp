@@ -94,10 +94,14 @@ setAttr ".fc[0:1]" -type "polyFaces" f 4 0 1 2 3 mu 0 4 0 1 2 3 mc 1 4 3 2 1 0 h
 	f 3 0 4 -2;
 setAttr ".fc[2]"
 	f 3 1 2 3;
+setAttr ".cim" -type "Int32Array" 2 7 -1 ;
+setAttr ".dd" -type "doubleArray" 2 -1 0.5 ;
+setAttr ".otfna" -type "stringArray" 2 "NURBS Curves" "Polygons"  ;
+setAttr ".vl" -type "vectorArray" 1 0 1 0 ;
 // End of scene.ma
 )",
                                   result);
-    ASSERT_EQ(record.Commands.size(), 6u);
+    ASSERT_EQ(record.Commands.size(), 10u);
     EXPECT_EQ(Command<MaSetAttr>(record, 0).Strings, (std::vector<std::string>{"playbackOptions -min 1 \"x\"\n-max 24;"}));
     const MaSetAttr& xform = Command<MaSetAttr>(record, 1);
     EXPECT_TRUE(xform.Xform);
@@ -121,6 +125,12 @@ setAttr ".fc[2]"
     EXPECT_EQ(faces.Ids, (std::vector<int>{0, 1, 2, 3, 3, 2, 1, 0}));
     // The later parts of a long face list do not repeat the data type.
     EXPECT_EQ(Command<MaSetAttr>(record, 5).Faces->Edges, (std::vector<int>{1, 2, 3}));
+    // Arrays keep their counts in front, as the file writes them.
+    EXPECT_EQ(Command<MaSetAttr>(record, 6).Numbers, (std::vector<double>{2, 7, -1}));
+    EXPECT_EQ(Command<MaSetAttr>(record, 7).Numbers, (std::vector<double>{2, -1, 0.5}));
+    EXPECT_EQ(Command<MaSetAttr>(record, 8).Strings, (std::vector<std::string>{"NURBS Curves", "Polygons"}));
+    EXPECT_EQ(Command<MaSetAttr>(record, 9).Type, "vectorArray");
+    EXPECT_EQ(Command<MaSetAttr>(record, 9).Numbers, (std::vector<double>{1, 0, 1, 0}));
     EXPECT_TRUE(result.Warnings.empty());
 }
 

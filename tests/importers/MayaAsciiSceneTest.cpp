@@ -288,6 +288,29 @@ TEST(MayaAsciiScene, BindPoseOfTheFileIsPutBackByDagPose)
     EXPECT_NEAR(standin::Plug("tip.jointOrientZ").asDouble(), 90 * kDegree, 1e-6);
 }
 
+TEST(MayaAsciiScene, BlendShapeTargetsTakeTheirPointArraysAndComponentLists)
+{
+    // The target moves vertex 2 by (0, 1, 0) at full weight; the stand-in's blendShape evaluates it.
+    const ImportResult result = Load(R"(createNode transform -n "tri";
+createNode mesh -n "triShape" -p "tri";
+createNode mesh -n "triShapeOrig" -p "tri";
+	setAttr ".io" yes;
+	setAttr -s 3 ".vt[0:2]"  0 0 0 1 0 0 0 1 0;
+	setAttr -s 3 ".ed[0:2]"  0 1 0 1 2 0 2 0 0;
+	setAttr ".fc[0]" -type "polyFaces" f 3 0 1 2;
+createNode blendShape -n "blendShape1";
+	setAttr ".w[0]"  1;
+	setAttr ".it[0].itg[0].iti[6000].ipt" -type "pointArray" 1 0 1 0 1 ;
+	setAttr ".it[0].itg[0].iti[6000].ict" -type "componentList" 1 "vtx[2]";
+connectAttr "triShapeOrig.w" "blendShape1.ip[0].ig";
+connectAttr "blendShape1.og[0]" "triShape.i";
+)");
+    EXPECT_TRUE(result.Warnings.empty()) << WarningsOf(result).front();
+    MPoint point;
+    MFnMesh(standin::PathTo("triShape")).getPoint(2, point);
+    ExpectNear(point, MPoint(0, 2, 0));
+}
+
 TEST(MayaAsciiScene, CurvesKeepKeysTangentsWeightsAndInfinityInInternalUnits)
 {
     const ImportResult result = Load(R"(createNode transform -n "ball";

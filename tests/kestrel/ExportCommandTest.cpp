@@ -278,6 +278,27 @@ TEST_F(ExportCommand, SharedTexturedSceneHasItsTextureCopiedBesideTheTarget)
     EXPECT_GT(Triangles("city/building.qmesh"), 0);
 }
 
+// The scene names its images by absolute paths of the machine it was saved on; they lie beside it here.
+TEST_F(ExportCommand, MayaAsciiSceneExportsWithTheTexturesFoundBesideIt)
+{
+    const std::filesystem::path scene = std::filesystem::path(KESTREL_SHARED_SCENES_DIR) / "maya_ascii" / "maya-usd" /
+                                        "UsdExportUVSetMappingsTest" / "UsdExportUVSetMappingsTest.ma";
+    if (!std::filesystem::exists(scene))
+        GTEST_SKIP() << "the shared scenes are not on this machine";
+    const SceneLoader import = [](const std::string& path, std::string& error) {
+        const ImportResult result = ImportScene(path);
+        error = result.Error;
+        return result.Ok;
+    };
+    ExportRequest request;
+    request.Scene = scene.string();
+    request.Target = Native("uv/uv.qmesh").string();
+    ASSERT_EQ(Run(request, import), 0) << Err;
+    EXPECT_GT(Triangles("uv/uv.qmesh"), 0);
+    EXPECT_TRUE(std::filesystem::exists(Native("uv/Textures/red.png")));
+    EXPECT_TRUE(std::filesystem::exists(Native("uv/Textures/green.png")));
+}
+
 TEST_F(ExportCommand, EveryStaticSceneOfTheSharedSetExports)
 {
     const std::filesystem::path scenes = KESTREL_SHARED_SCENES_DIR;
