@@ -267,8 +267,9 @@ private:
         uint16_t count = 0;
         if (!ReadChunkValue(m_file, count))
             return "Truncated bone boxes";
-        // Boxes of another skeleton would land on the wrong bones.
-        if (count != BoneCount())
+        // Boxes of another skeleton would land on the wrong bones; without bones there is nowhere
+        // to put them.
+        if (count != BoneCount() || count == 0)
             return nullptr;
         if (count > m_file.GetRemainingChunkBytes() / BoxBytes)
             return "Bone count exceeds the chunk";

@@ -286,6 +286,11 @@ TEST_F(ModelFileTest, TheOlderBoneBoxChunkIsReadAndABoxCountOfAnotherSkeletonIsS
     streams.SetFile("mismatch.model", SkinnedFile(ChunkBBBX, 3).Str());
     ASSERT_TRUE(LoadModel(model, "mismatch.model", &streams)) << LastError().Text;
     EXPECT_THAT(model.Skeleton->Bones[1]->Box.Max, ElementsAre(-1e8f, -1e8f, -1e8f));
+
+    // Bone boxes for no bones, in a model without a skeleton.
+    streams.SetFile("boneless.model", GoldenBytes().FileHeader()
+        .Chunk(0, ChunkMODL, GoldenBytes().U16(0).Chunk(1, ChunkBBBX, GoldenBytes().U16(0))).FileEnd().Str());
+    EXPECT_TRUE(LoadModel(model, "boneless.model", &streams)) << LastError().Text;
 }
 
 TEST_F(ModelFileTest, TheDescriptionNamesBonesInfluencesSubmeshesAndBounds)
