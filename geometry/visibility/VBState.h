@@ -14,13 +14,11 @@ class VMVisArea;
 
 // Flag bits of a builder polygon.
 enum VBPolygonFlag : uint32_t {
-    // The world primitive is a patch.
-    VBFlagPatch = 1u << 1,
-    // Scratch mark of the intersection search.
-    VBFlagMarked = 1u << 26,
+    // Touches its portal on the front or the back side.
     VBFlagFront = 1u << 29,
     VBFlagBack = 1u << 30,
-    // The bits that a piece or copy does not inherit from its source.
+    // The bits that a piece or copy does not inherit from its source: the sides and the scratch
+    // bits beside them.
     VBFlagSideBits = (1u << 26) | (1u << 27) | (1u << 28) | (1u << 29) | (1u << 30),
 };
 
