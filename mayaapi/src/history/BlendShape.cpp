@@ -102,13 +102,10 @@ double DirectedWeight(Node& node, unsigned int target)
 
 std::shared_ptr<Mesh> ComputeBlendShape(Node& node, unsigned int index, std::string& problem)
 {
-  const std::shared_ptr<const Mesh> in = RequiredInput(node, "inputGeometry", problem, {index});
-  if (!in)
+  Deformation d;
+  if (!StartDeformation(node, index, problem, d))
     return nullptr;
-  std::shared_ptr<Mesh> out = CopyPoints(*in);
-  const std::vector<char> moved = DeformedVertices(*in, ClampTo<int>(Number(node, "groupId", {index})));
-  const double envelope = Number(node, "envelope");
-  const size_t count = moved.size();
+  const size_t count = d.moved.size();
   std::vector<MVector> sum(count);
   for (unsigned int target : Elements(node, "inputTargetGroup", {index})) {
     const double weight = DirectedWeight(node, target);
@@ -124,7 +121,7 @@ std::shared_ptr<Mesh> ComputeBlendShape(Node& node, unsigned int index, std::str
     std::vector<std::pair<double, Offsets>> stops{{0.0, Offsets(count)}};
     for (const auto& [itemWeight, item] : items) {
       Offsets offsets;
-      if (!ItemOffsets(node, index, target, item, *in, offsets, problem))
+      if (!ItemOffsets(node, index, target, item, *d.in, offsets, problem))
         return nullptr;
       stops.emplace_back(itemWeight, std::move(offsets));
     }
@@ -141,13 +138,13 @@ std::shared_ptr<Mesh> ComputeBlendShape(Node& node, unsigned int index, std::str
     }
   }
   for (size_t v = 0; v < count; ++v) {
-    if (!moved[v] || sum[v] == MVector())
+    if (!d.moved[v] || sum[v] == MVector())
       continue;
-    const MVector offset = sum[v] * (envelope * Number(node, "baseWeights", {index, static_cast<unsigned int>(v)}));
+    const MVector offset = sum[v] * (d.envelope * Number(node, "baseWeights", {index, static_cast<unsigned int>(v)}));
     for (unsigned int c = 0; c < 3; ++c)
-      out->points[v * 3 + c] = ClampTo<float>(out->points[v * 3 + c] + offset[c]);
+      d.out->points[v * 3 + c] = ClampTo<float>(d.out->points[v * 3 + c] + offset[c]);
   }
-  return out;
+  return d.out;
 }
 
 }

@@ -1,5 +1,9 @@
 #include "MeshEdit.h"
 
+#include "HistoryNode.h"
+
+#include "../NumberCast.h"
+
 #include <algorithm>
 
 namespace standin {
@@ -94,16 +98,23 @@ std::shared_ptr<Mesh> CopyPoints(const Mesh& in)
 
 namespace standin {
 
-std::vector<char> DeformedVertices(const Mesh& in, int groupId)
+bool StartDeformation(Node& node, unsigned int index, std::string& problem, Deformation& deformation)
 {
+  deformation.in = RequiredInput(node, "inputGeometry", problem, {index});
+  if (!deformation.in)
+    return false;
+  const Mesh& in = *deformation.in;
+  deformation.out = CopyPoints(in);
+  deformation.envelope = Number(node, "envelope");
   const int count = in.topology->vertexCount;
-  const auto group = in.groups.find(groupId);
-  if (group == in.groups.end() || group->second->type != MFn::kMeshVertComponent || group->second->complete)
-    return std::vector<char>(static_cast<size_t>(count), 1);
-  std::vector<char> moved(static_cast<size_t>(count), 0);
-  for (int v : Indices(group->second.get(), count, false))
-    moved[static_cast<size_t>(v)] = 1;
-  return moved;
+  const auto group = in.groups.find(ClampTo<int>(Number(node, "groupId", {index})));
+  const bool all = group == in.groups.end() || group->second->type != MFn::kMeshVertComponent ||
+                   group->second->complete;
+  deformation.moved.assign(static_cast<size_t>(count), all ? 1 : 0);
+  if (!all)
+    for (int v : Indices(group->second.get(), count, false))
+      deformation.moved[static_cast<size_t>(v)] = 1;
+  return true;
 }
 
 }

@@ -31,8 +31,15 @@ std::shared_ptr<MeshTopology> FromCorners(const MeshTopology& in, const std::vec
 // A mesh over the same topology and points with its own copy of the points, for deformers to move.
 std::shared_ptr<Mesh> CopyPoints(const Mesh& in);
 
-// The vertices a deformer moves: those of the group its input element names (by the input's "groupId"), or all of
-// them when the geometry carries no such group.
-std::vector<char> DeformedVertices(const Mesh& in, int groupId);
+// What a deformer's output element starts from: its input geometry, a copy of it to move, the vertices it may move
+// (those of the group its input's "groupId" names, or all when the geometry carries no such group) and its envelope.
+struct Deformation {
+  std::shared_ptr<const Mesh> in;
+  std::shared_ptr<Mesh> out;
+  std::vector<char> moved;
+  double envelope = 0.0;
+};
+// False, with the reason in `problem`, when nothing feeds input[index].
+bool StartDeformation(Node& node, unsigned int index, std::string& problem, Deformation& deformation);
 
 }

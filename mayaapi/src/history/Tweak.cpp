@@ -27,21 +27,18 @@ const AttributeSpec kAttributes[] = {
 
 std::shared_ptr<Mesh> ComputeTweak(Node& node, unsigned int index, std::string& problem)
 {
-  const std::shared_ptr<const Mesh> in = RequiredInput(node, "inputGeometry", problem, {index});
-  if (!in)
+  Deformation d;
+  if (!StartDeformation(node, index, problem, d))
     return nullptr;
-  std::shared_ptr<Mesh> out = CopyPoints(*in);
-  const std::vector<char> moved = DeformedVertices(*in, ClampTo<int>(Number(node, "groupId", {index})));
-  const double envelope = Number(node, "envelope");
   const bool relative = Number(node, "relativeTweak") != 0.0;
   auto apply = [&](const char* list, const char* (&axes)[3], bool offsets) {
     for (unsigned int v : Elements(node, list, {index})) {
-      if (v >= moved.size() || !moved[v])
+      if (v >= d.moved.size() || !d.moved[v])
         continue;
       for (int c = 0; c < 3; ++c) {
         const double value = Number(node, axes[c], {index, v});
-        float& p = out->points[static_cast<size_t>(v) * 3 + static_cast<size_t>(c)];
-        p = ClampTo<float>(offsets ? p + envelope * value : value);
+        float& p = d.out->points[static_cast<size_t>(v) * 3 + static_cast<size_t>(c)];
+        p = ClampTo<float>(offsets ? p + d.envelope * value : value);
       }
     }
   };
@@ -50,7 +47,7 @@ std::shared_ptr<Mesh> ComputeTweak(Node& node, unsigned int index, std::string& 
   apply("vertex", vertexAxes, relative);
   if (relative)
     apply("controlPoints", pointAxes, true);
-  return out;
+  return d.out;
 }
 
 }
