@@ -44,8 +44,17 @@ double Orientation(Vec2 a, Vec2 b, Vec2 c)
     return Cross(b - a, c - a);
 }
 
-// Proper crossings only: edges that share a point, or merely touch, do not count.
-bool EdgesCross(const Chart& chart, Edge e, Edge f)
+bool Within(double value, double a, double b)
+{
+    return value >= std::min(a, b) && value <= std::max(a, b);
+}
+
+// Whether the closed edges meet: crossing, touching, or lying along each other. Edges that share
+// a point meet there by design and do not count; two parts of a chart that merely touch would
+// fill the same texels. A join of two flat charts along parallel creases (a wall's step) can lay
+// one onto the other with every border edge only touching or running along another, which a
+// test of proper crossings alone would miss.
+bool EdgesMeet(const Chart& chart, Edge e, Edge f)
 {
     if (e.first == f.first || e.first == f.second || e.second == f.first || e.second == f.second)
         return false;
@@ -57,13 +66,16 @@ bool EdgesCross(const Chart& chart, Edge e, Edge f)
     const double abd = Orientation(a, b, d);
     const double cda = Orientation(c, d, a);
     const double cdb = Orientation(c, d, b);
-    return ((abc > 0.0 && abd < 0.0) || (abc < 0.0 && abd > 0.0)) &&
-           ((cda > 0.0 && cdb < 0.0) || (cda < 0.0 && cdb > 0.0));
+    if (((abc > 0.0 && abd < 0.0) || (abc < 0.0 && abd > 0.0)) && ((cda > 0.0 && cdb < 0.0) || (cda < 0.0 && cdb > 0.0)))
+        return true;
+    const auto onSegment = [](Vec2 p, Vec2 q, Vec2 r) { return Within(r.X, p.X, q.X) && Within(r.Y, p.Y, q.Y); };
+    return (abc == 0.0 && onSegment(a, b, c)) || (abd == 0.0 && onSegment(a, b, d)) ||
+           (cda == 0.0 && onSegment(c, d, a)) || (cdb == 0.0 && onSegment(c, d, b));
 }
 
 // Border edges sorted into a grid of about one edge per cell; only edges sharing a cell are
 // compared, which keeps the test near linear for the long borders of large charts.
-bool BorderCrosses(const Chart& chart)
+bool BorderMeetsItself(const Chart& chart)
 {
     const std::vector<Edge>& border = chart.Border;
     if (border.size() < 4)
@@ -103,7 +115,7 @@ bool BorderCrosses(const Chart& chart)
             ++last;
         for (size_t i = first; i < last; ++i) {
             for (size_t j = i + 1; j < last; ++j) {
-                if (EdgesCross(chart, border[entries[i].second], border[entries[j].second]))
+                if (EdgesMeet(chart, border[entries[i].second], border[entries[j].second]))
                     return true;
             }
         }
@@ -116,5 +128,5 @@ bool BorderCrosses(const Chart& chart)
 
 bool OverlapsItself(const Chart& chart)
 {
-    return WindsTwice(chart) || BorderCrosses(chart);
+    return WindsTwice(chart) || BorderMeetsItself(chart);
 }

@@ -10,6 +10,8 @@
 #include "model/Validate.h"
 #include "importers/ImportScene.h"
 
+#include "../geometry/lightmap/AtlasChecks.h"
+
 #include <maya/MObject.h>
 #include <maya/MPoint.h>
 #include <standin/SceneBuilder.h>
@@ -260,6 +262,48 @@ TEST_F(ExportCommand, LightmapPictureOfAMeshWithoutLightmapUVsIsRefused)
     EXPECT_EQ(Run(request), 1);
     EXPECT_THAT(Err, HasSubstr("has no lightmap UVs to draw; export with --set LightmapUVs=1"));
     EXPECT_FALSE(std::filesystem::exists(Native("atlas.png")));
+}
+
+// The atlases of a real scene, read back from the file and drawn texel by texel.
+TEST_F(ExportCommand, SharedSceneLightmapAtlasesKeepTheirGuttersAndStretch)
+{
+    const std::filesystem::path scene =
+        std::filesystem::path(KESTREL_SHARED_SCENES_DIR) / "gltf/KenneyCity/building-small-a.glb";
+    if (!std::filesystem::exists(scene))
+        GTEST_SKIP() << "the shared scenes are not on this machine";
+
+    ExportRequest request;
+    request.Scene = scene.string();
+    request.Target = Native("lit/building.qmesh").string();
+    request.Settings = {"LightmapUVs=1"};
+    const SceneLoader import = [](const std::string& path, std::string& error) {
+        const ImportResult result = ImportScene(path);
+        error = result.Error;
+        return result.Ok;
+    };
+    ASSERT_EQ(Run(request, import), 0) << Err;
+    EXPECT_THAT(Out, ::testing::Not(HasSubstr("AtlasCreate failed")));
+    VStaticMeshFile mesh;
+    ASSERT_TRUE(ReadStaticMesh(FromNativePath(request.Target), mesh));
+    EXPECT_THAT(DescribeStaticMesh(mesh), HasSubstr("Second UV: ("));
+    for (size_t material = 0; material < mesh.Materials.size(); ++material) {
+        std::vector<float> positions;
+        std::vector<float> uvs;
+        std::vector<uint32_t> corners;
+        for (const VStaticMeshSubmesh& submesh : mesh.Submeshes) {
+            if (submesh.Material != static_cast<int32_t>(material))
+                continue;
+            for (int32_t i = submesh.RenderFirstIndex; i < submesh.RenderFirstIndex + submesh.RenderIndexCount; ++i) {
+                const uint32_t vertex = mesh.Indices[static_cast<size_t>(i)];
+                const VStaticMeshVertex& v = mesh.Vertices[vertex];
+                positions.insert(positions.end(), std::begin(v.Position), std::end(v.Position));
+                uvs.insert(uvs.end(), std::begin(v.SecondUV), std::end(v.SecondUV));
+                corners.push_back(vertex);
+            }
+        }
+        AtlasFigures figures;
+        EXPECT_EQ(CheckAtlas(positions, uvs, corners, 2048, 5, 0.1, figures), "") << mesh.Materials[material]->Name;
+    }
 }
 
 TEST_F(ExportCommand, SharedTexturedSceneHasItsTextureCopiedBesideTheTarget)

@@ -54,6 +54,33 @@ bool MeetsTexel(const std::array<P2, 3>& t, int x, int y)
     return true;
 }
 
+double SurfaceArea(std::span<const float> positions, size_t triangle)
+{
+    double e1[3], e2[3];
+    for (size_t axis = 0; axis < 3; ++axis) {
+        e1[axis] = double(positions[3 * (3 * triangle + 1) + axis]) - positions[3 * (3 * triangle) + axis];
+        e2[axis] = double(positions[3 * (3 * triangle + 2) + axis]) - positions[3 * (3 * triangle) + axis];
+    }
+    const double nx = e1[1] * e2[2] - e1[2] * e2[1];
+    const double ny = e1[2] * e2[0] - e1[0] * e2[2];
+    const double nz = e1[0] * e2[1] - e1[1] * e2[0];
+    return 0.5 * std::sqrt(nx * nx + ny * ny + nz * nz);
+}
+
+bool Sliver(std::span<const float> positions, size_t triangle)
+{
+    double longest = 0.0;
+    for (size_t k = 0; k < 3; ++k) {
+        double squared = 0.0;
+        for (size_t axis = 0; axis < 3; ++axis) {
+            const double d = double(positions[3 * (3 * triangle + (k + 1) % 3) + axis]) - positions[3 * (3 * triangle + k) + axis];
+            squared += d * d;
+        }
+        longest = std::max(longest, squared);
+    }
+    return SurfaceArea(positions, triangle) <= 1e-6 * longest;
+}
+
 int Find(std::vector<int>& parent, int x)
 {
     while (parent[static_cast<size_t>(x)] != x) {
@@ -114,7 +141,9 @@ std::string CheckAtlas(std::span<const float> positions, std::span<const float> 
         for (size_t k = 0; k < 3; ++k)
             texel[k] = {uvs[2 * (3 * t + k)] * double(size), uvs[2 * (3 * t + k) + 1] * double(size)};
         const double twiceArea = Cross(texel[0], texel[1], texel[2]);
-        if (!(twiceArea > 0.0))
+        // A sliver (its height below a millionth of its longest side) may lose what little area it
+        // has when its UVs are rounded to floats; it has no texels to lose.
+        if (!(twiceArea > 0.0) && !Sliver(positions, t))
             return "triangle " + std::to_string(t) + " is turned over or without area";
         flatArea += 0.5 * twiceArea;
         for (const P2& p : texel) {
@@ -215,15 +244,9 @@ std::string CheckAtlas(std::span<const float> positions, std::span<const float> 
             s[k] = {uvs[2 * (3 * t + k)], uvs[2 * (3 * t + k) + 1]};
         }
         const double a = 0.5 * Cross(s[0], s[1], s[2]);
-        double e1[3], e2[3];
-        for (size_t axis = 0; axis < 3; ++axis) {
-            e1[axis] = q[1][axis] - q[0][axis];
-            e2[axis] = q[2][axis] - q[0][axis];
-        }
-        const double nx = e1[1] * e2[2] - e1[2] * e2[1];
-        const double ny = e1[2] * e2[0] - e1[0] * e2[2];
-        const double nz = e1[0] * e2[1] - e1[1] * e2[0];
-        const double area = 0.5 * std::sqrt(nx * nx + ny * ny + nz * nz);
+        const double area = SurfaceArea(positions, t);
+        if (!(area > 0.0))
+            continue;
         double ss = 0.0, tt = 0.0;
         for (size_t axis = 0; axis < 3; ++axis) {
             const double dS = (q[0][axis] * (s[1].Y - s[2].Y) + q[1][axis] * (s[2].Y - s[0].Y) + q[2][axis] * (s[0].Y - s[1].Y)) / (2 * a);
