@@ -78,6 +78,12 @@ bool FlattenChart(const AtlasMesh& mesh, Chart& chart, double maxStretch, double
                   std::vector<int>& inChart)
 {
     NumberChartPoints(mesh, chart, pointOf, inChart);
+    // A chart without any area needs no texels: it shrinks to a point, however long it is.
+    if (std::all_of(chart.Faces.begin(), chart.Faces.end(), [&](int face) { return !(mesh.Areas[static_cast<size_t>(face)] > 0.0); })) {
+        chart.UV.assign(chart.Points.size(), Vec2{});
+        stretch = 0.0;
+        return true;
+    }
     Project(mesh, chart);
     bool passes = Passes(mesh, chart, std::min(FlatStretch, maxStretch), stretch) || chart.Faces.size() == 1;
     if (!passes && chart.Faces.size() > MaxConformalFaces)

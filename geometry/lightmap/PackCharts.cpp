@@ -251,6 +251,8 @@ struct Pose {
     double Sin = 0.0;
     Vec2 Shift;
     std::vector<std::pair<Vec2, Vec2>> Outline;
+    // The outline's larger side, in UV units.
+    double Extent = 0.0;
 
     Vec2 Apply(Vec2 uv) const { return Vec2{Cos * uv.X - Sin * uv.Y, Sin * uv.X + Cos * uv.Y} - Shift; }
 };
@@ -274,8 +276,11 @@ std::vector<Pose> PosesOf(const Chart& chart, int angles)
         }
         pose.Shift = chart.Border.empty() ? Vec2{} : low;
         pose.Outline.reserve(chart.Border.size());
-        for (const auto& [from, to] : chart.Border)
+        for (const auto& [from, to] : chart.Border) {
             pose.Outline.emplace_back(pose.Apply(chart.UV[from]), pose.Apply(chart.UV[to]));
+            for (const Vec2& end : {pose.Outline.back().first, pose.Outline.back().second})
+                pose.Extent = std::max({pose.Extent, end.X, end.Y});
+        }
     }
     return poses;
 }
@@ -299,8 +304,11 @@ bool PackAtScale(const std::vector<std::vector<Pose>>& poses, double scale, Orde
     layout.Footprints.resize(count);
     for (size_t i = 0; i < count; ++i) {
         layout.Footprints[i].resize(poses[i].size());
-        for (size_t p = 0; p < poses[i].size(); ++p)
-            layout.Footprints[i][p] = RasterizeOutline(poses[i][p].Outline, scale);
+        // A pose larger than the atlas cannot be placed, nor should its footprint be drawn.
+        for (size_t p = 0; p < poses[i].size(); ++p) {
+            layout.Footprints[i][p] = poses[i][p].Extent * scale < inner ? RasterizeOutline(poses[i][p].Outline, scale)
+                                                                          : ChartFootprint{};
+        }
     }
     std::vector<size_t> sequence(count);
     std::iota(sequence.begin(), sequence.end(), size_t{0});
@@ -321,6 +329,8 @@ bool PackAtScale(const std::vector<std::vector<Pose>>& poses, double scale, Orde
         Profile bestProfile;
         double bestScore = std::numeric_limits<double>::infinity();
         for (size_t p = 0; p < poses[i].size(); ++p) {
+            if (layout.Footprints[i][p].Width == 0)
+                continue;
             Profile turned[4];
             for (int turn = 0; turn < 4; ++turn) {
                 turned[turn] = Turned(layout.Footprints[i][p], turn, gutter);
@@ -388,12 +398,14 @@ bool PackCharts(std::vector<Chart>& charts, int atlasSize, int gutter)
     // the gutters take most of the room, which a guess from the areas alone would miss.
     double area = 0.0;
     double sides = 0.0;
+    double largest = 0.0;
     for (Chart& chart : charts) {
         double width = 0.0;
         double height = 0.0;
         OrientChart(chart, width, height);
         area += width * height;
         sides += width + height;
+        largest = std::max(largest, width);
     }
     const double grown = gutter + 1.0;
     const double room = FirstFill * inner * inner - static_cast<double>(charts.size()) * grown * grown;
@@ -409,6 +421,10 @@ bool PackCharts(std::vector<Chart>& charts, int atlasSize, int gutter)
     double growth = charts.size() == 1 ? 1.0 : 2.0;
     double lastScale = 0.0;
     int lastTop = 0;
+    // No chart may come out wider than the atlas in its own orientation, whatever the others need.
+    const double scaleLimit = largest > 0.0 ? 0.99 * (inner - 1) / largest : std::numeric_limits<double>::infinity();
+    scale = std::min(scale, scaleLimit);
+
     // A few charts are worth turning by finer angles and dropping in several orders: each try
     // costs a pass over the atlas's width per chart.
     const bool few = charts.size() <= FewCharts;
@@ -444,7 +460,7 @@ bool PackCharts(std::vector<Chart>& charts, int atlasSize, int gutter)
         double next = scale * std::pow(static_cast<double>(inner) / top, 1.0 / growth) * (fits == scale ? 1.0 : 0.99);
         if (!(next > fits && next < fails))
             next = fits > 0.0 ? std::sqrt(fits * std::min(fails, 4.0 * fits)) : scale * 0.5;
-        scale = next;
+        scale = std::min(next, scaleLimit);
     }
     if (fits == 0.0)
         return false;

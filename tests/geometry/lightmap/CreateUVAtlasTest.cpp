@@ -61,6 +61,37 @@ TEST_P(RandomAtlas, ChartsKeepTheirGutterNeverOverlapAndStayWithinTheStretch)
 
 INSTANTIATE_TEST_SUITE_P(Seeds, RandomAtlas, ::testing::Range(1u, 13u));
 
+// Utilisation (chart area over the rectangle the charts occupy) of the shapes a level is built
+// from: a building kit of boxes, whose sides fold onto their neighbours, and a gently rolling
+// terrain that flattens in one piece.
+class AtlasUtilisation : public ::testing::TestWithParam<uint32_t> {};
+
+TEST_P(AtlasUtilisation, FillsTwoThirdsOfTheAtlasItUses)
+{
+    std::mt19937 random(GetParam());
+    std::uniform_real_distribution<float> unit(0.0f, 1.0f);
+    IndexedMesh boxes;
+    for (int b = 0; b < 20; ++b) {
+        const float size[3] = {20 + 300 * unit(random), 20 + 300 * unit(random), 20 + 300 * unit(random)};
+        AddBox(boxes, size, 50.0f, random);
+    }
+    IndexedMesh terrain;
+    AddTerrain(terrain, 30, 30, 0.0f, random);
+    for (const IndexedMesh* mesh : {&boxes, &terrain}) {
+        UVAtlasParams params;
+        params.Size = 512;
+        UVAtlas atlas;
+        ASSERT_EQ(CreateUVAtlas(mesh->Positions, mesh->Indices, params, atlas), 0);
+        const Corners corners = CornersOf(*mesh, atlas);
+        AtlasFigures figures;
+        ASSERT_EQ(CheckAtlas(corners.Positions, corners.UVs, corners.Vertices, params.Size, params.Gutter,
+                             params.MaxStretch, figures), "");
+        EXPECT_GE(figures.Utilisation, 0.65) << mesh->TriangleCount() << " triangles, " << figures.Charts << " charts";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, AtlasUtilisation, ::testing::Range(1u, 4u));
+
 TEST(CreateUVAtlas, FailsOnPositionsThatAreNotFiniteAndIndicesOutOfRange)
 {
     const std::vector<float> positions {0, 0, 0, 1, 0, 0, 0, 1, 0};
@@ -70,6 +101,25 @@ TEST(CreateUVAtlas, FailsOnPositionsThatAreNotFiniteAndIndicesOutOfRange)
     EXPECT_EQ(CreateUVAtlas(withNaN, std::vector<uint32_t>{0, 1, 2}, UVAtlasParams{}, atlas), -2160);
     EXPECT_EQ(CreateUVAtlas(positions, std::vector<uint32_t>{0, 1, 3}, UVAtlasParams{}, atlas), -2160);
     EXPECT_TRUE(atlas.Indices.empty());
+}
+
+// A triangle that is a line 8e31 long beside ordinary ones: every chart must still fit.
+TEST(CreateUVAtlas, PacksTrianglesWithoutAreaOfAnyLength)
+{
+    const std::vector<float> positions {-20, 0, 6, -8e31f, 6.75f, -8.25f, 0, 0, 0, 1, 0, 0, 2, 0, 0, 0, 1, 0};
+    const std::vector<uint32_t> indices {1, 1, 0, 2, 3, 4, 2, 3, 5};
+    UVAtlasParams params;
+    params.Size = 128;
+    UVAtlas atlas;
+    ASSERT_EQ(CreateUVAtlas(positions, indices, params, atlas), 0);
+    for (float uv : atlas.UVs) {
+        EXPECT_GE(uv, 0.0f);
+        EXPECT_LE(uv, 1.0f);
+    }
+    const float* a = &atlas.UVs[2 * atlas.Indices[6]];
+    const float* b = &atlas.UVs[2 * atlas.Indices[7]];
+    const float* c = &atlas.UVs[2 * atlas.Indices[8]];
+    EXPECT_GT((b[0] - a[0]) * (c[1] - a[1]) - (b[1] - a[1]) * (c[0] - a[0]), 0.0f);
 }
 
 // Each separate triangle is a chart, and each chart needs a texel and its gutter.
