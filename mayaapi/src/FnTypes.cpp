@@ -33,6 +33,7 @@ const TypeInfo kTypes[] = {
     {MFn::kPointLight, "kPointLight", MFn::kNonExtendedLight},
     {MFn::kDirectionalLight, "kDirectionalLight", MFn::kNonExtendedLight},
     {MFn::kSpotLight, "kSpotLight", MFn::kNonExtendedLight},
+    {MFn::kAreaLight, "kAreaLight", MFn::kNonExtendedLight},
     {MFn::kLambert, "kLambert", MFn::kDependencyNode},
     {MFn::kReflect, "kReflect", MFn::kLambert},
     {MFn::kBlinn, "kBlinn", MFn::kReflect},

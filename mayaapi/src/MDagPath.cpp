@@ -22,7 +22,7 @@ bool IsIntermediate(standin::Node* node)
 // (such as a skinned mesh's original) sits beside it.
 standin::Node* ShapeBelow(standin::Node* node)
 {
-  if (!node || node->type != MFn::kTransform)
+  if (!node || !standin::TypeHasFn(node->type, MFn::kTransform))
     return nullptr;
   standin::Node* shape = nullptr;
   standin::Node* visible = nullptr;

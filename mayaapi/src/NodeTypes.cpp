@@ -141,11 +141,16 @@ struct Builder {
       Add((std::string("color") + channel).c_str(), (std::string("c") + static_cast<char>(channel[0] | 0x20)).c_str(),
           K::Float, 1.0, color);
     Add("intensity", "in", K::Float, 1.0);
+    Add("useRayTraceShadows", "urs", K::Bool, 0.0);
+    Triple("shadowColor", "sc", K::Float, 0.0, "RGB");
     if (type == MFn::kAmbientLight) {
       Add("ambientShade", "as", K::Float, 0.45);
       return;
     }
     Enum("decayRate", "de", {"No Decay", "Linear", "Quadratic", "Cubic"});
+    Add("shadowRadius", "sr", K::Float, 0.0);
+    Add("castSoftShadows", "cst", K::Bool, 0.0);
+    Add("useDepthMapShadows", "dms", K::Bool, 0.0);
     if (type == MFn::kSpotLight) {
       Add("coneAngle", "ca", K::Angle, 40.0 * std::numbers::pi / 180.0);
       Add("penumbraAngle", "pa", K::Angle, 0.0);
@@ -219,7 +224,7 @@ const TypeEntry kNodeTypes[] = {
     {"transform", MFn::kTransform}, {"joint", MFn::kJoint}, {"mesh", MFn::kMesh},
     {"nurbsSurface", MFn::kNurbsSurface}, {"nurbsCurve", MFn::kNurbsCurve}, {"camera", MFn::kCamera},
     {"ambientLight", MFn::kAmbientLight}, {"pointLight", MFn::kPointLight}, {"spotLight", MFn::kSpotLight},
-    {"directionalLight", MFn::kDirectionalLight}, {"lambert", MFn::kLambert}, {"blinn", MFn::kBlinn},
+    {"directionalLight", MFn::kDirectionalLight}, {"areaLight", MFn::kAreaLight}, {"lambert", MFn::kLambert}, {"blinn", MFn::kBlinn},
     {"phong", MFn::kPhong}, {"phongE", MFn::kPhongExplorer}, {"anisotropic", MFn::kAnisotropy},
     {"layeredShader", MFn::kLayeredShader}, {"surfaceShader", MFn::kSurfaceShader}, {"file", MFn::kFileTexture},
     {"place2dTexture", MFn::kPlace2dTexture}, {"bump2d", MFn::kBump}, {"shadingEngine", MFn::kShadingEngine},
@@ -259,7 +264,8 @@ bool BuildNodeType(Node& node)
   case MFn::kAmbientLight:
   case MFn::kPointLight:
   case MFn::kSpotLight:
-  case MFn::kDirectionalLight: b.Light(node.type); break;
+  case MFn::kDirectionalLight:
+  case MFn::kAreaLight: b.Light(node.type); break;
   case MFn::kLambert: b.Lambert(); break;
   case MFn::kBlinn:
     b.Reflect();

@@ -1,5 +1,6 @@
 #include <maya/MDagPath.h>
 #include <maya/MFnAmbientLight.h>
+#include <maya/MFnAreaLight.h>
 #include <maya/MFnBlinnShader.h>
 #include <maya/MFnLambertShader.h>
 #include <maya/MFnNumericData.h>
@@ -89,6 +90,34 @@ TEST_F(ShaderAndLightTest, AmbientLightIsNoNonAmbientLight)
   MFnPointLight point(CreateNode("pointLight", "bulbShape"), &status);
   EXPECT_TRUE(status);
   EXPECT_EQ(point.decayRate(), 0);
+}
+
+TEST_F(ShaderAndLightTest, AreaLightIsANonExtendedLightAndSettersReachTheGettersPlugs)
+{
+  CreateNode("areaLight", "panelShape");
+  const MDagPath path = PathTo("|panel|panelShape");
+  EXPECT_TRUE(path.hasFn(MFn::kNonExtendedLight));
+  EXPECT_FALSE(path.hasFn(MFn::kPointLight));
+  MStatus status;
+  MFnAreaLight area(path, &status);
+  ASSERT_TRUE(status);
+  EXPECT_TRUE(area.setColor(MColor(0.25f, 0.5f, 0.75f)));
+  EXPECT_TRUE(area.setIntensity(3.0f));
+  EXPECT_TRUE(area.setDecayRate(3));
+  EXPECT_TRUE(area.setUseRayTraceShadows(true));
+  EXPECT_EQ(area.color(), MColor(0.25f, 0.5f, 0.75f));
+  EXPECT_FLOAT_EQ(Plug("panelShape.intensity").asFloat(), 3.0f);
+  EXPECT_EQ(area.decayRate(), 3);
+  EXPECT_TRUE(area.useRayTraceShadows());
+
+  MFnSpotLight spot(CreateNode("spotLight", "beamShape"), &status);
+  ASSERT_TRUE(status);
+  EXPECT_TRUE(spot.setConeAngle(0.5));
+  EXPECT_DOUBLE_EQ(Plug("beamShape.coneAngle").asDouble(), 0.5);
+  MFnAmbientLight ambient(CreateNode("ambientLight", "skyShape"), &status);
+  ASSERT_TRUE(status);
+  EXPECT_TRUE(ambient.setShadowColor(MColor(1.0f, 0.0f, 0.0f)));
+  EXPECT_EQ(ambient.shadowColor(), MColor(1.0f, 0.0f, 0.0f));
 }
 
 }

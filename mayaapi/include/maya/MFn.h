@@ -25,6 +25,7 @@ public:
     kPointLight,
     kDirectionalLight,
     kSpotLight,
+    kAreaLight,
     kLambert,
     kReflect,
     kBlinn,

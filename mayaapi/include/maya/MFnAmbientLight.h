@@ -9,5 +9,6 @@ public:
   MFnAmbientLight(const MDagPath& path, MStatus* status = nullptr);
 
   MFn::Type type() const override { return MFn::kAmbientLight; }
-  float ambientShade(MStatus* status = nullptr) const { return findPlug("ambientShade").asFloat(status); }
+  float ambientShade(MStatus* status = nullptr) const { return static_cast<float>(NumberOf("ambientShade", status)); }
+  MStatus setAmbientShade(const float& ambient_shade) { return SetNumber("ambientShade", ambient_shade); }
 };
