@@ -70,6 +70,7 @@ const char* LightTypeName(RecordLightType type)
     case RecordLightType::Ambient: return "ambientLight";
     case RecordLightType::Spot: return "spotLight";
     case RecordLightType::Directional: return "directionalLight";
+    case RecordLightType::Area: return "areaLight";
     case RecordLightType::Point: break;
     }
     return "pointLight";

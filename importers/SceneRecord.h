@@ -26,7 +26,7 @@ struct RecordAttribute {
     std::string Text;
 };
 
-enum class RecordLightType { Ambient, Point, Spot, Directional };
+enum class RecordLightType { Ambient, Point, Spot, Directional, Area };
 
 struct RecordLight {
     RecordLightType Type = RecordLightType::Point;

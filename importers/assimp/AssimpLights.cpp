@@ -8,15 +8,44 @@
 
 namespace {
 
-RecordLightType LightTypeOf(const aiLight& light, ImportResult& result)
+RecordLightType LightTypeOf(const aiLight& light)
 {
     switch (light.mType) {
     case aiLightSource_DIRECTIONAL: return RecordLightType::Directional;
     case aiLightSource_SPOT: return RecordLightType::Spot;
     case aiLightSource_AMBIENT: return RecordLightType::Ambient;
-    case aiLightSource_AREA: result.Warn("Area lights are imported as point lights"); return RecordLightType::Point;
+    // Maya's FBX importer makes an area light of an FBX area light.
+    case aiLightSource_AREA: return RecordLightType::Area;
     default: return RecordLightType::Point;
     }
+}
+
+// Maya's cone angle is the full apex angle of the cone, its penumbra the angle added at the rim.
+void SetCone(const aiLight& light, AssimpFormat format, RecordLight& record)
+{
+    const double outer = std::isfinite(light.mAngleOuterCone) ? light.mAngleOuterCone : 0.0;
+    const double inner = std::isfinite(light.mAngleInnerCone) ? light.mAngleInnerCone : outer;
+    double cone = 0.0;
+    double penumbra = 0.0;
+    switch (format) {
+    case AssimpFormat::Gltf:
+        // KHR_lights_punctual measures both angles from the axis to the rim.
+        cone = 2.0 * outer;
+        penumbra = outer - inner;
+        break;
+    case AssimpFormat::Collada:
+        // Assimp keeps COLLADA's falloff_angle, the apex angle, as the inner cone and makes up an outer
+        // cone from the falloff exponent, which is no angle of the file's.
+        cone = inner;
+        break;
+    default:
+        // FBX stores apex angles, as Maya and 3ds Max show them.
+        cone = outer;
+        penumbra = 0.5 * (outer - inner);
+        break;
+    }
+    record.ConeAngle = std::clamp(cone, 0.0, 3.14159);
+    record.PenumbraAngle = std::clamp(penumbra, 0.0, 0.5 * record.ConeAngle);
 }
 
 } // namespace
@@ -31,7 +60,7 @@ void ReadLights(AssimpContext& context)
             continue;
         }
         RecordLight record;
-        record.Type = LightTypeOf(*light, context.Result);
+        record.Type = LightTypeOf(*light);
         const aiColor3D& source = record.Type == RecordLightType::Ambient &&
                                           light->mColorDiffuse.IsBlack() ? light->mColorAmbient : light->mColorDiffuse;
         MVector color(source.r, source.g, source.b);
@@ -44,12 +73,8 @@ void ReadLights(AssimpContext& context)
         if (!std::isfinite(brightest))
             color = MVector(1.0, 1.0, 1.0);
         record.Color = color;
-        if (record.Type == RecordLightType::Spot) {
-            const double outer = std::isfinite(light->mAngleOuterCone) ? light->mAngleOuterCone : 0.0;
-            const double inner = std::isfinite(light->mAngleInnerCone) ? light->mAngleInnerCone : outer;
-            record.ConeAngle = std::clamp(2.0 * outer, 0.0, 3.14159);
-            record.PenumbraAngle = std::clamp(outer - inner, 0.0, 0.5 * record.ConeAngle);
-        }
+        if (record.Type == RecordLightType::Spot)
+            SetCone(*light, context.Format, record);
         record.DecayRate = light->mAttenuationQuadratic > 0.0f ? 2 : (light->mAttenuationLinear > 0.0f ? 1 : 0);
         // Assimp gives every FBX light the direction (0, -1, 0) whatever the file says; Maya's FBX lights
         // carry their aim in the node's rotation, as Maya's own lights do.
