@@ -69,3 +69,4 @@ bool ParseFloat(std::string_view text, float& value)
 
 bool ParseInt(std::string_view text, int& value) { return ParseWhole(text, value); }
 bool ParseInt(std::string_view text, long long& value) { return ParseWhole(text, value); }
+bool ParseInt(std::string_view text, unsigned long long& value) { return ParseWhole(text, value); }

@@ -15,3 +15,4 @@ bool ParseFloat(std::string_view text, double& value);
 bool ParseFloat(std::string_view text, float& value);
 bool ParseInt(std::string_view text, int& value);
 bool ParseInt(std::string_view text, long long& value);
+bool ParseInt(std::string_view text, unsigned long long& value);

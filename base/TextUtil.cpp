@@ -123,3 +123,13 @@ std::string Format(const char* format, ...)
     va_end(args);
     return result;
 }
+
+uint64_t StableHash(std::string_view text)
+{
+    uint64_t hash = 14695981039346656037ull;
+    for (const char c : text) {
+        hash ^= static_cast<unsigned char>(c);
+        hash *= 1099511628211ull;
+    }
+    return hash;
+}

@@ -3,6 +3,7 @@
 // case-insensitively, with the German umlauts ä, ö, ü folded onto Ä, Ö, Ü as well as ASCII.
 
 #include <cstdarg>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -22,3 +23,6 @@ std::string_view TrimSpaces(std::string_view text);
 // numbers carry a decimal point whatever the process locale is.
 std::string Format(const char* format, ...) __attribute__((format(printf, 1, 2)));
 std::string FormatV(const char* format, va_list args);
+
+// A hash of the text that stays the same from run to run and machine to machine (64-bit FNV-1a).
+uint64_t StableHash(std::string_view text);

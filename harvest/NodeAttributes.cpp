@@ -71,6 +71,16 @@ bool GetOwnIntAttribute(const MString& name, const MDagPath& path, int32_t& valu
     return true;
 }
 
+bool GetOwnStringAttribute(const MString& name, const MDagPath& path, std::string& value)
+{
+    MPlug plug;
+    MString read;
+    if (!path.isValid() || !FindOwnPlug(name, path.node(), plug) || !plug.getValue(read))
+        return false;
+    value = read.asChar();
+    return true;
+}
+
 std::string GetNodeName(const MObject& node)
 {
     if (node.isNull())

@@ -18,6 +18,7 @@ bool GetNodeIntAttribute(const MString& name, const MDagPath& path, int32_t& val
 bool GetNodeShortAttribute(const MString& name, const MDagPath& path, uint16_t& value);
 bool GetNodeStringAttribute(const MString& name, const MDagPath& path, std::string& value);
 bool GetOwnIntAttribute(const MString& name, const MDagPath& path, int32_t& value);
+bool GetOwnStringAttribute(const MString& name, const MDagPath& path, std::string& value);
 
 // "(NULL)", "(NotADepenencyNode)" or "(BadName)" when the name cannot be had.
 std::string GetNodeName(const MObject& node);

@@ -12,8 +12,11 @@
 
 bool StaticSceneVisitor::VisitNode(const MDagPath& path)
 {
-    if (ShouldSkipNode(path))
-        return false;
+    return !ShouldSkipNode(path) && CollectNode(path);
+}
+
+bool StaticSceneVisitor::CollectNode(const MDagPath& path)
+{
     const VExportOptions& options = m_state.Parameters.Options;
     if (options.ExportLights && path.hasFn(MFn::kLight) && path.hasFn(MFn::kTransform)) {
         Lights.push_back(path);

@@ -30,6 +30,9 @@ public:
     VMTransform Placement;
 
 protected:
+    // The static collection of a node that the skip rule kept.
+    bool CollectNode(const MDagPath& path);
+
     HarvestState& m_state;
 };
 

@@ -15,6 +15,7 @@ struct VMLight {
     static constexpr uint32_t CoronaBit = 0x20;
     static constexpr uint32_t LensflareBit = 0x40;
     static constexpr uint32_t SpecularityBit = 0x80;
+    static constexpr uint32_t CastWorldShadowsBit = 0x100;
 
     std::string Name;
     uint32_t Type = PointLight;
@@ -35,5 +36,11 @@ struct VMLight {
     std::string Key;
     std::string AnimBitmap;
     std::string CoronaTexture;
+    int32_t Speed = 0;
+    int32_t Pattern = 0;
+    int32_t IntensityRange = 0;
+    float VolumetricDensity = 0.0f;
+    float AnimTime = 0.0f;
+    float AnimPhase = 0.0f;
     int Index = 0;
 };

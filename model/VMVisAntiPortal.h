@@ -13,5 +13,7 @@ struct VMVisAntiPortal {
 
     std::vector<std::unique_ptr<VMVertex>> Corners;
     std::string Name;
+    // The vis area the occluder belongs to; empty lets the visibility builder place it.
+    std::string VisAreaName;
     int Index = 0;
 };
