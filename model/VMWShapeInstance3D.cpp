@@ -35,6 +35,5 @@ void VMWShapeInstance3DCollection::Scale(float factor)
 
 void VMWShapeInstance3DCollection::Clear()
 {
-    Shapes.clear();
-    LastUniqueID = 0;
+    *this = VMWShapeInstance3DCollection();
 }

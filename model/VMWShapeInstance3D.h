@@ -50,6 +50,11 @@ public:
     std::vector<std::unique_ptr<VMWShapeInstance3D>> Shapes;
     // The source of fresh unique IDs; 0 while none has been handed out.
     uint64_t LastUniqueID = 0;
+    // The file header's texts; empty ones are not written.
+    bool Convertible = false;
+    std::string Name;
+    std::string Category;
+    std::string Description;
 
     void Scale(float factor);
     void Clear();
