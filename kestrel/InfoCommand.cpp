@@ -6,8 +6,10 @@
 #include "base/Path.h"
 #include "base/TextUtil.h"
 #include "formats/DescribeAssetFile.h"
+#include "formats/PrefabXml.h"
 #include "formats/chunk/LastError.h"
 #include "importers/ImportScene.h"
+#include "model/VMWShapeInstance3D.h"
 
 #include <filesystem>
 #include <system_error>
@@ -34,6 +36,16 @@ std::string ScratchTextureFolder()
 int RunInfo(const std::string& nativePath, std::FILE* out, std::FILE* err)
 {
     const std::string path = FromNativePath(nativePath);
+    if (EqualsNoCase(ExtensionOf(path), ".prefab")) {
+        VMWShapeInstance3DCollection shapes;
+        std::string error;
+        if (LoadPrefabXML(path, shapes, error) != 0) {
+            std::fprintf(err, "kestrel info: '%s': %s\n", nativePath.c_str(), error.c_str());
+            return 1;
+        }
+        std::fputs(DescribePrefab(shapes).c_str(), out);
+        return 0;
+    }
     if (IsOwnAssetFile(path)) {
         std::string text;
         if (!DescribeAssetFile(path, text)) {
@@ -49,7 +61,7 @@ int RunInfo(const std::string& nativePath, std::FILE* out, std::FILE* err)
     }
     if (!CanImportScene(path)) {
         std::fprintf(err, "kestrel info: '%s': not a scene or asset file kestrel can read "
-                          "(Maya ASCII, FBX, glTF, COLLADA, OBJ, .qmesh, .qcolmesh, .model, .anim)\n",
+                          "(Maya ASCII, FBX, glTF, COLLADA, OBJ, .qmesh, .qcolmesh, .model, .anim, .prefab)\n",
                      nativePath.c_str());
         return 1;
     }

@@ -18,7 +18,7 @@ int main(int argc, char** argv)
 
     std::string infoFile;
     CLI::App* info = app.add_subcommand("info", "Describe a scene file (Maya ASCII, FBX, glTF, COLLADA, OBJ) or an asset file "
-                                                "(.qmesh, .qcolmesh, .model, .anim)");
+                                                "(.qmesh, .qcolmesh, .model, .anim, .prefab)");
     info->add_option("FILE", infoFile, "The file to describe")->required();
 
     AddExportCommand(app);

@@ -4,6 +4,7 @@
 #include "base/TextUtil.h"
 #include "plugin/BatchOptionsDialog.h"
 #include "plugin/ExportSession.h"
+#include "plugin/VExportFormatPrefab.h"
 #include "plugin/VExportFormatQMesh.h"
 #include "plugin/VExportFormatVModel.h"
 #include "settings/ApplicationSettings.h"
@@ -26,6 +27,7 @@ struct Module {
     ExportSession Session;
     VExportFormatQMesh QMesh {Session};
     VExportFormatVModel Model {Session};
+    VExportFormatPrefab Prefab {Session};
 
     IniSettingsStore DefaultStore {DefaultUserSettingsFilePath()};
     PosixProcessLauncher DefaultLauncher;
@@ -117,7 +119,7 @@ ExportSession& TheExportSession()
 VExportFormat* FindExportFormat(std::string_view name)
 {
     // Each lookup name is its format's short name in another case.
-    VExportFormat* const formats[] = {&TheModule().QMesh, &TheModule().Model};
+    VExportFormat* const formats[] = {&TheModule().QMesh, &TheModule().Model, &TheModule().Prefab};
     for (VExportFormat* format : formats) {
         if (EqualsNoCase(name, format->ShortName()))
             return format;

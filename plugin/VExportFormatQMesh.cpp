@@ -2,14 +2,10 @@
 
 #include "base/FileSystem.h"
 #include "base/Path.h"
-#include "formats/SaveCollisionMesh.h"
-#include "formats/SaveParams.h"
-#include "formats/SaveWorld.h"
 #include "plugin/ExportSession.h"
 #include "plugin/PluginModule.h"
-#include "plugin/SaveCollisionHulls.h"
+#include "plugin/SaveStaticMesh.h"
 #include "report/KestrelReportMessage.h"
-#include "report/LogWindow.h"
 #include "report/VIssueKind.h"
 #include "settings/ApplicationSettings.h"
 #include "settings/SettingsFile.h"
@@ -24,18 +20,6 @@ constexpr VExportFormat::Description QMeshDescription {
     .UsesProject = true,
     .RequiresProject = false,
 };
-
-void StoreSettings(const std::string& targetPath, const std::string& settingsText)
-{
-    const std::string dataFolder = targetPath + "_data";
-    if (!CreateDirectories(dataFolder))
-        LogPrint("Failed to create settings directory : %s.\r\n", dataFolder.c_str());
-    const std::string settingsFile = SettingsFilePath(targetPath);
-    if (WriteFileAtomically(settingsFile, settingsText))
-        LogPrint("Settings saved: %s.\r\n", settingsFile.c_str());
-    else
-        LogPrint("Settings saving failed: %s.\r\n", settingsFile.c_str());
-}
 
 } // namespace
 
@@ -60,29 +44,8 @@ bool VExportFormatQMesh::Save(VMWorld& world, const std::string& targetPath, con
         ModuleReport().AddIssue(IssueFileNotSaved);
         return false;
     }
-
     const VExportOptions& options = Session().Options;
-    VSaveParams params;
-    if (options.CreateDataDir) {
-        // The editor finds a mesh's textures through resources.xml, so the data folder always
-        // carries it beside the material groups the options ask for.
-        params.Flags = static_cast<uint32_t>(options.ExportMaterialSettings) | SaveFlagVisibility | SaveFlagResources;
+    if (options.CreateDataDir)
         StoreSettings(targetPath, settingsText);
-    }
-    params.Console = [](const std::string& line) { LogRaw(line); };
-
-    LogPrint((params.Flags & SaveFlagShader) ? "Saving shader assignments\r\n" : "Not saving shader assignments\r\n");
-
-    const bool meshSaved = SaveWorld(world, targetPath, params);
-    LogPrint("SaveWorld returned %i\r\n", meshSaved ? 1 : 0);
-    if (options.ColMesh == 0) {
-        LogPrint("Not saving collision file\r\n");
-        return meshSaved;
-    }
-    const std::string collisionPath = WithoutExtension(targetPath) + ".qcolmesh";
-    const bool collisionSaved = options.ColMesh == 2
-        ? SaveCollisionHulls(world, Session().Harvest.MeshNodes, collisionPath, params)
-        : SaveCollisionMesh(world, collisionPath, params);
-    LogPrint("SaveCollisionMesh returned %i\r\n", collisionSaved ? 1 : 0);
-    return meshSaved && collisionSaved;
+    return SaveStaticMesh(world, targetPath, StaticSaveParams(options), options, Session().Harvest.MeshNodes);
 }

@@ -13,7 +13,8 @@ class VExportFormatWorld : public VExportFormat {
 public:
     VExportFormatWorld(const Description& description, ExportSession& session);
 
-    VExportState& GetExportState() { return m_state; }
+    // The node collector of the format's exports.
+    virtual VExportState& GetExportState() { return m_state; }
     // The state the pipeline under way works on; null outside an export.
     VExportState* CurrentExportState() const { return m_currentState; }
 

@@ -26,7 +26,8 @@ std::vector<std::string> TranslatorNames()
 
 TEST_F(Translators, LoadingRegistersTheTranslatorsAndCommands)
 {
-    EXPECT_THAT(TranslatorNames(), ElementsAre("Zephra_Static_Mesh", "Zephra_Model_File", "Tessor_Project"));
+    EXPECT_THAT(TranslatorNames(),
+                ElementsAre("Zephra_Scene_Prefab", "Zephra_Static_Mesh", "Zephra_Model_File", "Tessor_Project"));
     EXPECT_THAT(standin::RegisteredCommands(), ElementsAre("ZephraNodeProperties", "ZephraPrefab"));
 }
 
