@@ -1,5 +1,6 @@
 #include "harvest/ExportPortal.h"
 
+#include "geometry/visibility/VBVisBuilder.h"
 #include "harvest/NodeAttributes.h"
 #include "model/VMWorld.h"
 #include "report/DebugFile.h"
@@ -11,7 +12,7 @@
 
 namespace {
 
-std::array<double, 3> CornerPosition(MItMeshVertex& vertices, int vertex)
+VBVector CornerPosition(MItMeshVertex& vertices, int vertex)
 {
     int previous = 0;
     vertices.setIndex(vertex, previous);
@@ -19,41 +20,33 @@ std::array<double, 3> CornerPosition(MItMeshVertex& vertices, int vertex)
     return {point.x, -point.z, point.y};
 }
 
-std::optional<std::string> StringAttribute(const char* name, const MDagPath& path)
-{
-    std::string value;
-    if (!GetNodeStringAttribute(MString(name), path, value))
-        return std::nullopt;
-    return value;
-}
-
-bool AddAntiPortal(const MDagPath& path, const std::vector<std::array<double, 3>>& corners, VMWorld& world,
-                   VisBuilderInput& builder)
+bool AddAntiPortal(const MDagPath& path, const std::vector<VBVector>& corners, VMWorld& world, VBVisBuilder& builder)
 {
     std::unique_ptr<VMVisAntiPortal> antiPortal = VMWorld::NewAntiPortal(static_cast<int>(corners.size()));
     if (!antiPortal)
         return false;
     antiPortal->Name = path.partialPathName().asChar();
-    VMBoundingBox box;
+    VBBox box;
     for (size_t i = 0; i < corners.size(); ++i) {
         float* position = antiPortal->Corners[i]->Position;
         for (int axis = 0; axis < 3; ++axis)
-            position[axis] = static_cast<float>(corners[i][static_cast<size_t>(axis)]);
-        box.Grow(position);
+            position[axis] = static_cast<float>(corners[i][axis]);
+        box.Grow(corners[i]);
     }
-    std::string visArea;
-    GetNodeStringAttribute(MString("visarea"), path, visArea);
-    antiPortal->VisAreaName = visArea;
-    VMVisAntiPortal& added = *antiPortal;
+    GetNodeStringAttribute(MString("visarea"), path, antiPortal->VisAreaName);
+    VMVisAntiPortal* added = antiPortal.get();
     if (world.AntiPortals.Add(std::move(antiPortal)) != 0)
         return false;
-    builder.AddAntiPortal(added, box, visArea);
+    VBPlacementItem& item = builder.AddItem();
+    item.AntiPortal = added;
+    item.Box = box;
+    item.AreaName = added->VisAreaName;
     return true;
 }
 
 } // namespace
 
-int ExportPortal(const MDagPath& path, VMWorld& world, VisBuilderInput* builder)
+int ExportPortal(const MDagPath& path, VMWorld& world, VBVisBuilder* builder)
 {
     if (!builder)
         return 0;
@@ -86,7 +79,7 @@ int ExportPortal(const MDagPath& path, VMWorld& world, VisBuilderInput* builder)
         return 0;
     }
 
-    std::vector<std::array<double, 3>> corners;
+    std::vector<VBVector> corners;
     corners.reserve(static_cast<size_t>(cornerCount));
     for (int i = 0; i < cornerCount; ++i)
         corners.push_back(CornerPosition(vertices, polygon.vertexIndex(i)));
@@ -96,15 +89,14 @@ int ExportPortal(const MDagPath& path, VMWorld& world, VisBuilderInput* builder)
     if (antiPortal != 0)
         return AddAntiPortal(path, corners, world, *builder) ? 1 : -1;
 
-    HarvestedPortal portal;
+    VBPortal& portal = builder->AddPortal(cornerCount);
     portal.Name = path.partialPathName().asChar();
     portal.Corners = std::move(corners);
-    portal.Key = StringAttribute("portal_key", path);
-    portal.FrontName = StringAttribute("front_name", path);
-    portal.BackName = StringAttribute("back_name", path);
+    GetNodeStringAttribute(MString("portal_key"), path, portal.Key);
+    GetNodeStringAttribute(MString("front_name"), path, portal.FrontName);
+    GetNodeStringAttribute(MString("back_name"), path, portal.BackName);
     int32_t cut = 1;
     GetNodeIntAttribute(MString("CutGeometry"), path, cut);
     portal.CutGeometry = cut == 1;
-    builder->AddPortal(portal);
     return 1;
 }

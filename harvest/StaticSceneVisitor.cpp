@@ -1,7 +1,9 @@
 #include "harvest/StaticSceneVisitor.h"
 
 #include "harvest/EngineTransform.h"
+#include "harvest/ExportLight.h"
 #include "harvest/ExportMesh.h"
+#include "harvest/ExportPortal.h"
 #include "harvest/HarvestState.h"
 #include "harvest/NodeAttributes.h"
 #include "harvest/ShouldSkipNode.h"
@@ -9,6 +11,8 @@
 #include "report/DebugFile.h"
 
 #include <maya/MString.h>
+
+#include <functional>
 
 bool StaticSceneVisitor::VisitNode(const MDagPath& path)
 {
@@ -63,8 +67,7 @@ void ExportNodes(const char* countLine, const char* okLine, const char* errorLin
 
 }
 
-bool GetMeshes(HarvestState& state, VMWorld& world, const StaticSceneVisitor& visitor,
-               const WorldNodeExporter& exportLight, const WorldNodeExporter& exportPortal)
+bool GetMeshes(HarvestState& state, VMWorld& world, const StaticSceneVisitor& visitor)
 {
     state.RunningVertexBase = 0;
     state.RunningPolygonCount = 0;
@@ -72,8 +75,11 @@ bool GetMeshes(HarvestState& state, VMWorld& world, const StaticSceneVisitor& vi
     ExportNodes("#meshnodes=%i\r\n", "%i. OK.\r\n", "%i.  Error.\r\n", visitor.WorldMeshes,
                 [&](const MDagPath& path) { return ExportMesh(state, path, world, 0); });
     ExportNodes("#lights=%i\r\n", "%i  OK.\r\n", "%i  Error.\r\n", visitor.Lights,
-                [&](const MDagPath& path) { return exportLight && exportLight(path, world); });
+                [&](const MDagPath& path) {
+                    std::unique_ptr<VMLight> light = ExportLight(path, state.Parameters.Options.LightScale);
+                    return light && world.Lights.Add(std::move(light)) == 0;
+                });
     ExportNodes("#portals=%i\r\n", "%i  OK.\r\n", "%i  Error.\r\n", visitor.Portals,
-                [&](const MDagPath& path) { return exportPortal && exportPortal(path, world); });
+                [&](const MDagPath& path) { return ExportPortal(path, world, state.VisBuilder) == 1; });
     return true;
 }

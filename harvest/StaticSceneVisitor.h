@@ -8,7 +8,6 @@
 #include <maya/MDagPath.h>
 
 #include <cstdint>
-#include <functional>
 #include <vector>
 
 struct HarvestState;
@@ -36,10 +35,7 @@ protected:
     HarvestState& m_state;
 };
 
-// Makes the record of one light or portal node and adds it to the world; false on failure.
-using WorldNodeExporter = std::function<bool(const MDagPath&, VMWorld&)>;
-
-// After the walk: the world meshes, then the lights and portals through their exporters. Each
-// node's outcome goes to the trace only. Answers true.
-bool GetMeshes(HarvestState& state, VMWorld& world, const StaticSceneVisitor& visitor,
-               const WorldNodeExporter& exportLight = {}, const WorldNodeExporter& exportPortal = {});
+// After the walk: the world meshes, then the lights (into the world's light list) and the portal
+// shapes (to the state's visibility builder). Each node's outcome goes to the trace only.
+// Answers true.
+bool GetMeshes(HarvestState& state, VMWorld& world, const StaticSceneVisitor& visitor);

@@ -8,8 +8,6 @@
 #include "geometry/TessellatePolygons.h"
 #include "geometry/lightmap/GenerateLightmapUVs.h"
 #include "geometry/visibility/VBVisBuilder.h"
-#include "harvest/ExportLight.h"
-#include "harvest/ExportPortal.h"
 #include "harvest/HarvestState.h"
 #include "harvest/MaterialNameCheck.h"
 #include "model/CheckMaterials.h"
@@ -134,15 +132,7 @@ bool VExportFormatWorld::Export()
     world.Clear();
     world.HasTangents = 1;
 
-    const auto exportLight = [&options](const MDagPath& path, VMWorld& target) {
-        std::unique_ptr<VMLight> light = ExportLight(path, options.LightScale);
-        return light && target.Lights.Add(std::move(light)) == 0;
-    };
-    // No visibility builder yet: portal shapes are reported and left out.
-    const auto exportPortal = [](const MDagPath& path, VMWorld& target) {
-        return ExportPortal(path, target, nullptr) == 1;
-    };
-    GetMeshes(harvest, world, state, exportLight, exportPortal);
+    GetMeshes(harvest, world, state);
 
     TessellatePolygons(world);
     world.Enumerate();

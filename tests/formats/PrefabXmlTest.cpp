@@ -94,6 +94,11 @@ struct ClassCase {
     std::vector<std::string> OwnProperties;
 };
 
+void PrintTo(const ClassCase& shape, std::ostream* out)
+{
+    *out << shape.ClassName;
+}
+
 class PrefabClasses : public PrefabXml, public ::testing::WithParamInterface<ClassCase> {};
 
 // The eighth shape of a list takes the number 7; a fresh light is a point light ("LightType"
@@ -313,6 +318,11 @@ struct OrientationCase {
     float Down[3];
     float Expected[3];
 };
+
+void PrintTo(const OrientationCase& axes, std::ostream* out)
+{
+    *out << "forward " << axes.Forward[0] << "," << axes.Forward[1] << "," << axes.Forward[2];
+}
 
 class ShapeOrientations : public ::testing::TestWithParam<OrientationCase> {};
 

@@ -119,22 +119,25 @@ TEST_F(GetMeshesTest, FirstWorldMeshDefinesThePlacementWithPivotCentring)
     EXPECT_FLOAT_EQ(visitor.Placement.At(1, 1), 1.0f);
 }
 
-TEST_F(GetMeshesTest, StaticPassExportsEveryWorldMeshAndTracesEachOutcome)
+// An ambient light is walked and counted, but gives no light record.
+TEST_F(GetMeshesTest, StaticPassExportsEveryWorldMeshAndLightAndTracesEachOutcome)
 {
     MeshNode("a");
     MeshNode("b");
+    CreateNode("ambientLight", "fillShape");
+    CreateNode("pointLight", "bulbShape");
+    parameters.Options.ExportLights = true;
     StaticSceneVisitor visitor(State());
     visitor.Iterate(MDagPath(), false, true);
-    visitor.Lights.push_back(PathTo("a"));
     VMWorld world;
-    int lightCalls = 0;
-    EXPECT_TRUE(GetMeshes(State(), world, visitor, [&](const MDagPath&, VMWorld&) { return ++lightCalls > 1; }));
+    EXPECT_TRUE(GetMeshes(State(), world, visitor));
     EXPECT_EQ(world.Polygons.Count(), 12);
     EXPECT_EQ(State().MeshNodes.Count(), 2);
-    EXPECT_EQ(lightCalls, 1);
+    ASSERT_EQ(world.Lights.Count(), 1);
+    EXPECT_EQ(world.Lights[0]->Name, "bulb");
     const std::string text = DebugText();
     EXPECT_NE(text.find("#meshnodes=2\r\n"), std::string::npos);
-    EXPECT_NE(text.find("1. OK.\r\n#lights=1\r\n0  Error.\r\n#portals=0\r\n"), std::string::npos);
+    EXPECT_NE(text.find("1. OK.\r\n#lights=2\r\n0  Error.\r\n1  OK.\r\n#portals=0\r\n"), std::string::npos);
 }
 
 TEST_F(GetMeshesTest, ModelPassExportsMeshesAndJointsWhenBonesAreExported)

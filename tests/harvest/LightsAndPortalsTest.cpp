@@ -1,8 +1,9 @@
-// Lights into light records, portal shapes into the visibility builder's input, and the helpers
+// Lights into light records, portal shapes into the visibility builder, and the helpers
 // that create the plug-in's node attributes.
 
 #include "HarvestTestScene.h"
 
+#include "geometry/visibility/VBVisBuilder.h"
 #include "harvest/AddNodeAttribute.h"
 #include "harvest/ExportLight.h"
 #include "harvest/ExportPortal.h"
@@ -127,21 +128,6 @@ TEST_F(LightsTest, TransformAttributesSetFlagsAndValuesAndTheLaterAttributeDecid
     EXPECT_EQ(ExportLight(other, 1.0f)->Flags, 0u);
 }
 
-class RecordingVisBuilder final : public VisBuilderInput {
-public:
-    void AddPortal(const HarvestedPortal& portal) override { Portals.push_back(portal); }
-    void AddAntiPortal(VMVisAntiPortal& antiPortal, const VMBoundingBox& box, const std::string& visAreaName) override
-    {
-        AntiPortals.push_back(&antiPortal);
-        Boxes.push_back(box);
-        VisAreas.push_back(visAreaName);
-    }
-    std::vector<HarvestedPortal> Portals;
-    std::vector<VMVisAntiPortal*> AntiPortals;
-    std::vector<VMBoundingBox> Boxes;
-    std::vector<std::string> VisAreas;
-};
-
 class PortalsTest : public HarvestTest {
 protected:
     //  2
@@ -156,7 +142,7 @@ protected:
         return PathTo(name + "Shape");
     }
 
-    RecordingVisBuilder builder;
+    VBVisBuilder builder;
     VMWorld world;
 };
 
@@ -166,21 +152,25 @@ TEST_F(PortalsTest, PortalHandsItsWorldCornersNamesAndCutFlagToTheBuilder)
     AddAttr(NodeByName("door"), "front_name", AttrType::String);
     SetAttr("door.front_name", std::string("hall"));
     AddAttr(NodeByName("door"), "portal_key", AttrType::String);
+    SetAttr("door.portal_key", std::string("gate"));
 
     ASSERT_EQ(ExportPortal(path, world, &builder), 1);
-    ASSERT_EQ(builder.Portals.size(), 1u);
-    const HarvestedPortal& portal = builder.Portals[0];
+    ASSERT_EQ(builder.Portals().size(), 1u);
+    const VBPortal& portal = *builder.Portals()[0];
     EXPECT_EQ(portal.Name, "doorShape");
-    using Corner = std::array<double, 3>;
-    EXPECT_THAT(portal.Corners, ElementsAre(Corner {0, -50, 0}, Corner {100, -50, 0}, Corner {0, -50, 100}));
+    ASSERT_EQ(portal.Corners.size(), 3u);
+    const double expected[3][3] = {{0, -50, 0}, {100, -50, 0}, {0, -50, 100}};
+    for (int corner = 0; corner < 3; ++corner)
+        for (int axis = 0; axis < 3; ++axis)
+            EXPECT_EQ(portal.Corners[static_cast<size_t>(corner)][axis], expected[corner][axis]);
     EXPECT_EQ(portal.FrontName, "hall");
-    EXPECT_EQ(portal.Key, "");
-    EXPECT_FALSE(portal.BackName);
+    EXPECT_EQ(portal.Key, "gate");
+    EXPECT_EQ(portal.BackName, "");
     EXPECT_TRUE(portal.CutGeometry);
 
     AddAttr(NodeByName("door"), "CutGeometry", AttrType::Int, 2.0);
     ASSERT_EQ(ExportPortal(path, world, &builder), 1);
-    EXPECT_FALSE(builder.Portals[1].CutGeometry);
+    EXPECT_FALSE(builder.Portals()[1]->CutGeometry);
     EXPECT_TRUE(world.AntiPortals.IsEmpty());
 }
 
@@ -197,12 +187,15 @@ TEST_F(PortalsTest, AntiPortalStaysInTheWorldWithItsVisAreaAndBox)
     EXPECT_EQ(antiPortal.Name, "wallShape");
     EXPECT_EQ(antiPortal.VisAreaName, "cellar");
     EXPECT_THAT(antiPortal.Corners[2]->Position, ElementsAre(0.0f, -50.0f, 100.0f));
-    ASSERT_EQ(builder.AntiPortals.size(), 1u);
-    EXPECT_EQ(builder.AntiPortals[0], &antiPortal);
-    EXPECT_EQ(builder.VisAreas[0], "cellar");
-    EXPECT_THAT(builder.Boxes[0].Min, ElementsAre(0.0f, -50.0f, 0.0f));
-    EXPECT_THAT(builder.Boxes[0].Max, ElementsAre(100.0f, -50.0f, 100.0f));
-    EXPECT_TRUE(builder.Portals.empty());
+    ASSERT_EQ(builder.Items().size(), 1u);
+    const VBPlacementItem& item = *builder.Items()[0];
+    EXPECT_EQ(item.AntiPortal, &antiPortal);
+    EXPECT_EQ(item.AreaName, "cellar");
+    EXPECT_EQ(item.Box.Min.X, 0.0);
+    EXPECT_EQ(item.Box.Max.X, 100.0);
+    EXPECT_EQ(item.Box.Min.Y, -50.0);
+    EXPECT_EQ(item.Box.Max.Z, 100.0);
+    EXPECT_TRUE(builder.Portals().empty());
 }
 
 TEST_F(PortalsTest, ShapesOtherThanOnePolygonAndExportsWithoutBuilderAreRejected)
@@ -211,7 +204,7 @@ TEST_F(PortalsTest, ShapesOtherThanOnePolygonAndExportsWithoutBuilderAreRejected
     CreateMesh("slabShape", transform, TwoQuads());
     EXPECT_EQ(ExportPortal(PathTo("slabShape"), world, &builder), 0);
     EXPECT_EQ(ExportPortal(Triangle("door"), world, nullptr), 0);
-    EXPECT_TRUE(builder.Portals.empty());
+    EXPECT_TRUE(builder.Portals().empty());
     EXPECT_NE(DebugText().find("Portal shape (|slab|slabShape) must have only 1 polygon.\n"), std::string::npos);
 }
 

@@ -47,6 +47,11 @@ struct SceneLights {
     std::vector<ExpectedLight> Lights;
 };
 
+void PrintTo(const SceneLights& lights, std::ostream* out)
+{
+    *out << lights.Scene;
+}
+
 constexpr int32_t Point = VMWLightInstance::PointType;
 constexpr int32_t Spot = VMWLightInstance::SpotType;
 constexpr int32_t Directional = VMWLightInstance::DirectionalType;
