@@ -63,12 +63,12 @@ void ModelBoundsNode(HarvestState& state, const MDagPath& path)
                box.Min[0], box.Min[1], box.Min[2], box.Max[0], box.Max[1], box.Max[2]);
 }
 
-bool GetMeshes(HarvestState& state, VMModel& model, uint32_t flags)
+bool GetMeshes(HarvestState& state, VMModel& model, uint32_t flags, const MDagPath& root)
 {
     DebugPrint("GetMeshes()\n");
     state.RunningVertexBase = 0;
     state.RunningPolygonCount = 0;
     ModelMeshExporter exporter(state, model, flags);
-    exporter.Iterate(MDagPath(), state.Parameters.SelectionOnly, state.Parameters.Recurse);
+    exporter.Iterate(root, state.Parameters.SelectionOnly, state.Parameters.Recurse);
     return true;
 }

@@ -26,5 +26,6 @@ private:
 // the model's collision box. A later node replaces an earlier one.
 void ModelBoundsNode(HarvestState& state, const MDagPath& path);
 
-// Resets the per-pass counters and walks the scene with a ModelMeshExporter. Answers true.
-bool GetMeshes(HarvestState& state, VMModel& model, uint32_t flags);
+// Resets the per-pass counters and walks the scene with a ModelMeshExporter, from root when it is
+// valid (a prefab node's nested export), else the whole scene. Answers true.
+bool GetMeshes(HarvestState& state, VMModel& model, uint32_t flags, const MDagPath& root = MDagPath());

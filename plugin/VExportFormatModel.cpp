@@ -172,7 +172,7 @@ bool VExportFormatModel::Export()
     state.Iterate(RootPath(), session.SelectionOnly, true);
 
     DebugPrint("GetMeshes started\r\n");
-    GetMeshes(harvest, model, ModelMeshFlags);
+    GetMeshes(harvest, model, ModelMeshFlags, RootPath());
     // Every later pass expects triangles.
     ReportPassResult("TessellateFaces", TessellateFaces(model), report);
     model.Enumerate();

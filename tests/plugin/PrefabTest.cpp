@@ -4,10 +4,12 @@
 #include "PluginFixture.h"
 #include "TestScenes.h"
 
+#include "formats/LoadModel.h"
 #include "formats/PrefabShapes.h"
 #include "formats/PrefabXml.h"
 #include "formats/StaticMeshReader.h"
 #include "plugin/ExportSession.h"
+#include "model/VMModel.h"
 #include "plugin/VExportFormat.h"
 
 #include <maya/MDagPath.h>
@@ -132,7 +134,10 @@ TEST_F(PrefabExport, PrefabHoldsTheWorldMeshTheLightsAndAnInstancePerReferencing
     EXPECT_THAT(crate.Bounds.Min, Pointwise(FloatNear(1e-4f), {-100.0f, -100.0f, -100.0f}));
     EXPECT_THAT(crate.Bounds.Max, Pointwise(FloatNear(1e-4f), {100.0f, 100.0f, 100.0f}));
     EXPECT_TRUE(Has("game/Meshes/crate.qmesh_data/_config.Xportel"));
-    EXPECT_FALSE(Has("game/Models"));
+    // The model holds the referencing node's subtree alone.
+    VMModel hero;
+    ASSERT_TRUE(LoadModel(hero, SystemPath("game/Models/hero.model")));
+    EXPECT_EQ(hero.Faces.Count(), 12);
 }
 
 TEST_F(PrefabExport, NestedExportsLeaveTheSessionAsThePrefabHadIt)
