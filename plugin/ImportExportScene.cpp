@@ -2,6 +2,7 @@
 
 #include "base/TextUtil.h"
 #include "plugin/ExportSession.h"
+#include "plugin/ImportMesh.h"
 #include "plugin/PluginModule.h"
 #include "plugin/VExportFormat.h"
 #include "report/ExportBracket.h"
@@ -73,9 +74,7 @@ ImportExportScene::ImportExportScene(VExportFormat* format)
 
 MStatus ImportExportScene::reader(const MFileObject& file, const MString& /*optionsString*/, FileAccessMode /*mode*/)
 {
-    if (haveReadMethod())
-        MGlobal::displayError(MString("Importing '") + file.fullName() + "' as a mesh is not available yet");
-    return MS::kFailure;
+    return haveReadMethod() ? ImportMesh(file, TheMessageBox()) : MStatus(MS::kFailure);
 }
 
 MStatus ImportExportScene::writer(const MFileObject& file, const MString& /*optionsString*/, FileAccessMode mode)
