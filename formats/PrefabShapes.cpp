@@ -179,6 +179,10 @@ void VMWPortalInstance::ResolveReferences(VMWShapeInstance3DCollection& owner)
 
 void VMWPortalInstance::LinkTargets(VMWShapeInstance3DCollection& /*owner*/)
 {
+    if (TargetPortalID == 0 && TargetPortal)
+        TargetPortalID = TargetPortal->UniqueID;
+    if (TargetZoneID == 0 && TargetZone)
+        TargetZoneID = TargetZone->UniqueID;
     if (StartsWithNoCase(Name, "OUTSIDE"))
         LeadsToOutside = true;
     if (LeadsToOutside && TargetZone)

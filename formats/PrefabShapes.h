@@ -104,7 +104,8 @@ public:
     const char* GetClassName() const override { return "PortalShape"; }
     // Finds the portal and zone that the target IDs name.
     void ResolveReferences(VMWShapeInstance3DCollection& owner) override;
-    // A portal named "OUTSIDE..." leads outside, and so then does the zone it leads to.
+    // Takes the IDs of the target shapes where no IDs are set; a portal named "OUTSIDE..." leads
+    // outside, and so then does the zone it leads to.
     void LinkTargets(VMWShapeInstance3DCollection& owner) override;
 
     uint64_t TargetPortalID = 0;

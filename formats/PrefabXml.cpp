@@ -108,6 +108,8 @@ int32_t SavePrefabXML(VMWShapeInstance3DCollection& shapes, std::string_view pat
         RenewIds(shapes, path);
     for (size_t i = 0; i < shapes.Shapes.size(); ++i)
         shapes.Shapes[i]->Prepare(shapes, static_cast<int>(i));
+    // Targets given as shapes become IDs now that every shape has its ID.
+    EachShape(shapes.Shapes, [&](VMWShapeInstance3D& shape) { shape.LinkTargets(shapes); });
 
     tinyxml2::XMLDocument document;
     tinyxml2::XMLElement* root = document.NewElement("root");

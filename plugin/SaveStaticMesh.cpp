@@ -3,11 +3,14 @@
 #include "base/FileSystem.h"
 #include "base/Path.h"
 #include "formats/SaveCollisionMesh.h"
+#include "formats/SaveVisibility.h"
 #include "formats/SaveWorld.h"
 #include "plugin/SaveCollisionHulls.h"
 #include "report/LogWindow.h"
 #include "settings/SettingsFile.h"
 #include "settings/VExportOptions.h"
+
+#include <random>
 
 void StoreSettings(const std::string& targetPath, const std::string& settingsText)
 {
@@ -30,6 +33,10 @@ VSaveParams StaticSaveParams(const VExportOptions& options)
         params.Flags = static_cast<uint32_t>(options.ExportMaterialSettings) | SaveFlagVisibility | SaveFlagResources;
     }
     params.Console = [](const std::string& line) { LogRaw(line); };
+    // Each export draws the zones' debug colours anew.
+    params.SaveVisibility = [seed = std::random_device {}()](const VMWorld& world, const std::string& folder) {
+        return SaveVisibility(world, folder, seed);
+    };
     return params;
 }
 
