@@ -6,6 +6,7 @@
 #include "base/Path.h"
 #include "base/TextUtil.h"
 #include "formats/DescribeAssetFile.h"
+#include "formats/DescribeVisibility.h"
 #include "formats/PrefabXml.h"
 #include "formats/chunk/LastError.h"
 #include "importers/ImportScene.h"
@@ -31,6 +32,23 @@ std::string ScratchTextureFolder()
     return error ? std::string() : FromNativePath(folder.string());
 }
 
+// A static mesh's zones live in visibility.xml in its settings folder.
+std::string VisibilityFileOf(const std::string& path)
+{
+    if (EqualsNoCase(FileNameOf(path), "visibility.xml"))
+        return path;
+    return EqualsNoCase(ExtensionOf(path), ".qmesh") ? JoinPath(path + "_data", "visibility.xml") : std::string();
+}
+
+bool DescribeVisibilityFile(const std::string& path, std::string& text, std::string& error)
+{
+    VMWShapeInstance3DCollection shapes;
+    if (LoadPrefabXML(path, shapes, error) != 0)
+        return false;
+    text = DescribeVisibility(shapes);
+    return true;
+}
+
 } // namespace
 
 int RunInfo(const std::string& nativePath, std::FILE* out, std::FILE* err)
@@ -46,11 +64,30 @@ int RunInfo(const std::string& nativePath, std::FILE* out, std::FILE* err)
         std::fputs(DescribePrefab(shapes).c_str(), out);
         return 0;
     }
+    const std::string visibilityFile = VisibilityFileOf(path);
+    if (visibilityFile == path) {
+        std::string text;
+        std::string error;
+        if (!DescribeVisibilityFile(path, text, error)) {
+            std::fprintf(err, "kestrel info: '%s': %s\n", nativePath.c_str(), error.c_str());
+            return 1;
+        }
+        std::fputs(text.c_str(), out);
+        return 0;
+    }
     if (IsOwnAssetFile(path)) {
         std::string text;
         if (!DescribeAssetFile(path, text)) {
             std::fprintf(err, "kestrel info: '%s': %s\n", nativePath.c_str(), LastError().Text.c_str());
             return 1;
+        }
+        std::string visibility;
+        std::string error;
+        if (!visibilityFile.empty() && FileExists(visibilityFile)) {
+            if (DescribeVisibilityFile(visibilityFile, visibility, error))
+                text += visibility;
+            else
+                text += "Visibility: " + visibilityFile + " is unreadable: " + error + "\n";
         }
         std::fputs(text.c_str(), out);
         return 0;

@@ -1,9 +1,12 @@
 // "kestrel export" run in-process: the scene loader is handed in, the terminal is a temporary file.
 
 #include "kestrel/ExportCommand.h"
+#include "kestrel/InfoCommand.h"
 
 #include "base/Path.h"
 #include "formats/LoadModel.h"
+#include "formats/PrefabShapes.h"
+#include "formats/PrefabXml.h"
 #include "formats/StaticMeshReader.h"
 #include "formats/chunk/LastError.h"
 #include "model/VMModel.h"
@@ -24,12 +27,14 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <map>
 #include <random>
 #include <set>
 #include <string>
 #include <vector>
 
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 namespace {
 
@@ -387,6 +392,60 @@ TEST_F(ExportCommand, EverySharedSceneExportsAsAModelAndTheSkinnedOnesKeepTheirS
     for (const char* name : {"CesiumMan", "SimpleSkin", "Fox", "skin_2_influence", "maya_kenney_character_7700_binary"})
         EXPECT_TRUE(skinned.count(name)) << name;
     EXPECT_FALSE(skinned.count("box"));
+}
+
+// The house example: two rooms joined by a door, a corridor beyond an arch; both doorways are
+// portal nodes, the screen in the second room an anti-portal.
+TEST_F(ExportCommand, HouseExampleGetsAZoneForEachRoomJoinedByItsPortalsOnlyWithVisibilityOn)
+{
+    ExportRequest request;
+    request.Scene = std::string(KESTREL_SOURCE_DIR) + "/examples/house/house.gltf";
+    request.Target = Native("vis/house.qmesh").string();
+    request.Settings = {"ComputeVisibility=1"};
+    ASSERT_EQ(Run(request, ImportFromFile), 0);
+
+    VMWShapeInstance3DCollection shapes;
+    std::string error;
+    ASSERT_EQ(LoadPrefabXML(FromNativePath(Native("vis/house.qmesh_data/visibility.xml").string()), shapes, error), 0)
+        << error;
+    std::map<std::string, std::set<std::string>> leadsTo;
+    for (const auto& zone : shapes.Shapes) {
+        EXPECT_FALSE(static_cast<const VMWVisibilityZoneInstance&>(*zone).SubMeshIndices.empty()) << zone->Name;
+        for (const auto& child : zone->Children) {
+            const auto& portal = static_cast<const VMWPortalInstance&>(*child);
+            ASSERT_TRUE(portal.TargetZone && portal.TargetPortal) << portal.Name;
+            EXPECT_EQ(portal.TargetPortal->TargetPortal, &portal);
+            leadsTo[zone->Name].insert(portal.TargetZone->Name);
+        }
+    }
+    EXPECT_EQ(leadsTo, (std::map<std::string, std::set<std::string>> {
+                           {"VisZone_RoomA", {"VisZone_RoomB"}},
+                           {"VisZone_RoomB", {"VisZone_RoomA", "VisZone_Corridor"}},
+                           {"VisZone_Corridor", {"VisZone_RoomB"}}}));
+    EXPECT_TRUE(std::filesystem::exists(Native("vis/house.qmesh_data/_debug.VISINFO")));
+
+    std::FILE* out = std::tmpfile();
+    std::FILE* err = std::tmpfile();
+    EXPECT_EQ(RunInfo(request.Target, out, err), 0);
+    std::rewind(out);
+    char buffer[8192] = {};
+    std::fread(buffer, 1, sizeof buffer - 1, out);
+    std::fclose(out);
+    std::fclose(err);
+    EXPECT_THAT(std::string(buffer), HasSubstr("Visibility: 3 zones, 4 portals\n  zone VisZone_RoomB: box"));
+
+    // Without visibility there is no builder: the portal nodes are refused and neither file is
+    // written.
+    request.Target = Native("plain/house.qmesh").string();
+    request.Settings = {"ComputeVisibility=-1"};
+    request.Debug = true;
+    ASSERT_EQ(Run(request, ImportFromFile), 0);
+    EXPECT_THAT(Out, Not(HasSubstr("Calculating visibility")));
+    EXPECT_FALSE(std::filesystem::exists(Native("plain/house.qmesh_data/visibility.xml")));
+    EXPECT_FALSE(std::filesystem::exists(Native("plain/house.qmesh_data/_debug.VISINFO")));
+    std::ifstream trace(Native("plain/debug.txt"), std::ios::binary);
+    const std::string debug((std::istreambuf_iterator<char>(trace)), std::istreambuf_iterator<char>());
+    EXPECT_THAT(debug, HasSubstr("#portals=3\r\n0  Error.\r\n1  Error.\r\n2  Error.\r\n"));
 }
 
 } // namespace
