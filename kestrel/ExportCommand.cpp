@@ -238,7 +238,7 @@ void AddExportCommand(CLI::App& app)
 {
     auto request = std::make_shared<ExportRequest>();
     CLI::App* command = app.add_subcommand("export", "Export a scene (Maya ASCII, FBX, glTF, COLLADA, OBJ) to an "
-                                                     "engine asset (.qmesh, .model)");
+                                                     "engine asset (.qmesh, .model, .prefab)");
     command->add_option("SCENE", request->Scene, "The scene file")->required();
     command->add_option("-o,--output", request->Target, "The asset file to write")->required();
     command->add_option("--selection", request->Selection, "Export only these nodes, as Export Selection does");

@@ -2,6 +2,7 @@
 // Maya API stand-in, in batch mode.
 
 #include "kestrel/ExportCommand.h"
+#include "kestrel/ImportCommand.h"
 #include "kestrel/InfoCommand.h"
 
 #include "base/Version.h"
@@ -22,6 +23,7 @@ int main(int argc, char** argv)
     info->add_option("FILE", infoFile, "The file to describe")->required();
 
     AddExportCommand(app);
+    AddImportCommand(app);
 
     CLI11_PARSE(app, argc, argv);
     if (info->parsed())

@@ -2,6 +2,7 @@
 
 #include "kestrel/ExportCommand.h"
 #include "kestrel/InfoCommand.h"
+#include "kestrel/ImportCommand.h"
 
 #include "base/Path.h"
 #include "formats/LoadModel.h"
@@ -22,6 +23,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -446,6 +450,60 @@ TEST_F(ExportCommand, HouseExampleGetsAZoneForEachRoomJoinedByItsPortalsOnlyWith
     std::ifstream trace(Native("plain/debug.txt"), std::ios::binary);
     const std::string debug((std::istreambuf_iterator<char>(trace)), std::istreambuf_iterator<char>());
     EXPECT_THAT(debug, HasSubstr("#portals=3\r\n0  Error.\r\n1  Error.\r\n2  Error.\r\n"));
+}
+
+// The static mesh's triangles as sets of corners rounded to hundredths: the way back may renumber,
+// reorder and rewind them.
+std::multiset<std::array<std::array<long, 3>, 3>> TriangleSet(const std::filesystem::path& native)
+{
+    VStaticMeshFile mesh;
+    EXPECT_TRUE(ReadStaticMesh(FromNativePath(native.string()), mesh)) << LastError().Text;
+    std::multiset<std::array<std::array<long, 3>, 3>> triangles;
+    for (size_t first = 0; first + 2 < mesh.Indices.size(); first += 3) {
+        std::array<std::array<long, 3>, 3> triangle {};
+        for (size_t corner = 0; corner < 3; ++corner)
+            for (size_t axis = 0; axis < 3; ++axis)
+                triangle[corner][axis] = std::lround(mesh.Vertices[mesh.Indices[first + corner]].Position[axis] * 100.0f);
+        std::sort(triangle.begin(), triangle.end());
+        triangles.insert(triangle);
+    }
+    return triangles;
+}
+
+class ImportCommand : public ExportCommand, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(ImportCommand, ExportedStaticMeshGoesThroughTheSceneFileAndBackWithTheSameTriangles)
+{
+    ASSERT_EQ(Run(Request("first.qmesh")), 0);
+    const std::string scene = Native(std::string("viewer/level") + GetParam()).string();
+
+    std::FILE* out = std::tmpfile();
+    ASSERT_EQ(RunImport(Native("first.qmesh").string(), scene, out, stderr), 0);
+    std::fclose(out);
+
+    ExportRequest again;
+    again.Scene = scene;
+    again.Target = Native("again.qmesh").string();
+    ASSERT_EQ(Run(again, ImportFromFile), 0) << Err;
+    EXPECT_EQ(TriangleSet(Native("again.qmesh")), TriangleSet(Native("first.qmesh")));
+}
+
+INSTANTIATE_TEST_SUITE_P(SceneFormats, ImportCommand, ::testing::Values(".glb", ".fbx", ".obj", ".dae"),
+                         [](const auto& format) { return std::string(format.param + 1); });
+
+TEST_F(ExportCommand, ImportRefusesAssetsAndScenesOfOtherKinds)
+{
+    ASSERT_EQ(Run(Request("first.qmesh")), 0);
+    std::FILE* err = std::tmpfile();
+    EXPECT_EQ(RunImport(Native("first.qmesh").string(), Native("level.blend").string(), stdout, err), 1);
+    EXPECT_EQ(RunImport(Native("first.qcolmesh").string(), Native("level.glb").string(), stdout, err), 1);
+    std::rewind(err);
+    char text[512] = {};
+    std::fread(text, 1, sizeof text - 1, err);
+    std::fclose(err);
+    EXPECT_THAT(text, HasSubstr("level.blend': scenes are written as .glb, .fbx, .obj, .dae\n"));
+    EXPECT_THAT(text, HasSubstr("first.qcolmesh': only static meshes (.qmesh), models (.model) and world text files"));
+    EXPECT_FALSE(std::filesystem::exists(Native("level.glb")));
 }
 
 } // namespace
