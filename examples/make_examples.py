@@ -7,6 +7,9 @@
     house/   two rooms joined by a door, a corridor beyond an arch, crates and a screen (glTF): the
              door and the arch are portal nodes, the screen an anti-portal, marked with the
              plug-in's node attributes as glTF extras
+    yard/    a paved yard (glTF) with two crates and a well that carry zephra_ExportTo, a lamp and a
+             spot light: exported as a prefab, the crates share one nested mesh export and the well
+             has its own
 
 Run from anywhere; the files are written beside this script. The output is deterministic.
 """
@@ -190,7 +193,7 @@ class GltfWriter:
         self.name = name
         self.materials = materials
         self.buffer = bytearray()
-        self.nodes, self.meshes, self.accessors, self.views = [], [], [], []
+        self.nodes, self.meshes, self.accessors, self.views, self.lights = [], [], [], [], []
 
     def _accessor(self, data, count, kind, target, bounds=None):
         self.views.append({"buffer": 0, "byteOffset": len(self.buffer), "byteLength": len(data), "target": target})
@@ -202,8 +205,9 @@ class GltfWriter:
         self.accessors.append(accessor)
         return len(self.accessors) - 1
 
-    def node(self, name, polygons, extras=None):
-        """polygons: (material, corners, facing); facing is the direction the normal must point."""
+    def node(self, name, polygons, extras=None, translation=None):
+        """polygons: (material, corners, facing); facing is the direction the normal must point;
+        corners are in the node's own space, which translation moves."""
         primitives = []
         for material in sorted({m for m, _, _ in polygons}):
             positions, normals = [], []
@@ -232,8 +236,20 @@ class GltfWriter:
                                "material": [m for m, _ in self.materials].index(material)})
         self.meshes.append({"name": name, "primitives": primitives})
         node = {"name": name, "mesh": len(self.meshes) - 1}
+        if translation:
+            node["translation"] = list(translation)
         if extras:
             node["extras"] = extras
+        self.nodes.append(node)
+
+    def light(self, name, light, translation, rotation=None):
+        """light: a KHR_lights_punctual light; it shines along the node's -Z, which rotation
+        (a quaternion x, y, z, w) turns."""
+        self.lights.append(dict(light, name=name))
+        node = {"name": name, "translation": list(translation),
+                "extensions": {"KHR_lights_punctual": {"light": len(self.lights) - 1}}}
+        if rotation:
+            node["rotation"] = list(rotation)
         self.nodes.append(node)
 
     def save(self, folder):
@@ -251,6 +267,9 @@ class GltfWriter:
             "buffers": [{"byteLength": len(self.buffer),
                          "uri": "data:application/octet-stream;base64," + base64.b64encode(self.buffer).decode()}],
         }
+        if self.lights:
+            document["extensionsUsed"] = ["KHR_lights_punctual"]
+            document["extensions"] = {"KHR_lights_punctual": {"lights": self.lights}}
         with open(os.path.join(folder, self.name + ".gltf"), "w", newline="\n") as f:
             json.dump(document, f, indent=1)
             f.write("\n")
@@ -348,8 +367,29 @@ def make_house():
     house.save(folder)
 
 
+def make_yard():
+    """Metres, Y up. A paved square 10 m wide; two crates and a well placed by their nodes, each
+    node naming the project file its subtree is exported to; a warm lamp above the well and a spot
+    light shining straight down on the crates."""
+    folder = os.path.join(HERE, "yard")
+    os.makedirs(folder, exist_ok=True)
+    yard = GltfWriter("yard", [("paving", (0.5, 0.5, 0.48)), ("wood", (0.55, 0.35, 0.2)), ("stone", (0.6, 0.6, 0.62))])
+    yard.node("ground", [("paving", [(-5, 0, -5), (5, 0, -5), (5, 0, 5), (-5, 0, 5)], (0, 1, 0))])
+    crate = closed_box("wood", (-0.4, 0, -0.4), (0.4, 0.8, 0.4))
+    yard.node("crateA", crate, {"zephra_ExportTo": "Meshes\\yard_crate.qmesh"}, (-3, 0, 2))
+    yard.node("crateB", crate, {"zephra_ExportTo": "Meshes\\yard_crate.qmesh"}, (-2, 0, 3))
+    well = closed_box("stone", (-0.8, 0, -0.8), (0.8, 0.9, 0.8))
+    yard.node("well", well, {"zephra_ExportTo": "Meshes\\yard_well.qmesh"}, (2, 0, -1))
+    yard.light("lamp", {"type": "point", "color": [1.0, 0.8, 0.6], "intensity": 40.0}, (2, 3, -1))
+    down = (-math.sqrt(0.5), 0, 0, math.sqrt(0.5))
+    yard.light("spot", {"type": "spot", "color": [0.9, 0.9, 1.0], "intensity": 80.0,
+                        "spot": {"innerConeAngle": 0.3, "outerConeAngle": 0.5}}, (-2.5, 4, 2.5), down)
+    yard.save(folder)
+
+
 if __name__ == "__main__":
     make_level()
     make_crate()
     make_pillar()
     make_house()
+    make_yard()

@@ -31,6 +31,17 @@ echo
 echo "=== examples/house/house.gltf"
 "$kestrel" export examples/house/house.gltf -o "$project/Meshes/house.qmesh" --set ComputeVisibility=1
 
+# The yard is a prefab: its crates share one nested mesh export, the well has its own, and its
+# lamp and spot light become light shapes.
+echo
+echo "=== examples/yard/yard.gltf"
+"$kestrel" export examples/yard/yard.gltf -o "$project/Prefabs/yard.prefab"
+"$kestrel" info "$project/Prefabs/yard.prefab"
+
+# An exported mesh back as a scene any viewer opens.
+echo
+"$kestrel" import "$project/Meshes/level.qmesh" -o out/viewer/level.glb
+
 echo
 echo "The project is $(pwd)/$project:"
 find "$project" -type f | sort | sed 's/^/  /'
