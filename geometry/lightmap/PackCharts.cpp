@@ -48,6 +48,8 @@ struct Profile {
     // bottom of each, for a quick lower bound on where the chart comes to rest.
     int BlockWidth = 1;
     std::vector<int> BlockBottom;
+    // Every column's bottom is the same row, as a rectangle's is.
+    bool Flat = false;
 };
 
 struct Placement {
@@ -98,6 +100,7 @@ Profile Turned(const ChartFootprint& footprint, int turn, int gutter)
     // A flat bottom is bounded exactly by one block; a shaped one needs more, but no fewer than
     // a few columns each, as every block costs a pass over the atlas.
     const auto [lowest, highest] = std::minmax_element(profile.Bottom.begin(), profile.Bottom.end());
+    profile.Flat = *highest == *lowest;
     const int blocks = *highest - *lowest <= 1 ? 1 : std::clamp(profile.Width / MinBlockWidth, 1, MaxBoundBlocks);
     profile.BlockWidth = (profile.Width + blocks - 1) / blocks;
     for (int x = 0; x < profile.Width; x += profile.BlockWidth) {
@@ -124,6 +127,7 @@ public:
         : m_size(size)
         , m_floor(static_cast<size_t>(size), 0)
         , m_prefix(static_cast<size_t>(size) + 1, 0)
+        , m_floorMax(2 * static_cast<size_t>(size), 0)
     {
     }
 
@@ -135,6 +139,8 @@ public:
         const int w = profile.Width;
         if (w > m_size)
             return false;
+        if (profile.Flat)
+            return BestFlat(profile, turn, best, bestScore);
         const int positions = m_size - w + 1;
         const int block = profile.BlockWidth;
         const int blocks = static_cast<int>(profile.BlockBottom.size());
@@ -178,19 +184,82 @@ public:
 
     void Place(const Profile& profile, const Placement& at, int gutter)
     {
-        for (int dx = 0; dx < static_cast<int>(profile.Shadow.size()); ++dx) {
-            const int x = at.X - gutter + dx;
-            if (x < 0 || x >= m_size)
-                continue;
+        const int first = std::max(0, at.X - gutter);
+        const int end = std::min(m_size, at.X - gutter + static_cast<int>(profile.Shadow.size()));
+        for (int x = first; x < end; ++x) {
             int& floor = m_floor[static_cast<size_t>(x)];
-            floor = std::max(floor, at.Y + profile.Shadow[static_cast<size_t>(dx)]);
+            floor = std::max(floor, at.Y + profile.Shadow[static_cast<size_t>(x - at.X + gutter)]);
+            SetFloorMax(x, floor);
         }
-        for (int x = 0; x < m_size; ++x)
+        // The steps of the floor at the columns changed and at the column after them.
+        const auto from = std::lower_bound(m_steps.begin(), m_steps.end(), std::max(1, first));
+        const auto to = std::upper_bound(from, m_steps.end(), std::min(m_size - 1, end));
+        std::vector<int> steps;
+        for (int x = std::max(1, first); x <= std::min(m_size - 1, end); ++x) {
+            if (m_floor[static_cast<size_t>(x)] != m_floor[static_cast<size_t>(x) - 1])
+                steps.push_back(x);
+        }
+        m_steps.insert(m_steps.erase(from, to), steps.begin(), steps.end());
+        // The sums left of the chart and its gutter are unchanged.
+        for (int x = std::max(0, at.X - gutter); x < m_size; ++x)
             m_prefix[static_cast<size_t>(x) + 1] = m_prefix[static_cast<size_t>(x)] + m_floor[static_cast<size_t>(x)];
         m_top = std::max(m_top, at.Y + profile.Height);
     }
 
 private:
+    // Between the places where one of a flat bottom's ends passes a step of the floor, the
+    // chart rests at one height and the empty texels beneath it change by the same amount at
+    // every column, so the leftmost best place is the first or the last column of such a run:
+    // a few places to try instead of every column, each in the time of a look-up of the
+    // highest floor beneath it.
+    bool BestFlat(const Profile& profile, int turn, Placement& best, double& bestScore)
+    {
+        const int w = profile.Width;
+        const int last = m_size - w;
+        m_candidates.assign({0, last});
+        for (int step : m_steps) {
+            for (int x : {step - w - 1, step - w, step - 1, step}) {
+                if (x > 0 && x <= last)
+                    m_candidates.push_back(x);
+            }
+        }
+        bool found = false;
+        for (int x : m_candidates) {
+            const int y = std::max(0, FloorMax(x, x + w) - profile.Bottom.front());
+            const double score = Score(profile, x, y);
+            if (score < bestScore || (found && score == bestScore && x < best.X)) {
+                bestScore = score;
+                best = {best.Pose, turn, x, y};
+                found = true;
+            }
+        }
+        return found;
+    }
+
+    // The highest floor's tree: leaf m_size + x holds column x, every other node the higher of
+    // its two children.
+    void SetFloorMax(int x, int floor)
+    {
+        size_t node = static_cast<size_t>(m_size + x);
+        m_floorMax[node] = floor;
+        for (node /= 2; node > 0; node /= 2)
+            m_floorMax[node] = std::max(m_floorMax[2 * node], m_floorMax[2 * node + 1]);
+    }
+
+    // The highest floor over columns [first, end).
+    int FloorMax(int first, int end) const
+    {
+        int highest = std::numeric_limits<int>::min();
+        for (size_t low = static_cast<size_t>(first + m_size), high = static_cast<size_t>(end + m_size); low < high;
+             low /= 2, high /= 2) {
+            if (low % 2 == 1)
+                highest = std::max(highest, m_floorMax[low++]);
+            if (high % 2 == 1)
+                highest = std::max(highest, m_floorMax[--high]);
+        }
+        return highest;
+    }
+
     // The lowest row at which the profile's bottom clears the horizon at column x.
     int Drop(const Profile& profile, int x) const
     {
@@ -237,6 +306,10 @@ private:
     int m_top = 0;
     std::vector<int> m_floor;
     std::vector<int64_t> m_prefix;
+    std::vector<int> m_floorMax;
+    // The columns whose floor differs from the floor of the column before, in order.
+    std::vector<int> m_steps;
+    std::vector<int> m_candidates;
     std::vector<int> m_forward;
     std::vector<int> m_backward;
     std::vector<int> m_blockMax;
