@@ -1,5 +1,7 @@
 #include "plugin/KestrelCommand.h"
 
+#include "plugin/PrefabProjectFlows.h"
+
 #include <maya/MDagPath.h>
 #include <maya/MFn.h>
 #include <maya/MGlobal.h>
@@ -35,7 +37,11 @@ MStatus PrefabShapeCommand::doIt(const MArgList& args)
     if (args.length() == 0)
         return MS::kInvalidParameter;
     const MString flag = args.asString(0);
-    if (flag == "-edit" || flag == "-setproj" || flag == "-newproj")
-        displayInfo(MString("ZephraPrefab ") + flag + " is not available yet");
+    if (flag == "-edit")
+        EditPrefabNodeSettings();
+    else if (flag == "-setproj")
+        ChoosePrefabProject();
+    else if (flag == "-newproj")
+        CreatePrefabProject();
     return MS::kSuccess;
 }

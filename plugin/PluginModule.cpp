@@ -12,6 +12,7 @@
 #include "settings/PosixProcessLauncher.h"
 #include "settings/ProgramRegistry.h"
 #include "ui/BatchMessageBox.h"
+#include "ui/VFileDialog.h"
 
 #include <cstdio>
 #include <type_traits>
@@ -33,6 +34,9 @@ struct Module {
     PosixProcessLauncher DefaultLauncher;
     BatchMessageBox DefaultMessageBox {stdout};
     BatchOptionsDialog DefaultOptionsDialog;
+    CancelledFileDialog DefaultFileDialog;
+
+    PrefabCommandProject CommandProject;
 };
 
 Module& TheModule()
@@ -50,6 +54,7 @@ void StartPluginModule(const PluginServices& services)
     if (!services.SettingsStore)
         module.DefaultStore.Load();
     module.Settings = ApplicationSettings {};
+    module.CommandProject = PrefabCommandProject {};
     LoadApplicationSettings(TheSettingsStore(), module.Settings);
     module.ModuleFolder = ModuleFolderOf(reinterpret_cast<const void*>(&StartPluginModule));
     module.InstallationFolder = InstallationFolder(TheSettingsStore(), module.ModuleFolder);
@@ -94,6 +99,16 @@ VMessageBox& TheMessageBox()
 VExportOptionsDialog& TheOptionsDialog()
 {
     return ChosenOr(TheModule().Services.OptionsDialog, TheModule().DefaultOptionsDialog);
+}
+
+VFileDialog& TheFileDialog()
+{
+    return ChosenOr(TheModule().Services.FileDialog, TheModule().DefaultFileDialog);
+}
+
+PrefabCommandProject& ThePrefabCommandProject()
+{
+    return TheModule().CommandProject;
 }
 
 ApplicationSettings& TheApplicationSettings()

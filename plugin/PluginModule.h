@@ -10,6 +10,7 @@ struct ApplicationSettings;
 struct ExportSession;
 class VExportFormat;
 class VExportOptionsDialog;
+class VFileDialog;
 class VMessageBox;
 class VProcessLauncher;
 class VReportView;
@@ -22,6 +23,7 @@ struct PluginServices {
     VProcessLauncher* ProcessLauncher = nullptr;
     VMessageBox* MessageBox = nullptr;
     VExportOptionsDialog* OptionsDialog = nullptr;
+    VFileDialog* FileDialog = nullptr;
     // The report dialog after interactive exports; null shows nothing.
     VReportView* ReportView = nullptr;
     // Handed the entries a batch export files as "ErrLog.txt"; the command line prints them, Maya
@@ -43,6 +45,16 @@ VSettingsStore& TheSettingsStore();
 VProcessLauncher& TheProcessLauncher();
 VMessageBox& TheMessageBox();
 VExportOptionsDialog& TheOptionsDialog();
+VFileDialog& TheFileDialog();
+
+// The editor project the prefab command works in, chosen or created by the user; empty until
+// then, and again after each start of the module.
+struct PrefabCommandProject {
+    // Ends with a backslash.
+    std::string Directory;
+    std::string File;
+};
+PrefabCommandProject& ThePrefabCommandProject();
 
 ApplicationSettings& TheApplicationSettings();
 // The folder of the plug-in's own file, and the folder of its data files: the one registered for

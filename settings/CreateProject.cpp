@@ -17,11 +17,17 @@ bool Fail(std::string* error, std::string text)
 
 } // namespace
 
-bool CreateProject(std::string_view path, std::string* error)
+std::string ProjectFileName(std::string_view path)
 {
     std::string projectFile(path);
     if (ToLowerAscii(projectFile).find(".project") == std::string::npos)
         projectFile += ".project";
+    return projectFile;
+}
+
+bool CreateProject(std::string_view path, std::string* error)
+{
+    const std::string projectFile = ProjectFileName(path);
     if (FileExists(projectFile) || DirectoryExists(projectFile))
         return Fail(error, Format("the project file %s already exists", projectFile.c_str()));
 

@@ -9,3 +9,7 @@
 // "Textures", "Prefabs", "Models", "Meshes" and "Shaders". An existing project file is never
 // replaced. On failure answers false with the reason in error.
 bool CreateProject(std::string_view path, std::string* error = nullptr);
+
+// The project file CreateProject makes of path: path itself when it names one, else path with
+// ".project" appended.
+std::string ProjectFileName(std::string_view path);
