@@ -1,6 +1,7 @@
 #include "base/FileSystem.h"
 
 #include "base/Path.h"
+#include "tests/UniqueTempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -10,21 +11,9 @@ namespace {
 
 class FileSystemTest : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        m_native = std::filesystem::temp_directory_path() /
-                   ("kestrel_fs_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-        std::filesystem::remove_all(m_native);
-        std::filesystem::create_directories(m_native);
-        m_root = FromNativePath(m_native.string());
-    }
-    void TearDown() override
-    {
-        std::filesystem::permissions(m_native, std::filesystem::perms::owner_all, std::filesystem::perm_options::add);
-        std::filesystem::remove_all(m_native);
-    }
-    std::filesystem::path m_native;
-    std::string m_root;
+    UniqueTempFolder m_folder{"kestrel_fs"};
+    const std::filesystem::path& m_native = m_folder.Native();
+    const std::string m_root = m_folder.SystemPath();
 };
 
 } // namespace

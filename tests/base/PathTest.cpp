@@ -1,5 +1,7 @@
 #include "base/Path.h"
 
+#include "tests/UniqueTempFolder.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -24,13 +26,12 @@ TEST(Path, SplitsBackslashPaths)
 TEST(Path, NativeConversionFindsFilesUnderAnotherCase)
 {
     namespace fs = std::filesystem;
-    const fs::path root = fs::temp_directory_path() / "kestrel_path_test";
-    fs::remove_all(root);
+    const UniqueTempFolder folder("kestrel_path");
+    const fs::path& root = folder.Native();
     fs::create_directories(root / "Textures");
     std::ofstream(root / "Textures" / "wood.tga") << "x";
 
     const std::string system = FromNativePath(root.string()) + "\\TEXTURES\\Wood.TGA";
     EXPECT_EQ(ToNativePath(system), (root / "Textures" / "wood.tga").string());
     EXPECT_EQ(ToNativePath(FromNativePath(root.string()) + "\\new\\File.txt"), (root / "new" / "File.txt").string());
-    fs::remove_all(root);
 }

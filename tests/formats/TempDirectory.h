@@ -2,33 +2,18 @@
 // A fresh folder per test, removed afterwards, named as a system path.
 
 #include "base/Path.h"
+#include "tests/UniqueTempFolder.h"
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <random>
 #include <string>
 
 class TempDirectory {
 public:
-    TempDirectory()
-    {
-        std::random_device random;
-        m_native = std::filesystem::temp_directory_path() / ("kestrel_formats_" + std::to_string(random()));
-        std::filesystem::create_directories(m_native);
-    }
-    ~TempDirectory()
-    {
-        std::error_code error;
-        std::filesystem::permissions(m_native, std::filesystem::perms::owner_all, error);
-        std::filesystem::remove_all(m_native, error);
-    }
-    TempDirectory(const TempDirectory&) = delete;
-    TempDirectory& operator=(const TempDirectory&) = delete;
-
     // The system path of a name inside the folder.
-    std::string Path(const std::string& name) const { return JoinPath(FromNativePath(m_native.string()), name); }
-    std::filesystem::path Native(const std::string& name) const { return m_native / name; }
+    std::string Path(const std::string& name) const { return JoinPath(m_folder.SystemPath(), name); }
+    std::filesystem::path Native(const std::string& name) const { return m_folder.Native(name); }
 
     void Write(const std::string& name, const std::string& text) const
     {
@@ -43,5 +28,5 @@ public:
     bool Has(const std::string& name) const { return std::filesystem::exists(Native(name)); }
 
 private:
-    std::filesystem::path m_native;
+    UniqueTempFolder m_folder{"kestrel_formats"};
 };

@@ -3,14 +3,13 @@
 #include "geometry/visibility/VBVisBuilder.h"
 #include "model/Validate.h"
 #include "report/KestrelReportMessage.h"
+#include "tests/UniqueTempFolder.h"
 
 #include "VisTestWorlds.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -378,14 +377,14 @@ TEST(VisDebugFile, EveryStageIsDumpedUnderItsTitle)
     VBVisBuilder builder;
     AddPortalAcrossX(builder, 10, -1, -1, 11, 11, "door");
     builder.SetPolygons(world);
-    const std::string path = (std::filesystem::temp_directory_path() / "kestrel_vis_debug.VISINFO").string();
+    const UniqueTempFolder folder("kestrel_vis");
+    const std::string path = folder.Native("debug.VISINFO").string();
     KestrelReportMessage report;
 
     ASSERT_EQ(builder.Build(VBModeWellConnected, true, path, report), 1);
 
     std::ifstream file(path, std::ios::binary);
     const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    std::remove(path.c_str());
     const auto u32 = [&](size_t at) {
         uint32_t value = 0;
         for (int k = 3; k >= 0; --k)

@@ -11,6 +11,7 @@
 #include "model/VMWorld.h"
 #include "report/VIssueKind.h"
 #include "settings/FindProjectFile.h"
+#include "tests/UniqueTempFolder.h"
 
 #include <maya/MFnDependencyNode.h>
 
@@ -28,19 +29,10 @@ protected:
     void SetUp() override
     {
         HarvestTest::SetUp();
-        m_root = fs::temp_directory_path() /
-                 ("kestrel_textures_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-        fs::remove_all(m_root);
         fs::create_directories(m_root / "source");
         fs::create_directories(m_root / "target" / "Textures");
         parameters.Textures.BaseDirectory = SystemDir(m_root / "target");
         parameters.Textures.TextureDirectory = SystemDir(m_root / "target" / "Textures");
-    }
-
-    void TearDown() override
-    {
-        HarvestTest::TearDown();
-        fs::remove_all(m_root);
     }
 
     static std::string SystemDir(const fs::path& path) { return FromNativePath(path.string()) + "\\"; }
@@ -66,7 +58,8 @@ protected:
         return LookupMaterial(State(), world, shader, doubleSided);
     }
 
-    fs::path m_root;
+    UniqueTempFolder m_folder{"kestrel_textures"};
+    const fs::path& m_root = m_folder.Native();
     VMWorld world;
 };
 

@@ -12,6 +12,7 @@
 #include "model/VMModel.h"
 #include "model/VMWorld.h"
 #include "report/VIssueKind.h"
+#include "tests/UniqueTempFolder.h"
 
 #include <algorithm>
 #include <cctype>
@@ -29,9 +30,6 @@ protected:
         const fs::path scene = fs::path(KESTREL_SHARED_SCENES_DIR) / relativePath;
         if (!fs::exists(scene))
             GTEST_SKIP() << "shared scene not present: " << scene;
-        m_textures = fs::temp_directory_path() /
-                     ("kestrel_e2e_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-        fs::remove_all(m_textures);
         fs::create_directories(m_textures / "Textures");
         ImportOptions options;
         options.EmbeddedTextureFolder = FromNativePath((m_textures / "embedded").string());
@@ -41,14 +39,8 @@ protected:
         parameters.Textures.TextureDirectory = FromNativePath((m_textures / "Textures").string()) + "\\";
     }
 
-    void TearDown() override
-    {
-        HarvestTest::TearDown();
-        if (!m_textures.empty())
-            fs::remove_all(m_textures);
-    }
-
-    fs::path m_textures;
+    UniqueTempFolder m_folder{"kestrel_e2e"};
+    const fs::path& m_textures = m_folder.Native();
 };
 
 TEST_F(HarvestImportedSceneTest, TexturedGltfSceneHarvestsIntoASoundWorldWithItsTextureCopied)

@@ -4,6 +4,7 @@
 #include "harvest/HarvestState.h"
 #include "report/DebugFile.h"
 #include "report/KestrelReportMessage.h"
+#include "tests/UniqueTempFolder.h"
 
 #include <maya/MPoint.h>
 #include <standin/SceneBuilder.h>
@@ -79,17 +80,12 @@ protected:
     {
         standin::NewScene();
         parameters.Options.ExportTangents = false;
-        // Parameterised tests have a '/' in their names.
-        std::string name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
-        std::replace(name.begin(), name.end(), '/', '_');
-        m_debugPath = (std::filesystem::temp_directory_path() / ("kestrel_harvest_" + name + ".txt")).string();
         OpenDebugFile(m_debugPath, DebugFileFlushEachLine);
     }
 
     void TearDown() override
     {
         CloseDebugFile();
-        std::filesystem::remove(m_debugPath);
     }
 
     HarvestState& State()
@@ -115,7 +111,8 @@ protected:
 
 private:
     std::unique_ptr<HarvestState> m_state;
-    std::string m_debugPath;
+    UniqueTempFolder m_debugFolder{"kestrel_harvest"};
+    std::string m_debugPath = m_debugFolder.Native("debug.txt").string();
 };
 
 }

@@ -2,6 +2,7 @@
 
 #include "base/Number.h"
 #include "base/Path.h"
+#include "tests/UniqueTempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -53,8 +54,8 @@ std::string MakeTestFolder(const std::string& name)
     // CTest runs tests of one suite in parallel processes, so each test gets a folder of its own.
     const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
     const std::string owner = test ? std::string("_") + test->name() : std::string();
-    const std::filesystem::path folder =
-        std::filesystem::path(testing::TempDir()) / ("kestrel_importers_" + name + owner);
+    static const UniqueTempFolder root("kestrel_importers");
+    const std::filesystem::path folder = root.Native(name + owner);
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     return folder.string();

@@ -1,6 +1,7 @@
 #include "importers/ImportScene.h"
 
 #include "base/Path.h"
+#include "tests/UniqueTempFolder.h"
 
 #include <standin/SceneBuilder.h>
 
@@ -80,8 +81,8 @@ protected:
 
 TEST_F(SharedScene, EmbeddedTexturesAreWrittenOutAndNamedByTheirFileNodes)
 {
-    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "kestrel_embedded";
-    std::filesystem::remove_all(folder);
+    const UniqueTempFolder scratch("kestrel_embedded");
+    const std::filesystem::path folder = scratch.Native("embedded");
     ImportOptions options;
     options.EmbeddedTextureFolder = FromNativePath(folder.string());
     const ImportResult result = Load("fbx/assimp/box_orphant_embedded_texture.fbx", options);

@@ -13,6 +13,7 @@
 #include "model/VMModel.h"
 #include "model/Validate.h"
 #include "importers/ImportScene.h"
+#include "tests/UniqueTempFolder.h"
 
 #include "../geometry/lightmap/AtlasChecks.h"
 
@@ -32,7 +33,6 @@
 #include <fstream>
 #include <functional>
 #include <map>
-#include <random>
 #include <set>
 #include <string>
 #include <vector>
@@ -72,18 +72,9 @@ class ExportCommand : public ::testing::Test {
 protected:
     ExportCommand()
     {
-        std::random_device random;
-        m_folder = std::filesystem::temp_directory_path() / ("kestrel_export_" + std::to_string(random()));
-        std::filesystem::create_directories(m_folder);
         // The command keeps the user's application settings; tests keep theirs apart.
         setenv("XDG_CONFIG_HOME", (m_folder / "config").c_str(), 1);
     }
-    ~ExportCommand() override
-    {
-        std::error_code error;
-        std::filesystem::remove_all(m_folder, error);
-    }
-
     int Run(ExportRequest request, const SceneLoader& loader = LoadTwoCubes)
     {
         std::FILE* out = std::tmpfile();
@@ -149,7 +140,8 @@ private:
         return text;
     }
 
-    std::filesystem::path m_folder;
+    UniqueTempFolder m_scratch{"kestrel_export"};
+    const std::filesystem::path& m_folder = m_scratch.Native();
 };
 
 TEST_F(ExportCommand, ExportsTheWholeSceneAndSaysWhere)

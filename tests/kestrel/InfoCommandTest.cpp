@@ -1,5 +1,7 @@
 #include "kestrel/InfoCommand.h"
 
+#include "tests/UniqueTempFolder.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -40,8 +42,9 @@ Captured RunInfoOn(const std::string& path)
 std::string WriteFile(const std::string& name, const std::string& text)
 {
     // Tests run in parallel processes; each writes into a folder of its own.
-    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) /
-        ("kestrel_info_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
+    static const UniqueTempFolder root("kestrel_info");
+    const std::filesystem::path folder =
+        root.Native(std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
     std::filesystem::create_directories(folder);
     const std::filesystem::path path = folder / name;
     std::ofstream(path, std::ios::binary) << text;

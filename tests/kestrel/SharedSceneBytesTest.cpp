@@ -5,6 +5,7 @@
 
 #include "base/Path.h"
 #include "importers/ImportScene.h"
+#include "tests/UniqueTempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +17,6 @@
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,17 +34,8 @@ class SharedSceneBytes : public ::testing::Test {
 protected:
     SharedSceneBytes()
     {
-        std::random_device random;
-        m_folder = std::filesystem::temp_directory_path() / ("kestrel_bytes_" + std::to_string(random()));
-        std::filesystem::create_directories(m_folder);
         setenv("XDG_CONFIG_HOME", (m_folder / "config").c_str(), 1);
     }
-    ~SharedSceneBytes() override
-    {
-        std::error_code error;
-        std::filesystem::remove_all(m_folder, error);
-    }
-
     int Export(const ExportRequest& request)
     {
         std::FILE* terminal = std::tmpfile();
@@ -53,7 +44,8 @@ protected:
         return code;
     }
 
-    std::filesystem::path m_folder;
+    UniqueTempFolder m_scratch{"kestrel_bytes"};
+    const std::filesystem::path& m_folder = m_scratch.Native();
 };
 
 uint64_t Fnv1a(const std::string& bytes)

@@ -10,6 +10,7 @@
 #include "formats/PrefabXml.h"
 #include "formats/ShapeOrientation.h"
 #include "importers/ImportScene.h"
+#include "tests/UniqueTempFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,7 +20,6 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
-#include <random>
 
 namespace {
 
@@ -64,19 +64,12 @@ class SharedSceneLights : public ::testing::TestWithParam<SceneLights> {
 protected:
     SharedSceneLights()
     {
-        std::random_device random;
-        m_folder = std::filesystem::temp_directory_path() / ("kestrel_lights_" + std::to_string(random()));
         std::filesystem::create_directories(m_folder / "Prefabs");
         std::ofstream(m_folder / "Lights.project");
         setenv("XDG_CONFIG_HOME", (m_folder / "config").c_str(), 1);
     }
-    ~SharedSceneLights() override
-    {
-        std::error_code error;
-        std::filesystem::remove_all(m_folder, error);
-    }
-
-    std::filesystem::path m_folder;
+    UniqueTempFolder m_scratch{"kestrel_lights"};
+    const std::filesystem::path& m_folder = m_scratch.Native();
 };
 
 TEST_P(SharedSceneLights, PrefabLightShapesMatchTheFilesLights)

@@ -10,6 +10,7 @@
 #include "report/VReportView.h"
 #include "settings/IniSettingsStore.h"
 #include "settings/VProcessLauncher.h"
+#include "tests/UniqueTempFolder.h"
 #include "ui/VMessageBox.h"
 
 #include <maya/MPxFileTranslator.h>
@@ -24,7 +25,6 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -91,13 +91,6 @@ public:
 
 class PluginFixture : public ::testing::Test {
 protected:
-    ~PluginFixture() override
-    {
-        std::error_code error;
-        std::filesystem::permissions(m_folder, std::filesystem::perms::owner_all, error);
-        std::filesystem::remove_all(m_folder, error);
-    }
-
     void SetUp() override
     {
         standin::NewScene();
@@ -170,15 +163,7 @@ protected:
     RefusingLauncher Launcher;
 
 private:
-    static std::filesystem::path MakeScratchFolder()
-    {
-        std::random_device random;
-        std::filesystem::path folder =
-            std::filesystem::temp_directory_path() / ("kestrel_plugin_" + std::to_string(random()));
-        std::filesystem::create_directories(folder);
-        return folder;
-    }
-
-    std::filesystem::path m_folder = MakeScratchFolder();
+    UniqueTempFolder m_scratch{"kestrel_plugin"};
+    const std::filesystem::path& m_folder = m_scratch.Native();
     IniSettingsStore m_store {FromNativePath((m_folder / "settings.ini").string())};
 };

@@ -5,29 +5,15 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <random>
 #include <string>
 
 #include "base/Path.h"
+#include "tests/UniqueTempFolder.h"
 
 class TempFolder {
 public:
-    TempFolder()
-    {
-        std::random_device random;
-        m_native = std::filesystem::temp_directory_path() / ("kestrel_report_" + std::to_string(random()));
-        std::filesystem::create_directories(m_native);
-    }
-    ~TempFolder()
-    {
-        std::error_code error;
-        std::filesystem::remove_all(m_native, error);
-    }
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-
-    std::string SystemPath() const { return FromNativePath(m_native.string()) + "\\"; }
-    std::filesystem::path Native(const std::string& name) const { return m_native / name; }
+    std::string SystemPath() const { return m_folder.SystemPath() + "\\"; }
+    std::filesystem::path Native(const std::string& name) const { return m_folder.Native(name); }
 
     bool Has(const std::string& name) const { return std::filesystem::exists(Native(name)); }
     std::string Read(const std::string& name) const
@@ -37,5 +23,5 @@ public:
     }
 
 private:
-    std::filesystem::path m_native;
+    UniqueTempFolder m_folder{"kestrel_report"};
 };

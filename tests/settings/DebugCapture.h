@@ -4,6 +4,7 @@
 #include "base/FileSystem.h"
 #include "base/Path.h"
 #include "report/DebugFile.h"
+#include "tests/UniqueTempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -13,17 +14,10 @@
 class DebugCapture {
 public:
     DebugCapture()
-        : m_path(std::filesystem::temp_directory_path() /
-                 ("kestrel_settings_debug_" +
-                  std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + ".txt"))
     {
         EXPECT_TRUE(OpenDebugFile(FromNativePath(m_path.string()), DebugFileFlushEachLine));
     }
-    ~DebugCapture()
-    {
-        CloseDebugFile();
-        std::filesystem::remove(m_path);
-    }
+    ~DebugCapture() { CloseDebugFile(); }
     DebugCapture(const DebugCapture&) = delete;
     DebugCapture& operator=(const DebugCapture&) = delete;
 
@@ -37,5 +31,6 @@ public:
     }
 
 private:
-    std::filesystem::path m_path;
+    UniqueTempFolder m_folder{"kestrel_settings_debug"};
+    std::filesystem::path m_path = m_folder.Native("debug.txt");
 };

@@ -5,34 +5,19 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <random>
 #include <string>
 
 #include "base/Path.h"
+#include "tests/UniqueTempFolder.h"
 
 class ScratchFolder {
 public:
-    ScratchFolder()
-    {
-        std::random_device random;
-        m_native = std::filesystem::temp_directory_path() / ("kestrel_project_" + std::to_string(random()));
-        std::filesystem::create_directories(m_native);
-    }
-    ~ScratchFolder()
-    {
-        std::error_code error;
-        std::filesystem::remove_all(m_native, error);
-    }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
     // The folder, or a file or folder inside it given with forward slashes, as a system path.
     std::string SystemPath(const std::string& relative = {}) const
     {
-        std::string path = FromNativePath(m_native.string()) + "\\" + FromNativePath(relative);
-        return path;
+        return m_folder.SystemPath() + "\\" + FromNativePath(relative);
     }
-    std::filesystem::path Native(const std::string& relative) const { return m_native / relative; }
+    std::filesystem::path Native(const std::string& relative) const { return m_folder.Native(relative); }
 
     void Write(const std::string& relative, const std::string& contents) const
     {
@@ -49,5 +34,5 @@ public:
     }
 
 private:
-    std::filesystem::path m_native;
+    UniqueTempFolder m_folder{"kestrel_project"};
 };

@@ -2,36 +2,26 @@
 
 #include "base/FileSystem.h"
 #include "base/Path.h"
+#include "tests/UniqueTempFolder.h"
 
 #include "DebugCapture.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 
 namespace {
 
 class SettingsFileTest : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        m_native = std::filesystem::temp_directory_path() /
-                   ("kestrel_settings_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-        std::filesystem::remove_all(m_native);
-        std::filesystem::create_directories(m_native);
-        m_target = JoinPath(FromNativePath(m_native.string()), "hero.model");
-    }
-    void TearDown() override { std::filesystem::remove_all(m_native); }
-
     void WriteDataFolderFile(std::string_view text)
     {
         ASSERT_TRUE(CreateDirectories(m_target + "_data"));
         ASSERT_TRUE(WriteFileAtomically(m_target + "_data\\_config.Xportel", text));
     }
 
-    std::filesystem::path m_native;
-    std::string m_target;
+    UniqueTempFolder m_folder{"kestrel_settings"};
+    std::string m_target = JoinPath(m_folder.SystemPath(), "hero.model");
 };
 
 } // namespace

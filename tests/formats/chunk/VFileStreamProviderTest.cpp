@@ -6,6 +6,7 @@
 #include "formats/chunk/ChunkId.h"
 #include "formats/chunk/LastError.h"
 #include "formats/chunk/VChunkedFile.h"
+#include "tests/UniqueTempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -16,24 +17,15 @@ namespace {
 
 class ChunkFileOnDiskTest : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        m_native = std::filesystem::temp_directory_path() /
-                   ("kestrel_chunk_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-        std::filesystem::remove_all(m_native);
-        std::filesystem::create_directories(m_native);
-        m_root = FromNativePath(m_native.string());
-    }
-    void TearDown() override { std::filesystem::remove_all(m_native); }
-
     std::string FileBytes(const std::string& path) const
     {
         std::string bytes;
         return ReadWholeFile(path, bytes) ? bytes : std::string("<unreadable>");
     }
 
-    std::filesystem::path m_native;
-    std::string m_root;
+    UniqueTempFolder m_folder{"kestrel_chunk"};
+    const std::filesystem::path& m_native = m_folder.Native();
+    const std::string m_root = m_folder.SystemPath();
 };
 
 } // namespace
