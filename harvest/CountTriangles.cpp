@@ -23,6 +23,7 @@ bool TriangleCounter::VisitNode(const MDagPath& path)
     case NodeClassMeshShape: {
         const int verticesBefore = stats.VertexCount;
         const int triangles = CountMeshTriangles(m_state, path);
+        stats.TriangleCount += std::max(triangles, 0);
         DebugPrint("Mesh: %d faces, %d vertices\r\n", triangles, stats.VertexCount - verticesBefore);
         ++stats.MeshNodeCount;
         break;

@@ -32,6 +32,7 @@ struct HarvestParameters {
 
 struct PrecalcStats {
     int32_t VertexCount = 0;
+    int32_t TriangleCount = 0;
     int32_t MeshNodeCount = 0;
     int32_t JointCount = 0;
     // The skeleton root candidate.
