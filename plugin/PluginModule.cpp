@@ -2,8 +2,8 @@
 
 #include "base/FileSystem.h"
 #include "base/TextUtil.h"
-#include "plugin/BatchOptionsDialog.h"
 #include "plugin/ExportSession.h"
+#include "plugin/OptionsDialogHost.h"
 #include "plugin/VExportFormatPrefab.h"
 #include "plugin/VExportFormatQMesh.h"
 #include "plugin/VExportFormatVModel.h"
@@ -33,7 +33,7 @@ struct Module {
     IniSettingsStore DefaultStore {DefaultUserSettingsFilePath()};
     PosixProcessLauncher DefaultLauncher;
     BatchMessageBox DefaultMessageBox {stdout};
-    BatchOptionsDialog DefaultOptionsDialog;
+    OptionsDialogHost DefaultOptionsDialog;
     CancelledFileDialog DefaultFileDialog;
 
     PrefabCommandProject CommandProject;

@@ -9,6 +9,7 @@
 struct ApplicationSettings;
 struct ExportSession;
 class VExportFormat;
+class VDialogView;
 class VExportOptionsDialog;
 class VFileDialog;
 class VMessageBox;
@@ -24,6 +25,8 @@ struct PluginServices {
     VMessageBox* MessageBox = nullptr;
     VExportOptionsDialog* OptionsDialog = nullptr;
     VFileDialog* FileDialog = nullptr;
+    // Shows the dialogs to a person (the options dialog, the node properties); null in batch use.
+    VDialogView* DialogView = nullptr;
     // The report dialog after interactive exports; null shows nothing.
     VReportView* ReportView = nullptr;
     // Handed the entries a batch export files as "ErrLog.txt"; the command line prints them, Maya

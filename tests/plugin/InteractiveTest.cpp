@@ -4,7 +4,7 @@
 #include "TestScenes.h"
 
 #include "formats/CollisionMeshReader.h"
-#include "plugin/BatchOptionsDialog.h"
+#include "plugin/OptionsDialogHost.h"
 #include "plugin/ExportSession.h"
 #include "plugin/VExportFormat.h"
 #include "plugin/VExportOptionsDialog.h"
@@ -22,7 +22,7 @@ public:
     bool ShowOptionsDialog(const VExportFormat& format, ExportSession& session) override
     {
         ++Shown;
-        if (!Confirm || !BatchOptionsDialog().ShowOptionsDialog(format, session))
+        if (!Confirm || !OptionsDialogHost().ShowOptionsDialog(format, session))
             return false;
         if (Edit)
             Edit(session.Options);

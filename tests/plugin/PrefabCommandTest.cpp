@@ -4,7 +4,7 @@
 #include "PluginFixture.h"
 #include "TestScenes.h"
 
-#include "plugin/BatchOptionsDialog.h"
+#include "plugin/OptionsDialogHost.h"
 #include "plugin/ExportSession.h"
 #include "plugin/VExportOptionsDialog.h"
 #include "ui/VFileDialog.h"
@@ -47,7 +47,7 @@ public:
         if (!NewTarget.empty())
             session.TargetFile = NewTarget;
         session.Options.MeshFactor = 2.5f;
-        return BatchOptionsDialog().ShowOptionsDialog(format, session);
+        return OptionsDialogHost().ShowOptionsDialog(format, session);
     }
     std::vector<int32_t> ShownWithCenterMethod;
     std::string NewTarget;
