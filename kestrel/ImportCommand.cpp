@@ -44,7 +44,7 @@ void AddImportCommand(CLI::App& app)
 {
     auto asset = std::make_shared<std::string>();
     auto scene = std::make_shared<std::string>();
-    CLI::App* command = app.add_subcommand("import", "Turn an engine asset (.qmesh, .model, .V3D) back into a scene "
+    CLI::App* command = app.add_subcommand("import", "Turn an engine asset (.qmesh, .qcolmesh, .model, .V3D) back into a scene "
                                                      "file (.glb, .fbx, .obj, .dae) that any viewer opens");
     command->add_option("ASSET", *asset, "The asset file")->required();
     command->add_option("-o,--output", *scene, "The scene file to write")->required();

@@ -1,7 +1,8 @@
 #pragma once
-// "kestrel import ASSET -o SCENE": reads a static mesh (.qmesh), a model (.model) or an older world
-// text file (*.V3D) as the static translators' import does, and writes the one mesh it makes as a
-// scene file any viewer opens (.glb, .fbx, .obj or .dae, by the output's extension).
+// "kestrel import ASSET -o SCENE": reads a static or collision mesh (.qmesh, .qcolmesh), a model
+// (.model) or an older world text file (*.V3D) as the static translators' import does, and writes
+// the one mesh it makes as a scene file any viewer opens (.glb, .fbx, .obj or .dae, by the output's
+// extension).
 
 #include <cstdio>
 #include <string>

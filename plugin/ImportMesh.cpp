@@ -2,6 +2,7 @@
 
 #include "base/Path.h"
 #include "base/TextUtil.h"
+#include "formats/CollisionMeshReader.h"
 #include "formats/LoadModel.h"
 #include "formats/LoadV3DWorld.h"
 #include "formats/StaticMeshReader.h"
@@ -52,13 +53,26 @@ bool FromModel(VMModel& model, ImportedMesh& mesh)
 }
 
 // The static export wrote Maya's (x, y, z) as (x, -z, y).
+void AddExportedPoint(const float* position, ImportedMesh& mesh)
+{
+    mesh.Points.insert(mesh.Points.end(), {position[0], position[2], -position[1]});
+}
+
 void FromStaticMesh(const VStaticMeshFile& file, ImportedMesh& mesh)
 {
     for (const VStaticMeshVertex& vertex : file.Vertices)
-        mesh.Points.insert(mesh.Points.end(), {vertex.Position[0], vertex.Position[2], -vertex.Position[1]});
+        AddExportedPoint(vertex.Position, mesh);
     const size_t triangles = std::min(file.Indices.size() / 3, static_cast<size_t>(std::max(file.TriangleCount, 0)));
     mesh.Counts.assign(triangles, 3);
     mesh.Connects.assign(file.Indices.begin(), file.Indices.begin() + static_cast<std::ptrdiff_t>(3 * triangles));
+}
+
+void FromCollisionMesh(const VCollisionMeshFile& file, ImportedMesh& mesh)
+{
+    for (size_t i = 0; i + 2 < file.Positions.size(); i += 3)
+        AddExportedPoint(&file.Positions[i], mesh);
+    mesh.Counts.assign(file.Indices.size() / 3, 3);
+    mesh.Connects.assign(file.Indices.begin(), file.Indices.end());
 }
 
 const char* StatusText(const MStatus& status)
@@ -96,7 +110,17 @@ bool LoadImportedMesh(const std::string& path, ImportedMesh& mesh, std::string& 
         FromStaticMesh(file, mesh);
         return true;
     }
-    error = "only static meshes (.qmesh), models (.model) and world text files (.V3D) are imported";
+    if (EqualsNoCase(ExtensionOf(path), ".qcolmesh")) {
+        VCollisionMeshFile file;
+        if (!ReadCollisionMesh(path, file)) {
+            error = LastError().Text;
+            return false;
+        }
+        FromCollisionMesh(file, mesh);
+        return true;
+    }
+    error = "only static meshes (.qmesh), collision meshes (.qcolmesh), models (.model) and world text files (.V3D) "
+            "are imported";
     return false;
 }
 

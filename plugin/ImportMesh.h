@@ -1,6 +1,6 @@
 #pragma once
-// The static translators' reader: a static mesh (.qmesh), a model (.model) or an older world text
-// file (*.V3D) back into Maya as one mesh with a new blinn shader, so that an exported asset can be
+// The static translators' reader: a static mesh (.qmesh), its collision mesh (.qcolmesh), a model
+// (.model) or an older world text file (*.V3D) back into Maya as one mesh with a new blinn shader, so that an exported asset can be
 // looked at, edited or handed on.
 
 #include <maya/MStatus.h>
@@ -20,7 +20,7 @@ struct ImportedMesh {
 };
 
 // False with the reason in error for a file of another kind or one that cannot be read. Our own
-// static meshes come back where they were exported from (the inverse of the export's axes);
+// static and collision meshes come back where they were exported from (the inverse of the export's axes);
 // models and world text files take Maya (x, y, z) = the file's (y, z, x).
 bool LoadImportedMesh(const std::string& path, ImportedMesh& mesh, std::string& error);
 

@@ -488,13 +488,13 @@ TEST_F(ExportCommand, ImportRefusesAssetsAndScenesOfOtherKinds)
     ASSERT_EQ(Run(Request("first.qmesh")), 0);
     std::FILE* err = std::tmpfile();
     EXPECT_EQ(RunImport(Native("first.qmesh").string(), Native("level.blend").string(), stdout, err), 1);
-    EXPECT_EQ(RunImport(Native("first.qcolmesh").string(), Native("level.glb").string(), stdout, err), 1);
+    EXPECT_EQ(RunImport(Native("first.anim").string(), Native("level.glb").string(), stdout, err), 1);
     std::rewind(err);
     char text[512] = {};
     std::fread(text, 1, sizeof text - 1, err);
     std::fclose(err);
     EXPECT_THAT(text, HasSubstr("level.blend': scenes are written as .glb, .fbx, .obj, .dae\n"));
-    EXPECT_THAT(text, HasSubstr("first.qcolmesh': only static meshes (.qmesh), models (.model) and world text files"));
+    EXPECT_THAT(text, HasSubstr("first.anim': only static meshes (.qmesh), collision meshes (.qcolmesh), models (.model)"));
     EXPECT_FALSE(std::filesystem::exists(Native("level.glb")));
 }
 

@@ -96,14 +96,16 @@ protected:
     }
 };
 
-TEST_F(MeshImport, ExportedStaticMeshComesBackWithTheSameTrianglesAndABlinn)
+class ExportedMeshImport : public MeshImport, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(ExportedMeshImport, ComesBackWithTheSameTrianglesAndABlinn)
 {
     AssignMaterial(AddTetrahedron(), "stone");
     MDagPath original;
     MItDag(MItDag::kDepthFirst, MFn::kMesh).getPath(original);
     ASSERT_TRUE(ExportAll("rock.qmesh"));
 
-    ASSERT_TRUE(Import("rock.qmesh"));
+    ASSERT_TRUE(Import(std::string("rock") + GetParam()));
 
     const MDagPath imported = Imported();
     EXPECT_EQ(Triangles(imported), Triangles(original));
@@ -113,6 +115,9 @@ TEST_F(MeshImport, ExportedStaticMeshComesBackWithTheSameTrianglesAndABlinn)
     EXPECT_EQ(shaders.length(), 1u);
     EXPECT_TRUE(MessageBoxes.Requests.empty());
 }
+
+INSTANTIATE_TEST_SUITE_P(StaticAndCollisionMesh, ExportedMeshImport, ::testing::Values(".qmesh", ".qcolmesh"),
+                         [](const auto& kind) { return std::string(kind.param + 1); });
 
 TEST_F(MeshImport, ModelCornersTakeMayaXYZFromTheFilesYZX)
 {
