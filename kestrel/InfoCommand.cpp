@@ -40,13 +40,28 @@ std::string VisibilityFileOf(const std::string& path)
     return EqualsNoCase(ExtensionOf(path), ".qmesh") ? JoinPath(path + "_data", "visibility.xml") : std::string();
 }
 
-bool DescribeVisibilityFile(const std::string& path, std::string& text, std::string& error)
+using ShapeDescriber = std::string (*)(const VMWShapeInstance3DCollection&);
+
+// A prefab and visibility.xml are both shape files; only what is said about the shapes differs.
+bool DescribeShapeFile(const std::string& path, ShapeDescriber describe, std::string& text, std::string& error)
 {
     VMWShapeInstance3DCollection shapes;
     if (LoadPrefabXML(path, shapes, error) != 0)
         return false;
-    text = DescribeVisibility(shapes);
+    text = describe(shapes);
     return true;
+}
+
+int PrintShapeFile(const std::string& nativePath, ShapeDescriber describe, std::FILE* out, std::FILE* err)
+{
+    std::string text;
+    std::string error;
+    if (!DescribeShapeFile(FromNativePath(nativePath), describe, text, error)) {
+        std::fprintf(err, "kestrel info: '%s': %s\n", nativePath.c_str(), error.c_str());
+        return 1;
+    }
+    std::fputs(text.c_str(), out);
+    return 0;
 }
 
 } // namespace
@@ -54,27 +69,11 @@ bool DescribeVisibilityFile(const std::string& path, std::string& text, std::str
 int RunInfo(const std::string& nativePath, std::FILE* out, std::FILE* err)
 {
     const std::string path = FromNativePath(nativePath);
-    if (EqualsNoCase(ExtensionOf(path), ".prefab")) {
-        VMWShapeInstance3DCollection shapes;
-        std::string error;
-        if (LoadPrefabXML(path, shapes, error) != 0) {
-            std::fprintf(err, "kestrel info: '%s': %s\n", nativePath.c_str(), error.c_str());
-            return 1;
-        }
-        std::fputs(DescribePrefab(shapes).c_str(), out);
-        return 0;
-    }
+    if (EqualsNoCase(ExtensionOf(path), ".prefab"))
+        return PrintShapeFile(nativePath, DescribePrefab, out, err);
     const std::string visibilityFile = VisibilityFileOf(path);
-    if (visibilityFile == path) {
-        std::string text;
-        std::string error;
-        if (!DescribeVisibilityFile(path, text, error)) {
-            std::fprintf(err, "kestrel info: '%s': %s\n", nativePath.c_str(), error.c_str());
-            return 1;
-        }
-        std::fputs(text.c_str(), out);
-        return 0;
-    }
+    if (visibilityFile == path)
+        return PrintShapeFile(nativePath, DescribeVisibility, out, err);
     if (IsOwnAssetFile(path)) {
         std::string text;
         if (!DescribeAssetFile(path, text)) {
@@ -84,7 +83,7 @@ int RunInfo(const std::string& nativePath, std::FILE* out, std::FILE* err)
         std::string visibility;
         std::string error;
         if (!visibilityFile.empty() && FileExists(visibilityFile)) {
-            if (DescribeVisibilityFile(visibilityFile, visibility, error))
+            if (DescribeShapeFile(visibilityFile, DescribeVisibility, visibility, error))
                 text += visibility;
             else
                 text += "Visibility: " + visibilityFile + " is unreadable: " + error + "\n";
@@ -98,7 +97,7 @@ int RunInfo(const std::string& nativePath, std::FILE* out, std::FILE* err)
     }
     if (!CanImportScene(path)) {
         std::fprintf(err, "kestrel info: '%s': not a scene or asset file kestrel can read "
-                          "(Maya ASCII, FBX, glTF, COLLADA, OBJ, .qmesh, .qcolmesh, .model, .anim, .prefab)\n",
+                          "(Maya ASCII, FBX, glTF, COLLADA, OBJ, .qmesh, .qcolmesh, .model, .anim, .prefab, visibility.xml)\n",
                      nativePath.c_str());
         return 1;
     }
