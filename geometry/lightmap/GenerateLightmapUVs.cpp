@@ -5,7 +5,9 @@
 #include "model/VMWorld.h"
 #include "report/VGLogger.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <unordered_map>
@@ -20,26 +22,39 @@ constexpr int GutterTexels = 5;
 
 // Every polygon a triangle of the world's own vertices with a listed material, and nothing
 // else that refers to vertices: the pass rebuilds the vertex list from the polygons alone.
-bool CanUnwrap(const VMWorld& world)
+bool CanUnwrap(VMWorld& world)
 {
     if (!world.TriLists.IsEmpty() || !world.Patches.IsEmpty() || !world.Heightfields.IsEmpty())
         return false;
     std::unordered_map<const VMMaterial*, int> listed;
     for (const VMMaterial* material : world.Materials)
         listed.emplace(material, 0);
-    std::unordered_map<const VMVertex*, int> vertices;
-    vertices.reserve(static_cast<size_t>(world.Vertices.Count()));
-    for (const VMVertex* vertex : world.Vertices)
-        vertices.emplace(vertex, 0);
+    // A corner is one of the world's vertices when the list holds it at the place its index
+    // names; the indices are numbered for the look-up and given back after.
+    if (world.Vertices.HasEmptySlots())
+        return false;
+    std::vector<uint32_t> indices;
+    indices.reserve(static_cast<size_t>(world.Vertices.Count()));
+    uint32_t place = 0;
+    for (VMVertex* vertex : world.Vertices) {
+        indices.push_back(vertex->Index);
+        vertex->Index = place++;
+    }
+    const auto owned = [&world](const VMVertex* corner) {
+        return corner != nullptr && world.Vertices.Get(static_cast<int>(corner->Index)) == corner;
+    };
+    bool unwrappable = true;
     for (const VMPolygon* polygon : world.Polygons) {
-        if (polygon == nullptr || polygon->CornerCount() != 3 || !listed.contains(polygon->Material()))
-            return false;
-        for (const VMVertex* corner : polygon->Corners) {
-            if (!vertices.contains(corner))
-                return false;
+        if (polygon == nullptr || polygon->CornerCount() != 3 || !listed.contains(polygon->Material()) ||
+            !std::all_of(polygon->Corners.begin(), polygon->Corners.end(), owned)) {
+            unwrappable = false;
+            break;
         }
     }
-    return true;
+    place = 0;
+    for (VMVertex* vertex : world.Vertices)
+        vertex->Index = indices[place++];
+    return unwrappable;
 }
 
 // One material's share of the old lists: its triangles in world order and their distinct

@@ -288,12 +288,24 @@ TEST_P(RefusedWorld, IsLeftUntouched)
         world.Patches.Add(patch);
         break;
     }
-    default: {
+    case 2: {
         VMMaterial stray;
         world.Polygons.Get(0)->SetMaterial(&stray);
         EXPECT_EQ(GenerateLightmapUVs(world, 64, 0.1f, nullptr), -1);
         world.Polygons.Get(0)->SetMaterial(material);
         EXPECT_EQ(world.Polygons.Get(0)->Corners[0], v[0]);
+        return;
+    }
+    default: {
+        // A corner outside the vertex list, numbered as if it were the list's first vertex.
+        VMVertex stray;
+        v[3]->Index = 7;
+        VMVertex*& corner = world.Polygons.Get(1)->Corners[2];
+        corner = &stray;
+        EXPECT_EQ(GenerateLightmapUVs(world, 64, 0.1f, nullptr), -1);
+        corner = v[3];
+        EXPECT_EQ(v[3]->Index, 7u);
+        EXPECT_EQ(world.Polygons.Get(1)->Corners[0], v[2]);
         return;
     }
     }
@@ -303,7 +315,7 @@ TEST_P(RefusedWorld, IsLeftUntouched)
     EXPECT_EQ(world.HasSecondUV, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(QuadPatchOrUnlistedMaterial, RefusedWorld, ::testing::Range(0, 3));
+INSTANTIATE_TEST_SUITE_P(QuadPatchUnlistedMaterialOrStrayCorner, RefusedWorld, ::testing::Range(0, 4));
 
 TEST(GenerateLightmapUVs, LeavesAWorldWithoutPolygonsAlone)
 {
