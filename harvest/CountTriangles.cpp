@@ -43,7 +43,7 @@ int CountMeshTriangles(HarvestState& state, const MDagPath& path)
         return -1;
     PrecalcStats& stats = state.Stats;
     for (MItMeshVertex& vertices = *access.Vertices; !vertices.isDone(); vertices.next()) {
-        const MPoint p = vertices.position(MSpace::kWorld);
+        const MPoint p = access.WorldPosition();
         const float position[3] = {static_cast<float>(p.x), static_cast<float>(p.y), static_cast<float>(p.z)};
         for (int i = 0; i < 3; ++i) {
             stats.Min[i] = std::min(stats.Min[i], position[i]);

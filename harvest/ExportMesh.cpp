@@ -121,7 +121,7 @@ bool ExportMeshInto(HarvestState& state, const MDagPath& path, Container& contai
             state.Report.AddIssue(IssueOutOfMemory, "ExportMesh: vertex");
             return false;
         }
-        const MPoint p = vertices.position(MSpace::kWorld);
+        const MPoint p = access.WorldPosition();
         vertex->Position[0] = static_cast<float>(p.x);
         vertex->Position[1] = static_cast<float>(-p.z);
         vertex->Position[2] = static_cast<float>(p.y);
@@ -291,7 +291,7 @@ void GetPolygonsInto(HarvestState& state, MeshAccess& access, Container& contain
 
     NodePolygonContext context;
     context.Access = &access;
-    context.InverseMatrix = path.inclusiveMatrixInverse();
+    context.InverseMatrix = access.PlacementInverse;
     context.Mirrored = context.InverseMatrix.det3x3() < 0.0;
     context.Tangents = access.BaseUVCount() > 0 && state.Parameters.Options.ExportTangents;
     context.UseLightmapUVs = state.Parameters.Options.LightmapUVs == 2 && access.LightmapUVCount() > 0;

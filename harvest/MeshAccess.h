@@ -7,6 +7,7 @@
 #include <maya/MFnMesh.h>
 #include <maya/MItMeshPolygon.h>
 #include <maya/MItMeshVertex.h>
+#include <maya/MMatrix.h>
 #include <maya/MObject.h>
 #include <maya/MString.h>
 
@@ -22,6 +23,11 @@ struct MeshAccess {
     MObject InputMesh;
     std::unique_ptr<MItMeshPolygon> Polygons;
     std::unique_ptr<MItMeshVertex> Vertices;
+    // Where the points read lie in the world: the path's inclusive matrix, or for a skin cluster's
+    // input mesh the cluster's geomMatrix. Maya skins the input points from there, so that is where
+    // they stand against the joints' bind matrices; an input mesh has no place of its own.
+    MMatrix Placement;
+    MMatrix PlacementInverse;
 
     // (u, 1 - v) pairs of the current UV set, by UV index.
     std::vector<float> BaseUVs;
@@ -32,6 +38,7 @@ struct MeshAccess {
     uint8_t InvalidUVIndexSeen = 0;
     uint8_t InvalidTangentsSeen = 0;
 
+    MPoint WorldPosition() const { return Vertices->position(MSpace::kObject) * Placement; }
     int BaseUVCount() const { return static_cast<int>(BaseUVs.size() / 2); }
     int LightmapUVCount() const { return static_cast<int>(LightmapUVs.size() / 2); }
 };

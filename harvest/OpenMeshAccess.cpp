@@ -3,15 +3,29 @@
 #include "report/DebugFile.h"
 
 #include <maya/MFnDependencyNode.h>
+#include <maya/MFnMatrixData.h>
 #include <maya/MItDependencyGraph.h>
 #include <maya/MPlug.h>
 #include <maya/MStatus.h>
 
 namespace {
 
+// The skin cluster's geomMatrix: the shape's world matrix when it was bound. Identity when unset,
+// as Maya reads a matrix attribute that holds no value.
+MMatrix GeomMatrix(const MFnDependencyNode& skin)
+{
+    MStatus status;
+    const MPlug plug = skin.findPlug(MString("geomMatrix"), &status);
+    MObject data;
+    if (!status || plug.isNull() || !plug.getValue(data) || data.isNull())
+        return MMatrix();
+    MFnMatrixData matrix(data, &status);
+    return status ? matrix.matrix() : MMatrix();
+}
+
 // The first skin cluster upstream of the shape's "inMesh" whose first input geometry holds a
-// mesh: the mesh as it was before skinning.
-MObject FindPreSkinMesh(const MFnMesh& mesh)
+// mesh: the mesh as it was before skinning, and where the cluster places it.
+MObject FindPreSkinMesh(const MFnMesh& mesh, MMatrix& placement)
 {
     MStatus status;
     MPlug inMesh = mesh.findPlug(MString("inMesh"), &status);
@@ -37,8 +51,10 @@ MObject FindPreSkinMesh(const MFnMesh& mesh)
             continue;
         geometry = geometry.child(0, &status);
         MObject data;
-        if (status && geometry.getValue(data) && !data.isNull())
+        if (status && geometry.getValue(data) && !data.isNull()) {
+            placement = GeomMatrix(skin);
             return data;
+        }
     }
     return MObject();
 }
@@ -60,12 +76,15 @@ bool OpenMeshAccess(MeshAccess& access, const MDagPath& path, bool usePreSkin)
     MStatus polygonStatus;
     MStatus vertexStatus;
     if (usePreSkin)
-        access.InputMesh = FindPreSkinMesh(access.Mesh);
+        access.InputMesh = FindPreSkinMesh(access.Mesh, access.Placement);
     if (!access.InputMesh.isNull() && access.Mesh.setObject(access.InputMesh)) {
+        access.PlacementInverse = access.Placement.inverse();
         access.Polygons = std::make_unique<MItMeshPolygon>(access.InputMesh, &polygonStatus);
         access.Vertices = std::make_unique<MItMeshVertex>(access.InputMesh, &vertexStatus);
     } else {
         access.InputMesh = MObject();
+        access.Placement = path.inclusiveMatrix();
+        access.PlacementInverse = path.inclusiveMatrixInverse();
         access.Polygons = std::make_unique<MItMeshPolygon>(path, MObject::kNullObj, &polygonStatus);
         access.Vertices = std::make_unique<MItMeshVertex>(path, MObject::kNullObj, &vertexStatus);
     }

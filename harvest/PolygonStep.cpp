@@ -83,8 +83,8 @@ void ReadCorner(NodePolygonContext& context, MItMeshPolygon& polygon, int corner
         !ReadUV(polygon, corner, &access.LightmapSetName, access.LightmapUVs, access, values.LightmapUV))
         values.LightmapUV[0] = values.LightmapUV[1] = 0.0f;
     MVector normal;
-    if (polygon.getNormal(static_cast<unsigned int>(corner), normal, MSpace::kWorld))
-        ToEngineAxes(normal, values.Normal);
+    if (polygon.getNormal(static_cast<unsigned int>(corner), normal, MSpace::kObject))
+        ToEngineAxes(normal.transformAsNormal(context.InverseMatrix).normal(), values.Normal);
     if (context.Tangents)
         ReadTangent(context, corner, values);
     MapMaterialUV(material, values.BaseUV);

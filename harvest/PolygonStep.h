@@ -34,7 +34,7 @@ struct NodePolygonContext {
     bool Tangents = false;
     bool Mirrored = false;
     bool SplitEveryReuse = false;
-    // Brings the node's object-space tangents into world space.
+    // Brings the node's object-space normals and tangents into world space.
     MMatrix InverseMatrix;
     NodeRenderAttributes RenderAttributes;
     uint32_t MeshNodeNumber = 0;
