@@ -1,5 +1,6 @@
 #include "importers/assimp/ReadAssimpScene.h"
 
+#include "importers/SceneRecordBytes.h"
 #include "importers/TransformMath.h"
 #include "importers/assimp/AssimpContext.h"
 #include "importers/assimp/ChildProcessTrial.h"
@@ -24,6 +25,7 @@
 #include <fstream>
 #include <functional>
 #include <new>
+#include <optional>
 #include <string_view>
 #include <system_error>
 
@@ -368,6 +370,26 @@ bool Guarded(ImportResult& result, const std::string& fileName, const std::funct
     return false;
 }
 
+// Reads through a configured importer and converts what it read into the record.
+bool ReadAndConvert(const std::function<const aiScene*(Assimp::Importer&)>& read, AssimpFormat format,
+                    const std::string& scenePath, const ImportOptions& options, const std::string& fileName,
+                    SceneRecord& record, ImportResult& result)
+{
+    Assimp::Importer importer;
+    ConfigureImporter(importer);
+    const aiScene* scene = read(importer);
+    if (!scene) {
+        result.Error = "'" + fileName + "': " + importer.GetErrorString();
+        return false;
+    }
+    AssimpContext context(*scene, format, scenePath, options, record, result);
+    if (!ConvertScene(context)) {
+        result.Error = "'" + fileName + "': " + result.Error;
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 MMatrix ToMayaMatrix(const aiMatrix4x4& m)
@@ -442,30 +464,22 @@ bool ReadAssimpFile(const std::string& path, const ImportOptions& options, Scene
             result.Error = "'" + fileName + "': " + result.Error;
             return false;
         }
-        const auto read = [&](Assimp::Importer& importer) {
-            ConfigureImporter(importer);
-            return importer.ReadFile(ToNativePath(path), kAssimpSteps);
-        };
-        const bool finishes = FinishesInChildProcess([&] {
-            Assimp::Importer trial;
-            read(trial);
+        // The child reads into its own copies of the record and the answer and hands both back; it writes any
+        // embedded textures on its way.
+        const std::optional<std::string> packed = RunInChildProcess([&] {
+            const bool read = Guarded(result, fileName, [&] {
+                return ReadAndConvert(
+                    [&](Assimp::Importer& importer) { return importer.ReadFile(ToNativePath(path), kAssimpSteps); },
+                    format, path, options, fileName, record, result);
+            });
+            return PackSceneRecord(read, record, result);
         });
-        if (!finishes) {
+        bool read = false;
+        if (!packed || !UnpackSceneRecord(*packed, read, record, result)) {
             result.Error = "'" + fileName + "': " + kAssimpCrashed;
             return false;
         }
-        Assimp::Importer importer;
-        const aiScene* scene = read(importer);
-        if (!scene) {
-            result.Error = "'" + fileName + "': " + importer.GetErrorString();
-            return false;
-        }
-        AssimpContext context(*scene, format, path, options, record, result);
-        if (!ConvertScene(context)) {
-            result.Error = "'" + fileName + "': " + result.Error;
-            return false;
-        }
-        return true;
+        return read;
     });
 }
 
@@ -488,20 +502,12 @@ bool ReadAssimpMemory(const void* data, size_t size, const std::string& extensio
             result.Error = "'" + fileName + "': " + result.Error;
             return false;
         }
-        Assimp::Importer importer;
-        ConfigureImporter(importer);
-        const aiScene* scene = importer.ReadFileFromMemory(data, size, kAssimpSteps, extension.c_str());
-        if (!scene) {
-            result.Error = "'" + fileName + "': " + importer.GetErrorString();
-            return false;
-        }
         ImportOptions options;
         options.WriteEmbeddedTextures = false;
-        AssimpContext context(*scene, format, std::string(), options, record, result);
-        if (!ConvertScene(context)) {
-            result.Error = "'" + fileName + "': " + result.Error;
-            return false;
-        }
-        return true;
+        return ReadAndConvert(
+            [&](Assimp::Importer& importer) {
+                return importer.ReadFileFromMemory(data, size, kAssimpSteps, extension.c_str());
+            },
+            format, std::string(), options, fileName, record, result);
     });
 }
