@@ -35,15 +35,25 @@ void AppendBytes(std::string& key, const T& value)
     key.append(bytes, sizeof(T));
 }
 
-MPoint ConvertPoint(MeshBuilder& builder, const aiVector3D& p)
+bool IsFinite(const aiVector3D& p)
+{
+    return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
+}
+
+// Warned for once per corner, whether or not the corner's vertex was converted before.
+void WarnOfNonFinitePoint(MeshBuilder& builder, const aiVector3D& p)
+{
+    if (!IsFinite(p))
+        builder.Context.Result.Warn("Vertex positions that are not numbers are placed at the origin");
+}
+
+MPoint ConvertPoint(const MeshBuilder& builder, const aiVector3D& p)
 {
     double x = p.x;
     double y = p.y;
     double z = p.z;
-    if (!std::isfinite(x) || !std::isfinite(y) || !std::isfinite(z)) {
-        builder.Context.Result.Warn("Vertex positions that are not numbers are placed at the origin");
+    if (!IsFinite(p))
         x = y = z = 0.0;
-    }
     const MMatrix& m = builder.PointMatrix;
     return MPoint(x * m[0][0] + y * m[1][0] + z * m[2][0] + m[3][0], x * m[0][1] + y * m[1][1] + z * m[2][1] + m[3][1],
                   x * m[0][2] + y * m[1][2] + z * m[2][2] + m[3][2]);
@@ -114,14 +124,17 @@ int WeldedVertex(MeshBuilder& builder, const MPoint& point, const VertexSkin& sk
     return found->second;
 }
 
+bool IsFiniteUV(const aiVector3D& uv)
+{
+    return std::isfinite(uv.x) && std::isfinite(uv.y);
+}
+
 int UVId(MeshBuilder& builder, size_t set, const aiVector3D& uv)
 {
     float u = uv.x;
     float v = uv.y;
-    if (!std::isfinite(u) || !std::isfinite(v)) {
-        builder.Context.Result.Warn("Texture coordinates that are not numbers are set to 0");
+    if (!IsFiniteUV(uv))
         u = v = 0.0f;
-    }
     uint32_t uBits = 0;
     uint32_t vBits = 0;
     std::memcpy(&uBits, &u, sizeof(u));
@@ -167,6 +180,11 @@ void AddFaces(MeshBuilder& builder, const aiMesh& part, bool withNormals)
     const std::vector<VertexSkin> skins = ReadBones(builder, part);
     const int material = RecordMaterialFor(context, part.mMaterialIndex);
     std::vector<int> corners;
+    // The vertex and UV ids depend only on the source vertex, so each is looked up once: the first corner of
+    // a source vertex adds it where a lookup per corner would have.
+    const size_t setCount = mesh.UVSets.size();
+    std::vector<int> vertexOfSource(part.mNumVertices, -1);
+    std::vector<int> uvOfSource(part.mNumVertices * setCount, -1);
     for (unsigned int f = 0; f < part.mNumFaces; ++f) {
         const aiFace& face = part.mFaces[f];
         if (face.mNumIndices < 3 || !face.mIndices) {
@@ -183,21 +201,32 @@ void AddFaces(MeshBuilder& builder, const aiMesh& part, bool withNormals)
         corners.clear();
         for (unsigned int c = 0; c < face.mNumIndices; ++c) {
             const unsigned int source = face.mIndices[c];
-            const MPoint point = ConvertPoint(builder, part.mVertices[source]);
-            int vertex = WeldedVertex(builder, point, skins[source]);
+            WarnOfNonFinitePoint(builder, part.mVertices[source]);
+            int& welded = vertexOfSource[source];
+            if (welded < 0)
+                welded = WeldedVertex(builder, ConvertPoint(builder, part.mVertices[source]), skins[source]);
+            int vertex = welded;
             // Maya polygons cannot pass through one vertex twice; such corners keep a vertex of their own.
             if (std::find(corners.begin(), corners.end(), vertex) != corners.end()) {
                 context.Result.Warn("Polygons passing twice through one point keep a separate vertex for each pass");
                 vertex = static_cast<int>(mesh.Points.size());
-                mesh.Points.push_back(point);
+                mesh.Points.push_back(ConvertPoint(builder, part.mVertices[source]));
                 builder.VertexSkins.push_back(skins[source]);
             }
             corners.push_back(vertex);
-            for (size_t set = 0; set < mesh.UVSets.size(); ++set) {
+            for (size_t set = 0; set < setCount; ++set) {
                 const unsigned int channel = static_cast<unsigned int>(set);
-                mesh.UVSets[set].Ids.push_back(part.HasTextureCoords(channel)
-                                                   ? UVId(builder, set, part.mTextureCoords[channel][source])
-                                                   : -1);
+                if (!part.HasTextureCoords(channel)) {
+                    mesh.UVSets[set].Ids.push_back(-1);
+                    continue;
+                }
+                const aiVector3D& uv = part.mTextureCoords[channel][source];
+                if (!IsFiniteUV(uv))
+                    context.Result.Warn("Texture coordinates that are not numbers are set to 0");
+                int& id = uvOfSource[source * setCount + set];
+                if (id < 0)
+                    id = UVId(builder, set, uv);
+                mesh.UVSets[set].Ids.push_back(id);
             }
             if (withNormals)
                 mesh.Normals.push_back(ConvertNormal(builder, part.mNormals[source]));
