@@ -482,8 +482,10 @@ bool PackCharts(std::vector<Chart>& charts, int atlasSize, int gutter)
     }
     const double grown = gutter + 1.0;
     const double room = FirstFill * inner * inner - static_cast<double>(charts.size()) * grown * grown;
+    // The positive root of area * scale^2 + grown * sides * scale = room, in the form that does
+    // not cancel to zero (or below) when a chart is so long that the gutters outweigh the area.
     double scale = area > 0.0 && room > 0.0
-        ? (-grown * sides + std::sqrt(grown * grown * sides * sides + 4.0 * area * room)) / (2.0 * area)
+        ? 2.0 * room / (grown * sides + std::sqrt(grown * grown * sides * sides + 4.0 * area * room))
         : 1.0;
     double fits = 0.0;
     double fails = std::numeric_limits<double>::infinity();

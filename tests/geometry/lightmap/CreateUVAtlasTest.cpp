@@ -122,6 +122,22 @@ TEST(CreateUVAtlas, PacksTrianglesWithoutAreaOfAnyLength)
     EXPECT_GT((b[0] - a[0]) * (c[1] - a[1]) - (b[1] - a[1]) * (c[0] - a[0]), 0.0f);
 }
 
+// A sliver 1e32 long with some area, and a triangle without area on two of its corners.
+TEST(CreateUVAtlas, PacksASliverOfAnyLength)
+{
+    const std::vector<float> positions {28, 27.25f, -16.5f, 2, 0.25f, 0, 1.12e32f, -29.75f, -31.25f};
+    const std::vector<uint32_t> indices {2, 1, 0, 2, 1, 2};
+    UVAtlasParams params;
+    params.Size = 32;
+    params.MaxStretch = 0.0f;
+    UVAtlas atlas;
+    ASSERT_EQ(CreateUVAtlas(positions, indices, params, atlas), 0);
+    for (float uv : atlas.UVs) {
+        EXPECT_GE(uv, 0.0f);
+        EXPECT_LE(uv, 1.0f);
+    }
+}
+
 // Each separate triangle is a chart, and each chart needs a texel and its gutter.
 TEST(CreateUVAtlas, FailsWhenTheChartsCannotFitTheAtlasAtAnyScale)
 {
