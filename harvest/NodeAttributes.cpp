@@ -1,6 +1,7 @@
 #include "harvest/NodeAttributes.h"
 
 #include <maya/MFnDependencyNode.h>
+#include <maya/MFnNumericAttribute.h>
 #include <maya/MStatus.h>
 
 namespace {
@@ -107,4 +108,17 @@ std::string GetNodeTypeName(const MObject& node)
     if (!status)
         return "Unknown type";
     return type.asChar();
+}
+
+bool AddNumericAttribute(const MObject& node, const MString& name, MFnNumericData::Type type, double defaultValue)
+{
+    MStatus status;
+    MFnDependencyNode fn(node, &status);
+    if (!status)
+        return false;
+    MFnNumericAttribute numeric;
+    const MObject attribute = numeric.create(name, name, type, defaultValue, &status);
+    if (!status || !numeric.setHidden(true))
+        return false;
+    return bool(fn.addAttribute(attribute));
 }

@@ -3,6 +3,7 @@
 // artists tag the transform they see in the outliner, the exporter meets the shape.
 
 #include <maya/MDagPath.h>
+#include <maya/MFnNumericData.h>
 #include <maya/MObject.h>
 #include <maya/MPlug.h>
 #include <maya/MString.h>
@@ -24,3 +25,6 @@ bool GetOwnStringAttribute(const MString& name, const MDagPath& path, std::strin
 std::string GetNodeName(const MObject& node);
 // "(NULL)" for a null object, "Unknown type" on any other failure.
 std::string GetNodeTypeName(const MObject& node);
+
+// Adds a hidden numeric attribute with the default to the node; false when Maya refuses it.
+bool AddNumericAttribute(const MObject& node, const MString& name, MFnNumericData::Type type, double defaultValue);
