@@ -4,6 +4,9 @@
 #include "plugin/CreateProj.h"
 #include "plugin/ImportExportScene.h"
 #include "plugin/KestrelCommand.h"
+#ifdef KESTREL_MAYA_QT
+#include "plugin/MayaDialogs.h"
+#endif
 #include "plugin/PluginModule.h"
 #include "plugin/VExportFormat.h"
 
@@ -48,6 +51,9 @@ constexpr std::array Commands {
 MStatus initializePlugin(MObject object)
 {
     MFnPlugin plugin(object, "Orvalle GmbH", ExporterVersionText, "Any");
+#ifdef KESTREL_MAYA_QT
+    UseMayaDialogs();
+#endif
     for (const Entry& translator : ExportTranslators) {
         if (const VExportFormat* format = FindExportFormat(translator.Name))
             plugin.registerFileTranslator(format->TranslatorName(), "none", translator.Creator, nullptr, nullptr,

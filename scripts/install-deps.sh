@@ -8,6 +8,7 @@ packages=(
   libtinyxml2-dev libassimp-dev libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev libmeshoptimizer-dev
   libqhull-dev
+  qt6-base-dev
   libeigen3-dev zlib1g-dev
   locales
 )

@@ -1,6 +1,7 @@
 #include "ui/ReportDialog.h"
 
 #include "ui/DialogLayoutBuilder.h"
+#include "ui/VDialogView.h"
 
 namespace rc = ReportControl;
 
@@ -60,4 +61,10 @@ void ReportDialog::Command(int id)
         SetText(rc::Description, selected ? m_entries[static_cast<size_t>(selection)].Explanation : std::string());
         SetText(rc::Detail, selected ? m_entries[static_cast<size_t>(selection)].Detail : std::string());
     }
+}
+
+void DialogReportView::ShowReport(std::string_view caption, const std::vector<VReportEntry>& entries)
+{
+    ReportDialog dialog(caption, entries);
+    RunDialog(dialog, &m_view, UnseenDialog::Cancels);
 }

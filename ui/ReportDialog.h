@@ -3,6 +3,7 @@
 // title; the selected entry's explanation and detail below.
 
 #include "report/VReportEntry.h"
+#include "report/VReportView.h"
 #include "ui/Dialog.h"
 
 #include <string_view>
@@ -23,4 +24,19 @@ public:
 
 private:
     std::vector<VReportEntry> m_entries;
+};
+
+class VDialogView;
+
+// The report as the dialog above, shown in a dialog view.
+class DialogReportView final : public VReportView {
+public:
+    explicit DialogReportView(VDialogView& view)
+        : m_view(view)
+    {
+    }
+    void ShowReport(std::string_view caption, const std::vector<VReportEntry>& entries) override;
+
+private:
+    VDialogView& m_view;
 };
