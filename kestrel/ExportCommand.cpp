@@ -8,7 +8,7 @@
 #include "geometry/lightmap/GenerateLightmapUVs.h"
 #include "importers/ImportScene.h"
 #include "kestrel/LightmapPicture.h"
-#include "plugin/PluginEntry.h"
+#include "kestrel/LoadedPlugin.h"
 #include "plugin/PluginModule.h"
 #include "report/LogWindow.h"
 #include "report/ReportText.h"
@@ -34,8 +34,6 @@
 
 namespace {
 
-constexpr const char* PluginName = "Kestrel";
-
 class PrintedReport final : public VReportView {
 public:
     PrintedReport(std::FILE* out, TerminalLogSink& log) : m_out(out), m_log(log) {}
@@ -51,22 +49,6 @@ public:
 private:
     std::FILE* m_out;
     TerminalLogSink& m_log;
-};
-
-// The plug-in loaded for one export and everything it was handed, let go in reverse order.
-class LoadedPlugin {
-public:
-    explicit LoadedPlugin(const PluginServices& services) { StartPluginModule(services); }
-    ~LoadedPlugin()
-    {
-        standin::UnloadPlugin(PluginName);
-        StopPluginModule();
-        SetLogSink(nullptr);
-    }
-    LoadedPlugin(const LoadedPlugin&) = delete;
-    LoadedPlugin& operator=(const LoadedPlugin&) = delete;
-
-    bool Load() { return static_cast<bool>(standin::LoadPlugin(PluginName, initializePlugin, uninitializePlugin)); }
 };
 
 // "Key=Value" lines as the settings block stores them; nothing (with the reason) for an
@@ -94,13 +76,6 @@ std::optional<std::string> OptionBlock(const std::vector<std::string>& settings,
         block += "// " + std::string(option->Name) + " : " + value + "\r\n";
     }
     return block;
-}
-
-std::string AbsoluteNative(const std::string& path)
-{
-    std::error_code error;
-    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
-    return error ? path : absolute.lexically_normal().string();
 }
 
 // The export translator that claims the target; the project translator is not one.
@@ -156,6 +131,13 @@ int WriteLightmapPictures(const std::string& picture, const std::string& target,
 }
 
 } // namespace
+
+std::string AbsoluteNative(const std::string& path)
+{
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+    return error ? path : absolute.lexically_normal().string();
+}
 
 int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::FILE* out, std::FILE* err)
 {

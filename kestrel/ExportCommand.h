@@ -29,6 +29,9 @@ struct ExportRequest {
 // Replaces the stand-in's scene by the file's (a system path); false with the reason in error.
 using SceneLoader = std::function<bool(const std::string& path, std::string& error)>;
 
+// A path typed on the command line, made absolute and normal (as typed when that fails).
+std::string AbsoluteNative(const std::string& path);
+
 // Returns the process exit code: 0 when the translator answered success.
 int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::FILE* out, std::FILE* err);
 

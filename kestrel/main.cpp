@@ -4,13 +4,72 @@
 #include "kestrel/ExportCommand.h"
 #include "kestrel/ImportCommand.h"
 #include "kestrel/InfoCommand.h"
+#include "kestrel/OptionsCommand.h"
 
 #include "base/Version.h"
 
 #include <CLI/CLI.hpp>
 
+#ifdef KESTREL_WITH_QT
+#include "ui/qt/QtDialogView.h"
+
+#include <QApplication>
+
+#include <memory>
+#endif
+
 #include <cstdio>
+#include <cstdlib>
 #include <string>
+
+namespace {
+
+// Qt gives up on the whole process when it finds no display, so ask first.
+bool HasDisplay()
+{
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        const char* value = std::getenv(variable);
+        if (value && *value)
+            return true;
+    }
+    return false;
+}
+
+// The desktop's dialogs, opened when a command first needs them. The application object must go
+// before the process exits, so main owns it.
+class Desktop {
+public:
+    explicit Desktop([[maybe_unused]] char* program)
+#ifdef KESTREL_WITH_QT
+        : m_argv {program, nullptr}
+#endif
+    {
+    }
+
+    DesktopDialogs Open()
+    {
+#ifdef KESTREL_WITH_QT
+        if (!HasDisplay())
+            return {nullptr, nullptr, "neither DISPLAY nor WAYLAND_DISPLAY is set"};
+        if (!m_application)
+            m_application = std::make_unique<QApplication>(m_argc, m_argv);
+        return {&m_view, &m_messageBox, {}};
+#else
+        return {nullptr, nullptr, HasDisplay() ? "this kestrel was built without Qt" : "no display, and no Qt"};
+#endif
+    }
+
+private:
+#ifdef KESTREL_WITH_QT
+    int m_argc = 1;
+    char* m_argv[2];
+    std::unique_ptr<QApplication> m_application;
+    QtDialogView m_view;
+    QtMessageBox m_messageBox;
+#endif
+};
+
+} // namespace
 
 int main(int argc, char** argv)
 {
@@ -24,6 +83,8 @@ int main(int argc, char** argv)
 
     AddExportCommand(app);
     AddImportCommand(app);
+    Desktop desktop(argv[0]);
+    AddOptionsCommand(app, [&desktop] { return desktop.Open(); });
 
     CLI11_PARSE(app, argc, argv);
     if (info->parsed())

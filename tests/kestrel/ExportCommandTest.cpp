@@ -16,6 +16,7 @@
 #include "tests/UniqueTempFolder.h"
 
 #include "../geometry/lightmap/AtlasChecks.h"
+#include "CapturedRun.h"
 
 #include <maya/MObject.h>
 #include <maya/MPoint.h>
@@ -77,13 +78,10 @@ protected:
     }
     int Run(ExportRequest request, const SceneLoader& loader = LoadTwoCubes)
     {
-        std::FILE* out = std::tmpfile();
-        std::FILE* err = std::tmpfile();
-        const int code = RunExport(request, loader, out, err);
-        Out = Contents(out);
-        Err = Contents(err);
-        std::fclose(out);
-        std::fclose(err);
+        CapturedRun run;
+        const int code = run.Run([&](std::FILE* out, std::FILE* err) { return RunExport(request, loader, out, err); });
+        Out = run.Out;
+        Err = run.Err;
         return code;
     }
     ExportRequest Request(const std::string& target) const
@@ -130,16 +128,6 @@ protected:
     std::string Err;
 
 private:
-    static std::string Contents(std::FILE* file)
-    {
-        std::string text;
-        std::rewind(file);
-        char buffer[4096];
-        for (size_t read; (read = std::fread(buffer, 1, sizeof buffer, file)) > 0;)
-            text.append(buffer, read);
-        return text;
-    }
-
     UniqueTempFolder m_scratch{"kestrel_export"};
     const std::filesystem::path& m_folder = m_scratch.Native();
 };
