@@ -43,6 +43,7 @@ protected:
 
 TEST_F(ChunkReadTest, EmptyFileOpensAndEndsAtTheMarker)
 {
+    SetLastError("Failed to open file 'x'");
     ASSERT_TRUE(OpenBytes(HeaderBytes() + IntBytes(EndMarker)));
     EXPECT_EQ(m_file.GetVersion(), 0x00010000u);
     EXPECT_FALSE(m_file.OpenChunk(VChunkedFile::AnyChunk));
@@ -197,12 +198,8 @@ TEST_F(ChunkReadTest, FindChunkSkipsOtherChunksAndStopsAtTheWantedOne)
     ASSERT_EQ(m_file.ReadInt(value), 4);
     EXPECT_EQ(value, 3);
     EXPECT_TRUE(m_file.EndChunk());
-}
-
-TEST_F(ChunkReadTest, FindChunkWithAnyIdentifierTakesTheNextChunk)
-{
+    m_file.Close();
     ASSERT_TRUE(OpenBytes(HeaderBytes() + Chunk(0, Geom, "") + IntBytes(EndMarker)));
-    uint32_t id = 0;
     ASSERT_TRUE(m_file.FindChunk(&id, nullptr, VChunkedFile::AnyChunk));
     EXPECT_EQ(id, Geom);
 }
@@ -241,15 +238,12 @@ TEST_F(ChunkReadTest, UnexpectedIdentifierNamesActualThenExpected)
     EXPECT_FALSE(m_file.Close());
 }
 
-TEST_F(ChunkReadTest, OlderVersionIsAcceptedAndKept)
+TEST_F(ChunkReadTest, OlderVersionsAreReadAndBrokenHeadersRefusedWithTheirReason)
 {
     ASSERT_TRUE(OpenBytes(Bytes({0x56, 0x42, 0x49, 0x4E}) + IntBytes(0x00000001) + IntBytes(EndMarker)));
     EXPECT_EQ(m_file.GetVersion(), 1u);
     EXPECT_TRUE(m_file.Close());
-}
 
-TEST_F(ChunkReadTest, BrokenHeadersAreRefusedWithTheirReason)
-{
     const std::pair<std::string, const char*> headers[] = {
         {Bytes({0x56, 0x42, 0x49, 0x4E}) + IntBytes(0x00010001) + IntBytes(EndMarker), "File version not supported"},
         {Bytes({0x56, 0x42, 0x49, 0x4E, 0x00, 0x00}), "File version not supported"},
@@ -268,13 +262,6 @@ TEST_F(ChunkReadTest, BrokenHeadersAreRefusedWithTheirReason)
     EXPECT_FALSE(m_file.Open("absent.model", &m_files));
     EXPECT_EQ(LastError().Text, "File 'absent.model' not found");
     EXPECT_FALSE(m_file.Close());
-}
-
-TEST_F(ChunkReadTest, OpenClearsThePreviousLastError)
-{
-    SetLastError("Failed to open file 'x'");
-    ASSERT_TRUE(OpenBytes(HeaderBytes() + IntBytes(EndMarker)));
-    EXPECT_EQ(LastError().Text, "");
 }
 
 TEST_F(ChunkReadTest, ReadPastTheChunkEndFailsAndReadsNothing)
@@ -319,20 +306,14 @@ TEST_F(ChunkReadTest, EndMarkerInsideAChunkEndsTheInput)
     EXPECT_EQ(LastError().Text, "Chunk stack corruption. Missing end tag?");
 }
 
-TEST_F(ChunkReadTest, CloseWithAnOpenChunkIsAMissingEndTag)
+TEST_F(ChunkReadTest, WritingFailsWhileReadingAndCloseWithAnOpenChunkIsAMissingEndTag)
 {
     ASSERT_TRUE(OpenBytes(HeaderBytes() + Chunk(0, Head, "") + IntBytes(EndMarker)));
-    ASSERT_TRUE(m_file.OpenChunk(Head));
-    EXPECT_FALSE(m_file.Close());
-    EXPECT_EQ(LastError().Text, "Chunk stack corruption. Missing end tag?");
-}
-
-TEST_F(ChunkReadTest, WritingOperationsFailWhileReading)
-{
-    ASSERT_TRUE(OpenBytes(HeaderBytes() + IntBytes(EndMarker)));
     EXPECT_FALSE(m_file.StartChunk(Head));
     EXPECT_FALSE(m_file.WriteInt(1));
     EXPECT_FALSE(m_file.WriteString("x"));
     EXPECT_EQ(m_file.GetMode(), VChunkedFile::Mode::Reading);
-    EXPECT_TRUE(m_file.Close());
+    ASSERT_TRUE(m_file.OpenChunk(Head));
+    EXPECT_FALSE(m_file.Close());
+    EXPECT_EQ(LastError().Text, "Chunk stack corruption. Missing end tag?");
 }

@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -92,12 +94,6 @@ protected:
 };
 
 } // namespace
-
-TEST(ChunkIdTest, PutsTheFirstCharacterInTheMostSignificantByte)
-{
-    EXPECT_EQ(MakeChunkId("MODL"), 0x4D4F444Cu);
-    EXPECT_EQ(MakeChunkId("HEAD"), 0x48454144u);
-}
 
 TEST_F(ChunkWriteTest, FileWithoutChunksIsHeaderAndEndMarker)
 {
@@ -204,32 +200,24 @@ TEST_F(ChunkWriteTest, ChunkEndedShortOfItsKnownSizeIsFilledWithZerosAndWarned)
     EXPECT_TRUE(m_file.Errors.empty());
 }
 
-TEST_F(ChunkWriteTest, WriteStringStoresLengthAndBytesWithoutTerminator)
+TEST_F(ChunkWriteTest, StringsStoreLengthAndBytesWithoutTerminatorAndFillsRepeatTheByte)
 {
     ASSERT_TRUE(m_file.Create("out.model", &m_files));
     ASSERT_TRUE(m_file.StartChunk(Head));
     ASSERT_TRUE(m_file.WriteString("abc"));
     ASSERT_TRUE(m_file.WriteString(static_cast<const char*>(nullptr)));
     ASSERT_TRUE(m_file.WriteString(std::string()));
-    ASSERT_TRUE(m_file.EndChunk());
-    ASSERT_TRUE(m_file.Close());
-    EXPECT_EQ(Written().substr(20, 15), Bytes({
-                                            0x03, 0x00, 0x00, 0x00, 0x61, 0x62, 0x63, // "abc"
-                                            0xFF, 0xFF, 0xFF, 0xFF,                   // null text
-                                            0x00, 0x00, 0x00, 0x00,                   // empty text
-                                        }));
-}
-
-TEST_F(ChunkWriteTest, WriteFillRepeatsTheByte)
-{
-    ASSERT_TRUE(m_file.Create("out.model", &m_files));
-    ASSERT_TRUE(m_file.StartChunk(Head));
     ASSERT_TRUE(m_file.WriteFill(3, 0x5A));
     EXPECT_TRUE(m_file.WriteFill(0, 0x11));
     EXPECT_TRUE(m_file.WriteFill(-4, 0x11));
     ASSERT_TRUE(m_file.EndChunk());
     ASSERT_TRUE(m_file.Close());
-    EXPECT_EQ(Written().substr(16, 7), IntBytes(3) + Bytes({0x5A, 0x5A, 0x5A}));
+    EXPECT_EQ(Written().substr(16, 22), IntBytes(18) + Bytes({
+                                                           0x03, 0x00, 0x00, 0x00, 0x61, 0x62, 0x63, // "abc"
+                                                           0xFF, 0xFF, 0xFF, 0xFF,                   // null text
+                                                           0x00, 0x00, 0x00, 0x00,                   // empty text
+                                                           0x5A, 0x5A, 0x5A,                         // fill
+                                                       }));
 }
 
 TEST_F(ChunkWriteTest, ManyNestedDeferredChunksAllGetTheirSizes)
@@ -266,46 +254,25 @@ TEST_F(ChunkWriteTest, WritePastKnownSizeFailsAndWritesNothing)
     EXPECT_EQ(m_files.FindFile("out.model"), nullptr);
 }
 
-TEST_F(ChunkWriteTest, StringThatDoesNotFitTheKnownSizeFailsWithoutWritingItsLength)
+TEST_F(ChunkWriteTest, EveryWayOfOverrunningAKnownSizeFails)
 {
-    ASSERT_TRUE(m_file.Create("out.model", &m_files));
-    ASSERT_TRUE(m_file.StartChunk(Head, 6));
-    EXPECT_FALSE(m_file.WriteString("abc"));
-    EXPECT_EQ(LastError().Text, "Tried to write chunk data beyond chunk size");
-    EXPECT_EQ(m_file.GetPosition(), 20u);
-    m_file.Close();
-}
-
-TEST_F(ChunkWriteTest, FillPastKnownSizeFails)
-{
-    ASSERT_TRUE(m_file.Create("out.model", &m_files));
-    ASSERT_TRUE(m_file.StartChunk(Head, 4));
-    EXPECT_FALSE(m_file.WriteFill(5, 0));
-    EXPECT_EQ(LastError().Text, "Tried to write chunk data beyond chunk size");
-    m_file.Close();
-}
-
-TEST_F(ChunkWriteTest, NestedChunkOverrunningItsParentsKnownSizeFailsAtTheParentsEnd)
-{
-    ASSERT_TRUE(m_file.Create("out.model", &m_files));
-    ASSERT_TRUE(m_file.StartChunk(Modl, 10));
-    ASSERT_TRUE(m_file.StartChunk(Head));
-    ASSERT_TRUE(m_file.WriteInt(1));
-    ASSERT_TRUE(m_file.EndChunk());
-    EXPECT_FALSE(m_file.EndChunk());
-    EXPECT_EQ(LastError().Text, "Tried to write chunk data beyond chunk size");
-    EXPECT_FALSE(m_file.Close());
-}
-
-TEST_F(ChunkWriteTest, KnownSizeChunkInsideDeferredChunkIsBoundedByItsOwnSize)
-{
-    ASSERT_TRUE(m_file.Create("out.model", &m_files));
-    ASSERT_TRUE(m_file.StartChunk(Modl));
-    ASSERT_TRUE(m_file.StartChunk(Head, 4));
-    ASSERT_TRUE(m_file.WriteInt(3));
-    EXPECT_FALSE(m_file.WriteInt(4));
-    EXPECT_EQ(LastError().Text, "Tried to write chunk data beyond chunk size");
-    m_file.Close();
+    const std::function<bool(VChunkedFile&)> overruns[] = {
+        // A string that does not fit writes not even its length.
+        [](VChunkedFile& f) { return f.StartChunk(Head, 6) && (f.WriteString("abc") || f.GetPosition() != 20u); },
+        [](VChunkedFile& f) { return f.StartChunk(Head, 4) && f.WriteFill(5, 0); },
+        // A nested deferred chunk is checked against its parent's size when the parent ends.
+        [](VChunkedFile& f) {
+            return f.StartChunk(Modl, 10) && f.StartChunk(Head) && f.WriteInt(1) && f.EndChunk() && f.EndChunk();
+        },
+        [](VChunkedFile& f) { return f.StartChunk(Modl) && f.StartChunk(Head, 4) && f.WriteInt(3) && f.WriteInt(4); },
+    };
+    for (size_t k = 0; k < std::size(overruns); ++k) {
+        RecordingChunkedFile file;
+        ASSERT_TRUE(file.Create("out.model", &m_files));
+        EXPECT_FALSE(overruns[k](file)) << k;
+        EXPECT_EQ(LastError().Text, "Tried to write chunk data beyond chunk size") << k;
+        EXPECT_FALSE(file.Close()) << k;
+    }
 }
 
 TEST_F(ChunkWriteTest, KnownSizeChunkInsideDeferredChunkIsFilledUpInTheBuffer)
@@ -356,52 +323,27 @@ TEST_F(ChunkWriteTest, EveryOperationFailsOnceTheFileIsInError)
     EXPECT_EQ(m_file.GetRemainingChunkBytes(), 0);
     EXPECT_FALSE(m_file.Close());
     EXPECT_EQ(m_file.GetMode(), VChunkedFile::Mode::Error);
-    EXPECT_EQ(m_file.Errors.size(), 1u) << "only the first failure is reported";
-}
-
-TEST_F(ChunkWriteTest, ErrorIsReportedWithItsChunkAndPosition)
-{
-    ASSERT_TRUE(m_file.Create("out.model", &m_files));
-    ASSERT_TRUE(m_file.StartChunk(Modl, 0));
-    ASSERT_FALSE(m_file.WriteInt(1));
-    ASSERT_EQ(m_file.Errors.size(), 1u);
+    ASSERT_EQ(m_file.Errors.size(), 1u) << "only the first failure is reported";
     EXPECT_EQ(m_file.Errors[0].Text, "Tried to write chunk data beyond chunk size");
-    EXPECT_EQ(m_file.Errors[0].ChunkId, Modl);
+    EXPECT_EQ(m_file.Errors[0].ChunkId, Head);
     EXPECT_EQ(m_file.Errors[0].Position, 20u);
-    m_file.Close();
 }
 
-TEST_F(ChunkWriteTest, ReadingOperationsFailWhileWriting)
-{
-    ASSERT_TRUE(m_file.Create("out.model", &m_files));
-    int32_t value = 0;
-    EXPECT_EQ(m_file.ReadInt(value), 0);
-    EXPECT_FALSE(m_file.OpenChunk(VChunkedFile::AnyChunk));
-    EXPECT_EQ(m_file.ReadString(), "");
-    EXPECT_EQ(m_file.GetMode(), VChunkedFile::Mode::Writing);
-    EXPECT_TRUE(m_file.Close());
-}
-
-TEST_F(ChunkWriteTest, WritingOperationsFailWhenNoFileIsOpen)
+TEST_F(ChunkWriteTest, OperationsOutsideTheirModeFail)
 {
     EXPECT_FALSE(m_file.StartChunk(Head));
     EXPECT_FALSE(m_file.WriteInt(1));
     EXPECT_FALSE(m_file.EndChunk());
     EXPECT_FALSE(m_file.Close());
     EXPECT_EQ(m_file.GetMode(), VChunkedFile::Mode::Closed);
-}
 
-TEST_F(ChunkWriteTest, CreateClearsThePreviousLastError)
-{
     SetLastError("Failed to create file 'x'");
     ASSERT_TRUE(m_file.Create("out.model", &m_files));
-    EXPECT_EQ(LastError().Text, "");
-    m_file.Close();
-}
-
-TEST_F(ChunkWriteTest, CreateFailsWhileAFileIsStillOpen)
-{
-    ASSERT_TRUE(m_file.Create("out.model", &m_files));
+    EXPECT_EQ(LastError().Text, "") << "a new file starts without the last error";
+    int32_t value = 0;
+    EXPECT_EQ(m_file.ReadInt(value), 0);
+    EXPECT_FALSE(m_file.OpenChunk(VChunkedFile::AnyChunk));
+    EXPECT_EQ(m_file.ReadString(), "");
     EXPECT_FALSE(m_file.Create("other.model", &m_files));
     EXPECT_EQ(m_file.GetMode(), VChunkedFile::Mode::Writing);
     EXPECT_TRUE(m_file.Close());

@@ -80,33 +80,17 @@ TEST_F(ChunkFileOnDiskTest, AbandonedWriteLeavesNoFile)
     EXPECT_FALSE(FileExists(path));
 }
 
-TEST_F(ChunkFileOnDiskTest, CreateInAMissingFolderFails)
+TEST_F(ChunkFileOnDiskTest, CreateWhereNoFileCanBeAndOpenOfWhatIsNoFileFailWithTheName)
 {
-    const std::string path = m_root + "\\missing\\Body.model";
-    VChunkedFile file;
-    EXPECT_FALSE(file.Create(path));
-    EXPECT_EQ(LastError().Text, "File '" + path + "' could not be created");
-    EXPECT_EQ(file.GetMode(), VChunkedFile::Mode::Error);
-}
-
-TEST_F(ChunkFileOnDiskTest, CreateOverAFolderFails)
-{
-    VChunkedFile file;
-    EXPECT_FALSE(file.Create(m_root));
-    EXPECT_EQ(LastError().Text, "File '" + m_root + "' could not be created");
-}
-
-TEST_F(ChunkFileOnDiskTest, OpenOfAMissingFileIsNotFound)
-{
-    const std::string path = m_root + "\\Absent.model";
-    VChunkedFile file;
-    EXPECT_FALSE(file.Open(path));
-    EXPECT_EQ(LastError().Text, "File '" + path + "' not found");
-}
-
-TEST_F(ChunkFileOnDiskTest, OpenOfAFolderIsNotFound)
-{
-    VChunkedFile file;
-    EXPECT_FALSE(file.Open(m_root));
-    EXPECT_EQ(LastError().Text, "File '" + m_root + "' not found");
+    for (const std::string& path : {m_root + "\\missing\\Body.model", m_root}) {
+        VChunkedFile file;
+        EXPECT_FALSE(file.Create(path));
+        EXPECT_EQ(LastError().Text, "File '" + path + "' could not be created");
+        EXPECT_EQ(file.GetMode(), VChunkedFile::Mode::Error);
+    }
+    for (const std::string& path : {m_root + "\\Absent.model", m_root}) {
+        VChunkedFile file;
+        EXPECT_FALSE(file.Open(path));
+        EXPECT_EQ(LastError().Text, "File '" + path + "' not found");
+    }
 }
