@@ -16,26 +16,22 @@ VMTransform Translation(float x, float y, float z)
     return t;
 }
 
-TEST(VMAnimFrameTest, AFrameRefusesABoneBeyondItsCapacity)
+TEST(VMAnimFrameTest, AFrameRefusesABoneBeyondItsCapacityOrWhenFullAndACorruptCapacityMakesNone)
 {
     auto frame = VMAnimFrame::Create(2, false);
     ASSERT_NE(frame, nullptr);
-    VMBone inside, outside, unnumbered;
+    VMBone inside, outside, unnumbered, first;
     inside.Index = 1;
     outside.Index = 2;
+    first.Index = 0;
     EXPECT_EQ(frame->AddBone(&inside, nullptr, nullptr, nullptr), 0);
     EXPECT_EQ(frame->AddBone(&outside, nullptr, nullptr, nullptr), -1);
     EXPECT_EQ(frame->AddBone(&unnumbered, nullptr, nullptr, nullptr), -1);
-    EXPECT_EQ(frame->BoneCount(), 1);
-}
-
-TEST(VMAnimFrameTest, AFullFrameRefusesFurtherBones)
-{
-    auto frame = VMAnimFrame::Create(1, false);
-    VMBone bone;
-    bone.Index = 0;
-    EXPECT_EQ(frame->AddBone(&bone, nullptr, nullptr, nullptr), 0);
-    EXPECT_EQ(frame->AddBone(&bone, nullptr, nullptr, nullptr), -1);
+    EXPECT_EQ(frame->AddBone(&first, nullptr, nullptr, nullptr), 0);
+    EXPECT_EQ(frame->AddBone(&first, nullptr, nullptr, nullptr), -1);
+    EXPECT_EQ(frame->BoneCount(), 2);
+    EXPECT_EQ(VMAnimFrame::Create(-1, false), nullptr);
+    EXPECT_EQ(VMAnimFrame::Create(VMAnimFrame::MaxCapacity + 1, true), nullptr);
 }
 
 TEST(VMAnimFrameTest, AMissingTransformIsStoredAsTheIdentity)
@@ -79,12 +75,6 @@ TEST(VMAnimFrameTest, ClosingMakesEachLocalTransformRelativeToTheParentsWorld)
     EXPECT_EQ(frame->Local(0).Translation()[0], 10.0f);
     EXPECT_FLOAT_EQ(frame->Local(1).Translation()[0], 2.0f);
     EXPECT_FLOAT_EQ(frame->Local(1).Translation()[1], 3.0f);
-}
-
-TEST(VMAnimFrameTest, ACorruptCapacityMakesNoFrame)
-{
-    EXPECT_EQ(VMAnimFrame::Create(-1, false), nullptr);
-    EXPECT_EQ(VMAnimFrame::Create(VMAnimFrame::MaxCapacity + 1, true), nullptr);
 }
 
 TEST(VMAnimationTest, FramesAndKeysRunParallel)

@@ -35,13 +35,6 @@ protected:
     VMOwnedList<Tracked> list;
 };
 
-TEST_F(VMOwnedListTest, AddingNullIsRefusedAndChangesNothing)
-{
-    Fill(2);
-    EXPECT_EQ(list.Add(static_cast<Tracked*>(nullptr)), -1);
-    EXPECT_EQ(list.Count(), 2);
-}
-
 TEST_F(VMOwnedListTest, RemoveDestroysTheRecordAndClosesTheGapInOrder)
 {
     Fill(4);
@@ -50,12 +43,17 @@ TEST_F(VMOwnedListTest, RemoveDestroysTheRecordAndClosesTheGapInOrder)
     EXPECT_EQ(Values(list), (std::vector<int> {0, 2, 3}));
 }
 
-TEST_F(VMOwnedListTest, RemoveOutsideTheListReportsMinusOneAndChangesNothing)
+TEST_F(VMOwnedListTest, NullAndPlacesOutsideTheListAreRefusedAndChangeNothing)
 {
     Fill(2);
+    EXPECT_EQ(list.Add(static_cast<Tracked*>(nullptr)), -1);
     EXPECT_EQ(list.Remove(2), -1);
     EXPECT_EQ(list.Remove(-1), -1);
     EXPECT_EQ(list.RemoveLeaveEmpty(5), -1);
+    EXPECT_EQ(list.Get(2), nullptr);
+    EXPECT_EQ(list.Get(-1), nullptr);
+    EXPECT_EQ(list.Find(nullptr), -1);
+    EXPECT_EQ(list.Find(list[1]), 1);
     EXPECT_EQ(list.Count(), 2);
     EXPECT_EQ(destroyed, 0);
 }
@@ -109,15 +107,6 @@ TEST_F(VMOwnedListTest, ReleaseAllLetsABorrowingListEndWithoutFreeing)
     borrower.ReleaseAll();
     EXPECT_EQ(destroyed, 0);
     EXPECT_EQ(list.Count(), 2);
-}
-
-TEST_F(VMOwnedListTest, GetAnswersNullOutsideTheList)
-{
-    Fill(1);
-    EXPECT_EQ(list.Get(1), nullptr);
-    EXPECT_EQ(list.Get(-1), nullptr);
-    EXPECT_EQ(list.Find(nullptr), -1);
-    EXPECT_EQ(list.Find(list[0]), 0);
 }
 
 } // namespace

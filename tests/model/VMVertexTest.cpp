@@ -6,16 +6,6 @@
 
 namespace {
 
-TEST(VMVertexTest, ANewVertexIsWhiteWithAllSmoothingBits)
-{
-    const VMVertex vertex;
-    EXPECT_EQ(vertex.Colour[0], 255);
-    EXPECT_EQ(vertex.Colour[3], 255);
-    EXPECT_EQ(vertex.SmoothingMask, 0xFFFFFFFFu);
-    EXPECT_EQ(vertex.MaterialLink, nullptr);
-    EXPECT_EQ(vertex.MergeLink, nullptr);
-}
-
 TEST(VMVertexTest, ACopyTakesEveryFieldButTheColourAndTheSiblings)
 {
     VMMaterial material;
@@ -60,6 +50,7 @@ TEST(VMVertexTest, ACopyTakesEveryFieldButTheColourAndTheSiblings)
 TEST(VMVertexTest, ACopyOwnsItsOwnCopyOfTheAttachment)
 {
     VMVertex source;
+    EXPECT_EQ(source.Copy()->Attachment, nullptr);
     source.Attachment = std::make_unique<VMVertexAttachment>();
     source.Attachment->Data = {1, 2, 3};
 
@@ -70,12 +61,6 @@ TEST(VMVertexTest, ACopyOwnsItsOwnCopyOfTheAttachment)
     EXPECT_EQ(copy->Attachment->Data, (std::vector<uint8_t> {1, 2, 3}));
     source.Attachment->Data[0] = 9;
     EXPECT_EQ(copy->Attachment->Data[0], 1);
-}
-
-TEST(VMVertexTest, ACopyOfAVertexWithoutAttachmentHasNone)
-{
-    const VMVertex source;
-    EXPECT_EQ(source.Copy()->Attachment, nullptr);
 }
 
 } // namespace

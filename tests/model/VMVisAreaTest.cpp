@@ -20,27 +20,16 @@ protected:
     VMVisArea* area = nullptr;
 };
 
-TEST_F(VMVisAreaTest, AddingAPrimitiveTwiceListsItOnce)
-{
-    EXPECT_EQ(area->AddPolygon(polygon), 0);
-    EXPECT_EQ(area->AddPolygon(polygon), 0);
-    EXPECT_EQ(area->Polygons().Count(), 1);
-    EXPECT_EQ(area->ElementCount(), 1);
-}
-
-TEST_F(VMVisAreaTest, RemovingAPrimitiveTheAreaDoesNotListReportsMinusOne)
+TEST_F(VMVisAreaTest, PrimitivesAreListedOnceAndTheElementCountFollowsEveryList)
 {
     EXPECT_EQ(area->RemovePolygon(polygon), -1);
-    EXPECT_EQ(area->ElementCount(), 0);
-}
-
-TEST_F(VMVisAreaTest, TheElementCountFollowsEveryPrimitiveList)
-{
     VMTriList* triList = VMWorld::NewTriList().release();
     world.TriLists.Add(triList);
     VMHeightfield* heightfield = VMWorld::NewHeightfield().release();
     world.Heightfields.Add(heightfield);
-    area->AddPolygon(polygon);
+    EXPECT_EQ(area->AddPolygon(polygon), 0);
+    EXPECT_EQ(area->AddPolygon(polygon), 0);
+    EXPECT_EQ(area->Polygons().Count(), 1);
     area->AddTriList(triList);
     area->AddHeightfield(heightfield);
     EXPECT_EQ(area->ElementCount(), 3);

@@ -6,14 +6,6 @@
 
 namespace {
 
-TEST(VMWorldTest, EnumeratingAnEmptyWorldLeavesTheCornerTotalAtZero)
-{
-    VMWorld world;
-    world.CornerReferenceCount = 99;
-    EXPECT_EQ(world.Enumerate(), 0);
-    EXPECT_EQ(world.CornerReferenceCount, 0);
-}
-
 TEST(VMWorldTest, EnumerationNumbersEveryListAndCountsCornerReferences)
 {
     VMWorld world;
@@ -36,6 +28,7 @@ TEST(VMWorldTest, EnumerationNumbersEveryListAndCountsCornerReferences)
     VMLight* light = VMWorld::NewLight().release();
     world.Lights.Add(VMWorld::NewLight().release());
     world.Lights.Add(light);
+    world.CornerReferenceCount = 99;
 
     EXPECT_EQ(world.Enumerate(), 0);
 
@@ -124,39 +117,18 @@ TEST(VMWorldTest, ClearDestroysEveryRecordAndResetsTheBounds)
     EXPECT_TRUE(world.Bounds.IsEmpty());
 }
 
-TEST(VMWorldTest, ATriangleHasThreeCornersAndThreeEmptyNeighbours)
+TEST(VMWorldTest, FactoriesMakeTrianglesWithEmptyNeighboursAndRefuseCorruptCornerCounts)
 {
-    VMWorld world;
-    VMVertex* a = AddVertex(world, 0, 0, 0);
-    VMVertex* b = AddVertex(world, 1, 0, 0);
-    VMVertex* c = AddVertex(world, 0, 1, 0);
-    const auto triangle = VMWorld::NewTriangle(a, b, c);
+    VMVertex a, b, c;
+    const auto triangle = VMWorld::NewTriangle(&a, &b, &c);
     ASSERT_NE(triangle, nullptr);
-    EXPECT_EQ(triangle->Corners, (std::vector<VMVertex*> {a, b, c}));
+    EXPECT_EQ(triangle->Corners, (std::vector<VMVertex*> {&a, &b, &c}));
     EXPECT_EQ(triangle->Neighbours, (std::vector<VMPolygon*> {nullptr, nullptr, nullptr}));
-}
-
-TEST(VMWorldTest, APortalOwnsAsManyCornersAsAskedAndRefusesACorruptCount)
-{
     const auto portal = VMWorld::NewPortal(4);
     ASSERT_NE(portal, nullptr);
     EXPECT_EQ(portal->Corners.size(), 4u);
     EXPECT_EQ(VMWorld::NewPortal(-1), nullptr);
     EXPECT_EQ(VMWorld::NewAntiPortal(1 << 30), nullptr);
-}
-
-TEST(VMWorldTest, PrimitiveDefaultsMatchTheHarvestedRenderAttributes)
-{
-    const auto polygon = VMWorld::NewPolygon();
-    EXPECT_EQ(polygon->PrimitiveNumber, -1);
-    EXPECT_EQ(polygon->CollisionFlags, -1);
-    EXPECT_EQ(polygon->CastShadows, 1);
-    EXPECT_EQ(polygon->Visible, 1);
-    EXPECT_EQ(polygon->LayerAttribute, -1);
-    EXPECT_EQ(polygon->Factors[2], 1.0f);
-    EXPECT_EQ(polygon->Opacity, 255u);
-    EXPECT_EQ(polygon->Subdivisions[0], 16u);
-    EXPECT_EQ(polygon->Subdivisions[1], 16u);
 }
 
 } // namespace

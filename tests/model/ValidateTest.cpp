@@ -7,14 +7,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <utility>
+#include <vector>
+
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class ValidateWorldTest : public testing::Test {
-protected:
-    ValidateWorldTest()
+// One triangle of one material, listed by one vis area.
+struct SmallWorld {
+    SmallWorld()
     {
         stone = AddMaterial(world, "stone");
         VMVertex* a = AddVertex(world, 0, 0, 0);
@@ -31,53 +35,39 @@ protected:
     VMVisArea* area = nullptr;
 };
 
-TEST_F(ValidateWorldTest, ASoundWorldHasNoProblems)
+TEST(ValidateWorldTest, EachBrokenLinkIsReportedAlone)
 {
-    EXPECT_THAT(Validate(world), IsEmpty());
-}
-
-TEST_F(ValidateWorldTest, AWrongUseCountIsReported)
-{
-    stone->UseCount = 3;
-    EXPECT_THAT(Validate(world), ElementsAre("material 0 has use count 3 but 1 users"));
-}
-
-TEST_F(ValidateWorldTest, ACornerOutsideTheVertexListIsReported)
-{
+    EXPECT_THAT(Validate(SmallWorld().world), IsEmpty());
     VMVertex stray;
-    polygon->Corners[1] = &stray;
-    EXPECT_THAT(Validate(world), ElementsAre("polygon 0 corner 1 is not a vertex of the world"));
-}
-
-TEST_F(ValidateWorldTest, AnEmptySlotLeftAfterRemovalIsReported)
-{
-    AddVertex(world, 5, 5, 5);
-    world.Vertices.RemoveLeaveEmpty(3);
-    EXPECT_THAT(Validate(world), ElementsAre("vertex slot 3 is empty"));
-}
-
-TEST_F(ValidateWorldTest, AMaterialFromAnotherContainerIsReported)
-{
     VMMaterial foreign;
-    polygon->SetMaterial(&foreign);
-    // The world's own material lost its only user, so its count of 0 is exact again.
-    EXPECT_THAT(Validate(world), ElementsAre("polygon 0 uses a material that is not in the material list"));
-    polygon->SetMaterial(stone);
-}
-
-TEST_F(ValidateWorldTest, AnOneSidedVisAreaListingIsReported)
-{
-    VMPolygon* unowned = AddTriangle(world, polygon->Corners[0], polygon->Corners[1], polygon->Corners[2], stone);
-    area->AddPolygon(unowned);
-    EXPECT_THAT(Validate(world), ElementsAre("vis area 0 lists a polygon that does not name it as owner"));
-}
-
-TEST_F(ValidateWorldTest, ATriListWithAPartialTriangleIsReported)
-{
-    VMTriList* triList = VMWorld::NewTriList().release();
-    triList->Corners = {polygon->Corners[0], polygon->Corners[1]};
-    world.TriLists.Add(triList);
-    EXPECT_THAT(Validate(world), ElementsAre("tri-list 0 has 2 corners, not a multiple of 3"));
+    const std::pair<std::function<void(SmallWorld&)>, const char*> faults[] = {
+        {[](SmallWorld& w) { w.stone->UseCount = 3; }, "material 0 has use count 3 but 1 users"},
+        {[&](SmallWorld& w) { w.polygon->Corners[1] = &stray; }, "polygon 0 corner 1 is not a vertex of the world"},
+        {[](SmallWorld& w) {
+             AddVertex(w.world, 5, 5, 5);
+             w.world.Vertices.RemoveLeaveEmpty(3);
+         },
+         "vertex slot 3 is empty"},
+        // The world's own material loses its only user, so its count of 0 is exact again.
+        {[&](SmallWorld& w) { w.polygon->SetMaterial(&foreign); },
+         "polygon 0 uses a material that is not in the material list"},
+        {[](SmallWorld& w) {
+             const std::vector<VMVertex*>& corners = w.polygon->Corners;
+             w.area->AddPolygon(AddTriangle(w.world, corners[0], corners[1], corners[2], w.stone));
+         },
+         "vis area 0 lists a polygon that does not name it as owner"},
+        {[](SmallWorld& w) {
+             VMTriList* triList = VMWorld::NewTriList().release();
+             triList->Corners = {w.polygon->Corners[0], w.polygon->Corners[1]};
+             w.world.TriLists.Add(triList);
+         },
+         "tri-list 0 has 2 corners, not a multiple of 3"},
+    };
+    for (const auto& [fault, problem] : faults) {
+        SmallWorld broken;
+        fault(broken);
+        EXPECT_THAT(Validate(broken.world), ElementsAre(problem));
+    }
 }
 
 TEST(ValidateModelTest, ABoneThatListsAVertexWhichDoesNotNameItIsReported)

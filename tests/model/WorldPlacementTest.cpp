@@ -135,6 +135,9 @@ TEST(WorldPlacementTest, ScaleWorldByTwoLeavesLightsAndTheWorldBoundsAlone)
 TEST(WorldPlacementTest, WorldBoundsCoverTheVerticesAndTheHeightfieldRange)
 {
     VMWorld world;
+    ComputeWorldBounds(world);
+    EXPECT_EQ(world.Bounds.Min[0], 1e8f) << "an empty world has inverted bounds";
+    EXPECT_EQ(world.Bounds.Max[0], -1e8f);
     AddVertex(world, -1, 0, 2);
     VMVertex* corner = AddVertex(world, 3, 4, 0);
     VMHeightfield* heightfield = VMWorld::NewHeightfield().release();
@@ -150,14 +153,6 @@ TEST(WorldPlacementTest, WorldBoundsCoverTheVerticesAndTheHeightfieldRange)
     EXPECT_EQ(world.Bounds.Max[1], 4.0f);
     EXPECT_EQ(world.Bounds.Min[2], -63.5f);
     EXPECT_EQ(world.Bounds.Max[2], 64.0f);
-}
-
-TEST(WorldPlacementTest, AnEmptyWorldHasInvertedBounds)
-{
-    VMWorld world;
-    ComputeWorldBounds(world);
-    EXPECT_EQ(world.Bounds.Min[0], 1e8f);
-    EXPECT_EQ(world.Bounds.Max[0], -1e8f);
 }
 
 } // namespace
