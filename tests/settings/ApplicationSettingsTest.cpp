@@ -68,22 +68,11 @@ TEST_F(ApplicationSettingsTest, ValuesAreStoredWithTheirRegistryNamesAndTypes)
               "\"WarnPolyCount\"=dword:00000000\n");
 }
 
-TEST_F(ApplicationSettingsTest, ShowLogIsOnOnlyForValuesAboveZero)
+TEST_F(ApplicationSettingsTest, UnreadableValuesKeepTheirDefaultsAndShowLogIsOnOnlyAboveZero)
 {
     m_folder.Write("settings.ini", "[HKEY_CURRENT_USER\\Software\\Orvalle\\ZephraSDK\\Kestrel]\n"
                                    "\"ShowLog\"=dword:ffffffff\n"
-                                   "\"WarnPolyCount\"=dword:00000005\n");
-    IniSettingsStore store(Path());
-    ASSERT_TRUE(store.Load());
-    ApplicationSettings settings;
-    LoadApplicationSettings(store, settings);
-    EXPECT_FALSE(settings.ShowLog);
-    EXPECT_TRUE(settings.WarnPolyCount);
-}
-
-TEST_F(ApplicationSettingsTest, UnreadableValuesKeepTheirDefaults)
-{
-    m_folder.Write("settings.ini", "[HKEY_CURRENT_USER\\Software\\Orvalle\\ZephraSDK\\Kestrel]\n"
+                                   "\"WarnPolyCount\"=dword:00000005\n"
                                    "\"MeshFactor\"=hex:00,00,80\n"
                                    "\"LightmapUVs\"=\"1\"\n"
                                    "\"ModelViewer\"=dword:00000001\n"
@@ -99,6 +88,8 @@ TEST_F(ApplicationSettingsTest, UnreadableValuesKeepTheirDefaults)
     EXPECT_EQ(settings.LightmapUVs, 2);
     EXPECT_EQ(settings.ModelViewer, "Modlook");
     EXPECT_EQ(settings.ToolTips, 1);
+    EXPECT_FALSE(settings.ShowLog);
+    EXPECT_TRUE(settings.WarnPolyCount);
 }
 
 TEST_F(ApplicationSettingsTest, FailedFlushIsReported)

@@ -48,16 +48,6 @@ TEST_F(ConfirmApplicationSettingsTest, ChoicesAreTakenOverAndSaved)
     EXPECT_EQ(loaded, settings);
 }
 
-TEST_F(ConfirmApplicationSettingsTest, SwitchingDebugPrintOnOpensTheLateDebugFile)
-{
-    ApplicationSettings settings;
-    ASSERT_TRUE(ConfirmApplicationSettings({false, false, true}, settings, m_store));
-    EXPECT_EQ(settings.DebugPrint, 1);
-    EXPECT_TRUE(IsDebugFileOpen());
-    CloseDebugFile();
-    EXPECT_EQ(m_folder.Read("debug.txt"), "Opening late debug file...\r\n");
-}
-
 TEST_F(ConfirmApplicationSettingsTest, DebugPrintThatStaysOnKeepsTheOpenFile)
 {
     ASSERT_TRUE(OpenDebugFile(m_folder.SystemPath("export.txt"), DebugFileFlushEachLine));
@@ -68,10 +58,12 @@ TEST_F(ConfirmApplicationSettingsTest, DebugPrintThatStaysOnKeepsTheOpenFile)
     EXPECT_FALSE(m_folder.Has("debug.txt"));
 }
 
-TEST_F(ConfirmApplicationSettingsTest, SwitchingDebugPrintOffClosesTheDebugFile)
+TEST_F(ConfirmApplicationSettingsTest, SwitchingDebugPrintOnOpensTheLateDebugFileAndOffClosesIt)
 {
     ApplicationSettings settings;
-    ConfirmApplicationSettings({false, false, true}, settings, m_store);
+    ASSERT_TRUE(ConfirmApplicationSettings({false, false, true}, settings, m_store));
+    EXPECT_EQ(settings.DebugPrint, 1);
+    EXPECT_TRUE(IsDebugFileOpen());
     ConfirmApplicationSettings({false, false, false}, settings, m_store);
     EXPECT_FALSE(IsDebugFileOpen());
     EXPECT_EQ(m_folder.Read("debug.txt"), "Opening late debug file...\r\nDebug file option cancelled...\r\n");

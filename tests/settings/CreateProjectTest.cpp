@@ -15,17 +15,12 @@ TEST(CreateProject, CreatesTheEmptyProjectFileAndTheStandardFolders)
         EXPECT_TRUE(std::filesystem::is_directory(folder.Native(std::string("games/town/") + name))) << name;
 }
 
-TEST(CreateProject, PathAlreadyNamingAProjectGetsNoSecondExtension)
+TEST(CreateProject, ProjectAnywhereInThePathCountsAsTheExtension)
 {
     ScratchFolder folder;
     ASSERT_TRUE(CreateProject(folder.SystemPath("town.Project")));
     EXPECT_TRUE(folder.Has("town.Project"));
     EXPECT_FALSE(folder.Has("town.Project.project"));
-}
-
-TEST(CreateProject, ProjectAnywhereInThePathCountsAsTheExtension)
-{
-    ScratchFolder folder;
     ASSERT_TRUE(CreateProject(folder.SystemPath("town.projects\\main")));
     EXPECT_TRUE(folder.Has("town.projects/main"));
     EXPECT_TRUE(folder.Has("town.projects/Textures"));

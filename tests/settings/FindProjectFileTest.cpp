@@ -2,76 +2,44 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "ScratchFolder.h"
 
-TEST(FindProjectFile, ProjectInTheStartFolderIsFound)
+// The search starts in x\y\z\ (or x for the bare folder name) and climbs to the nearest folder holding a file
+// ending in .project, in any case, taking the first in name order.
+TEST(FindProjectFile, NearestProjectFileUpTheFoldersIsFound)
 {
-    ScratchFolder folder;
-    folder.Write("x/y/z/town.project", "");
-    const auto project = FindProjectFile(folder.SystemPath("x\\y\\z\\"));
-    ASSERT_TRUE(project);
-    EXPECT_EQ(project->Directory, folder.SystemPath("x\\y\\z\\"));
-    EXPECT_EQ(project->File, folder.SystemPath("x\\y\\z\\town.project"));
-}
-
-TEST(FindProjectFile, SearchClimbsToTheParentFolders)
-{
-    ScratchFolder folder;
-    folder.MakeFolder("x/y/z");
-    folder.Write("x/town.project", "");
-    const auto project = FindProjectFile(folder.SystemPath("x\\y\\z\\"));
-    ASSERT_TRUE(project);
-    EXPECT_EQ(project->Directory, folder.SystemPath("x\\"));
-    EXPECT_EQ(project->File, folder.SystemPath("x\\town.project"));
-}
-
-TEST(FindProjectFile, NearestProjectWins)
-{
-    ScratchFolder folder;
-    folder.MakeFolder("x/y/z");
-    folder.Write("x/outer.project", "");
-    folder.Write("x/y/inner.project", "");
-    const auto project = FindProjectFile(folder.SystemPath("x\\y\\z\\"));
-    ASSERT_TRUE(project);
-    EXPECT_EQ(project->File, folder.SystemPath("x\\y\\inner.project"));
-}
-
-TEST(FindProjectFile, NoProjectAnywhereFindsNothing)
-{
-    ScratchFolder folder;
-    folder.MakeFolder("x/y/z");
-    EXPECT_FALSE(FindProjectFile(folder.SystemPath("x\\y\\z\\")));
-}
-
-TEST(FindProjectFile, ExtensionMatchesIgnoringCase)
-{
-    ScratchFolder folder;
-    folder.Write("x/Town.PROJECT", "");
-    const auto project = FindProjectFile(folder.SystemPath("x"));
-    ASSERT_TRUE(project);
-    EXPECT_EQ(project->Directory, folder.SystemPath("x\\"));
-    EXPECT_EQ(project->File, folder.SystemPath("x\\Town.PROJECT"));
-}
-
-TEST(FindProjectFile, FoldersAndOtherFilesAreNotProjectsButABareDotProjectIs)
-{
-    ScratchFolder folder;
-    folder.MakeFolder("x/y/z/folder.project");
-    folder.Write("x/y/z/town.project.bak", "");
-    folder.Write("x/y/.project", "");
-    const auto project = FindProjectFile(folder.SystemPath("x\\y\\z\\"));
-    ASSERT_TRUE(project);
-    EXPECT_EQ(project->File, folder.SystemPath("x\\y\\.project"));
-}
-
-TEST(FindProjectFile, FirstProjectInNameOrderWins)
-{
-    ScratchFolder folder;
-    folder.Write("x/b.project", "");
-    folder.Write("x/A.project", "");
-    const auto project = FindProjectFile(folder.SystemPath("x\\"));
-    ASSERT_TRUE(project);
-    EXPECT_EQ(project->File, folder.SystemPath("x\\A.project"));
+    struct Case {
+        std::vector<const char*> Files;
+        const char* Start;
+        const char* Found;
+    };
+    const Case cases[] = {
+        {{"x/y/z/town.project"}, "x\\y\\z\\", "x\\y\\z\\town.project"},
+        {{"x/town.project"}, "x\\y\\z\\", "x\\town.project"},
+        {{"x/outer.project", "x/y/inner.project"}, "x\\y\\z\\", "x\\y\\inner.project"},
+        {{"x/Town.PROJECT"}, "x", "x\\Town.PROJECT"},
+        {{"x/y/z/town.project.bak", "x/y/.project"}, "x\\y\\z\\", "x\\y\\.project"},
+        {{"x/b.project", "x/A.project"}, "x\\", "x\\A.project"},
+        {{}, "x\\y\\z\\", nullptr},
+    };
+    for (const Case& c : cases) {
+        ScratchFolder folder;
+        folder.MakeFolder("x/y/z/folder.project");
+        for (const char* file : c.Files)
+            folder.Write(file, "");
+        const auto project = FindProjectFile(folder.SystemPath(c.Start));
+        if (c.Found == nullptr) {
+            EXPECT_FALSE(project);
+            continue;
+        }
+        ASSERT_TRUE(project) << c.Found;
+        EXPECT_EQ(project->File, folder.SystemPath(c.Found));
+        const std::string found = c.Found;
+        EXPECT_EQ(project->Directory, folder.SystemPath(found.substr(0, found.rfind('\\') + 1)));
+    }
 }
 
 TEST(FindProjectFile, PathWithFewerThanTwoSeparatorsIsNotSearched)

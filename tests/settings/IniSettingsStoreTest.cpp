@@ -68,22 +68,16 @@ TEST(IniSettingsStore, FlushedValuesAreReadByTheNextSession)
     EXPECT_EQ(next.ReadString(kKey, "ModelViewer"), "Modlook");
 }
 
-TEST(IniSettingsStore, WritesAreNotInTheFileBeforeFlush)
+TEST(IniSettingsStore, WritesAreReadBeforeFlushButNotAsAnotherTypeAndReachTheFileOnlyWithFlush)
 {
     ScratchFolder folder;
     IniSettingsStore store(folder.SystemPath("settings.ini"));
     ASSERT_TRUE(store.WriteNumber(kKey, "ToolTips", 1));
+    ASSERT_TRUE(store.WriteString(kKey, "Shown", "1"));
     EXPECT_EQ(store.ReadNumber(kKey, "ToolTips"), 1u);
+    EXPECT_EQ(store.ReadNumber(kKey, "Shown"), std::nullopt);
+    EXPECT_EQ(store.ReadBinary(kKey, "Shown"), std::nullopt);
     EXPECT_FALSE(folder.Has("settings.ini"));
-}
-
-TEST(IniSettingsStore, ValueOfAnotherTypeReadsAsMissing)
-{
-    ScratchFolder folder;
-    IniSettingsStore store(folder.SystemPath("settings.ini"));
-    ASSERT_TRUE(store.WriteString(kKey, "ToolTips", "1"));
-    EXPECT_EQ(store.ReadNumber(kKey, "ToolTips"), std::nullopt);
-    EXPECT_EQ(store.ReadBinary(kKey, "ToolTips"), std::nullopt);
 }
 
 TEST(IniSettingsStore, FlushKeepsValuesAnotherSessionWroteMeanwhile)
@@ -159,22 +153,17 @@ TEST(IniSettingsStore, StoreWithoutAPathCannotFlush)
     EXPECT_FALSE(store.LastError().empty());
 }
 
-TEST(IniSettingsStore, UserFileLivesUnderTheXdgConfigFolder)
+TEST(IniSettingsStore, UserFileLivesUnderTheXdgConfigFolderOrDotConfigInHome)
 {
-    EnvironmentOverride config("XDG_CONFIG_HOME", "/cfg/user");
-    EXPECT_EQ(DefaultUserSettingsFilePath(), "\\cfg\\user\\kestrel\\settings.ini");
-}
-
-TEST(IniSettingsStore, UserFileFallsBackToDotConfigInHome)
-{
+    {
+        EnvironmentOverride config("XDG_CONFIG_HOME", "/cfg/user");
+        EXPECT_EQ(DefaultUserSettingsFilePath(), "\\cfg\\user\\kestrel\\settings.ini");
+    }
     EnvironmentOverride config("XDG_CONFIG_HOME", "relative/ignored");
-    EnvironmentOverride home("HOME", "/home/artist");
-    EXPECT_EQ(DefaultUserSettingsFilePath(), "\\home\\artist\\.config\\kestrel\\settings.ini");
-}
-
-TEST(IniSettingsStore, UserFileIsUnknownWithoutHome)
-{
-    EnvironmentOverride config("XDG_CONFIG_HOME", nullptr);
+    {
+        EnvironmentOverride home("HOME", "/home/artist");
+        EXPECT_EQ(DefaultUserSettingsFilePath(), "\\home\\artist\\.config\\kestrel\\settings.ini");
+    }
     EnvironmentOverride home("HOME", nullptr);
-    EXPECT_EQ(DefaultUserSettingsFilePath(), "");
+    EXPECT_EQ(DefaultUserSettingsFilePath(), "") << "unknown without a home";
 }

@@ -56,19 +56,14 @@ TEST_F(LaunchRegisteredProgramTest, LaunchIsAnnouncedInTheLogWindow)
     EXPECT_EQ(m_launcher.CommandLines, std::vector<std::string> {"\"C:\\Zephra\\Reslook.exe\" -hide"});
 }
 
-TEST_F(LaunchRegisteredProgramTest, ArgumentFillsThePlaceholderOfTheFormat)
+TEST_F(LaunchRegisteredProgramTest, ArgumentFillsThePlaceholderOfTheFormatWhichIsOtherwiseTakenLiterally)
 {
     Register("Modlook", "C:\\Modlook.exe");
     LaunchRegisteredProgram(m_services, "Modlook", "-model \"%s\" -x", "C:\\a b\\hero.model");
-    EXPECT_EQ(m_launcher.CommandLines, std::vector<std::string> {"\"C:\\Modlook.exe\" -model \"C:\\a b\\hero.model\" -x"});
-}
-
-TEST_F(LaunchRegisteredProgramTest, FormatIsTakenLiterallyWithoutAnArgument)
-{
-    Register("Modlook", "C:\\Modlook.exe");
     LaunchRegisteredProgram(m_services, "Modlook", "100%s %d %n");
-    EXPECT_EQ(m_launcher.CommandLines, std::vector<std::string> {"\"C:\\Modlook.exe\" 100%s %d %n"});
-    EXPECT_EQ(m_log.Messages, std::vector<std::string> {"Launching 'Modlook 100%s %d %n'...\r\n"});
+    EXPECT_EQ(m_launcher.CommandLines, (std::vector<std::string> {"\"C:\\Modlook.exe\" -model \"C:\\a b\\hero.model\" -x",
+                                                                  "\"C:\\Modlook.exe\" 100%s %d %n"}));
+    EXPECT_EQ(m_log.Messages.back(), "Launching 'Modlook 100%s %d %n'...\r\n");
 }
 
 TEST_F(LaunchRegisteredProgramTest, UnregisteredProgramIsReportedAndNotStarted)

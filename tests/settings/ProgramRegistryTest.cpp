@@ -55,15 +55,10 @@ TEST(ProgramRegistry, QuotesAreStrippedAtTheStartAndAmongTheLastFourCharacters)
     EXPECT_EQ(UnquotedProgramPath(""), "");
 }
 
-TEST(ProgramRegistry, InstallationFolderIsTheRegisteredOneWithoutClosingBackslash)
-{
-    IniSettingsStore store("");
-    ASSERT_TRUE(store.WriteString(ProgramInstallationKey("Kestrel"), "", "\"C:\\Zephra\\Kestrel\\\""));
-    EXPECT_EQ(InstallationFolder(store, "D:\\Maya\\plug-ins"), "C:\\Zephra\\Kestrel");
-}
-
-TEST(ProgramRegistry, InstallationFolderFallsBackToTheModulesFolder)
+TEST(ProgramRegistry, InstallationFolderIsTheRegisteredOneElseTheModulesFolderWithoutClosingBackslash)
 {
     IniSettingsStore store("");
     EXPECT_EQ(InstallationFolder(store, "D:\\Maya\\plug-ins\\"), "D:\\Maya\\plug-ins");
+    ASSERT_TRUE(store.WriteString(ProgramInstallationKey("Kestrel"), "", "\"C:\\Zephra\\Kestrel\\\""));
+    EXPECT_EQ(InstallationFolder(store, "D:\\Maya\\plug-ins"), "C:\\Zephra\\Kestrel");
 }

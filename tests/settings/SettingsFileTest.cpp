@@ -32,18 +32,13 @@ TEST_F(SettingsFileTest, SettingsLiveInTheTargetsDataFolder)
     EXPECT_EQ(LegacySettingsFilePath("C:\\game\\hero.model"), "C:\\game\\hero.model.export.xml");
 }
 
-TEST_F(SettingsFileTest, DataFolderFileIsPreferredOverTheLegacyFile)
-{
-    WriteDataFolderFile("// MaxNumBones : 3\r\n");
-    ASSERT_TRUE(WriteFileAtomically(m_target + ".export.xml", "// MaxNumBones : 2\r\n"));
-    EXPECT_EQ(ReadSettingsFile(m_target, true), "// MaxNumBones : 3\r\n");
-}
-
-TEST_F(SettingsFileTest, LegacyFileIsReadOnlyWhereAllowed)
+TEST_F(SettingsFileTest, DataFolderFileIsPreferredOverTheLegacyFileWhichIsReadOnlyWhereAllowed)
 {
     ASSERT_TRUE(WriteFileAtomically(m_target + ".export.xml", "<OPTIONS>\r\n// MaxNumBones : 2\r\n"));
     EXPECT_EQ(ReadSettingsFile(m_target, true), "<OPTIONS>\r\n// MaxNumBones : 2\r\n");
     EXPECT_EQ(ReadSettingsFile(m_target, false), std::nullopt);
+    WriteDataFolderFile("// MaxNumBones : 3\r\n");
+    EXPECT_EQ(ReadSettingsFile(m_target, true), "// MaxNumBones : 3\r\n");
 }
 
 TEST_F(SettingsFileTest, LoadingAppliesTheStoredBlockAndTraces)
@@ -59,19 +54,13 @@ TEST_F(SettingsFileTest, LoadingAppliesTheStoredBlockAndTraces)
     EXPECT_TRUE(debug.Text().starts_with("LoadSettingsFromFile()\r\nLoadSettingsFromString()\r\n"));
 }
 
-TEST_F(SettingsFileTest, MissingFileLeavesTheDefaultsInForce)
+TEST_F(SettingsFileTest, MissingOrEmptyFileLeavesTheDefaultsInForce)
 {
     VExportOptions options;
     VAnimationTable animations;
     EXPECT_FALSE(LoadSettingsFromFile(m_target, true, options, animations));
     EXPECT_EQ(options, VExportOptions {});
-}
-
-TEST_F(SettingsFileTest, EmptyFileLeavesTheDefaultsInForce)
-{
     WriteDataFolderFile("");
-    VExportOptions options;
-    VAnimationTable animations;
     EXPECT_TRUE(LoadSettingsFromFile(m_target, true, options, animations));
     EXPECT_EQ(options, VExportOptions {});
 }

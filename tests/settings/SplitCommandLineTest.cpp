@@ -2,59 +2,37 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 using Words = std::vector<std::string>;
 
-TEST(SplitCommandLine, BlanksSeparateAndQuotesGroup)
+TEST(SplitCommandLine, ArgumentsFollowTheWindowsQuotingRules)
 {
-    EXPECT_EQ(SplitArguments("-mesh  \"C:\\my files\\rock.qmesh\"\t-x"), (Words {"-mesh", "C:\\my files\\rock.qmesh", "-x"}));
+    const std::pair<const char*, Words> cases[] = {
+        {"-mesh  \"C:\\my files\\rock.qmesh\"\t-x", {"-mesh", "C:\\my files\\rock.qmesh", "-x"}},
+        {"a\"b c\"d", {"ab cd"}},
+        {"-p \"\" -q", {"-p", "", "-q"}},
+        // Backslashes count only before a quote: 2n then a quote give n and the quote delimits, 2n+1 give n and a
+        // literal quote.
+        {"C:\\dir\\ a\\\\b", {"C:\\dir\\", "a\\\\b"}},
+        {"\"C:\\dir\\\\\" x", {"C:\\dir\\", "x"}},
+        {"a\\\"b a\\\\\\\"b", {"a\"b", "a\\\"b"}},
+        {"\"say \"\"hi\"\"\"", {"say \"hi\""}},
+        {"\"open to end", {"open to end"}},
+        {" \t ", {}},
+    };
+    for (const auto& [line, words] : cases)
+        EXPECT_EQ(SplitArguments(line), words) << line;
 }
 
-TEST(SplitCommandLine, QuotesInsideAWordJoinItsParts)
+TEST(SplitCommandLine, ProgramIsTakenWholeBeforeItsArguments)
 {
-    EXPECT_EQ(SplitArguments("a\"b c\"d"), (Words {"ab cd"}));
-}
-
-TEST(SplitCommandLine, EmptyQuotesAreAnEmptyArgument)
-{
-    EXPECT_EQ(SplitArguments("-p \"\" -q"), (Words {"-p", "", "-q"}));
-}
-
-TEST(SplitCommandLine, BackslashesCountOnlyBeforeAQuote)
-{
-    EXPECT_EQ(SplitArguments("C:\\dir\\ a\\\\b"), (Words {"C:\\dir\\", "a\\\\b"}));
-    // 2n backslashes then a quote: n backslashes, the quote delimits.
-    EXPECT_EQ(SplitArguments("\"C:\\dir\\\\\" x"), (Words {"C:\\dir\\", "x"}));
-    // 2n+1 backslashes then a quote: n backslashes and a literal quote.
-    EXPECT_EQ(SplitArguments("a\\\"b a\\\\\\\"b"), (Words {"a\"b", "a\\\"b"}));
-}
-
-TEST(SplitCommandLine, DoubledQuoteInsideQuotesIsALiteralQuote)
-{
-    EXPECT_EQ(SplitArguments("\"say \"\"hi\"\"\""), (Words {"say \"hi\""}));
-}
-
-TEST(SplitCommandLine, UnclosedQuoteRunsToTheEnd)
-{
-    EXPECT_EQ(SplitArguments("\"open to end"), (Words {"open to end"}));
-}
-
-TEST(SplitCommandLine, BlankLineHasNoWords)
-{
-    EXPECT_TRUE(SplitArguments(" \t ").empty());
-    EXPECT_TRUE(SplitCommandLine("   ").empty());
-}
-
-TEST(SplitCommandLine, QuotedProgramKeepsItsBackslashes)
-{
-    EXPECT_EQ(SplitCommandLine("\"C:\\Program Files\\Zephra\\\" -hide"), (Words {"C:\\Program Files\\Zephra\\", "-hide"}));
-}
-
-TEST(SplitCommandLine, UnquotedProgramEndsAtTheFirstBlank)
-{
-    EXPECT_EQ(SplitCommandLine("/usr/bin/modlook \"a b\""), (Words {"/usr/bin/modlook", "a b"}));
-}
-
-TEST(SplitCommandLine, ProgramWithoutClosingQuoteTakesTheRestOfTheLine)
-{
-    EXPECT_EQ(SplitCommandLine("\"C:\\a b"), (Words {"C:\\a b"}));
+    const std::pair<const char*, Words> cases[] = {
+        {"\"C:\\Program Files\\Zephra\\\" -hide", {"C:\\Program Files\\Zephra\\", "-hide"}},
+        {"/usr/bin/modlook \"a b\"", {"/usr/bin/modlook", "a b"}},
+        {"\"C:\\a b", {"C:\\a b"}},
+        {"   ", {}},
+    };
+    for (const auto& [line, words] : cases)
+        EXPECT_EQ(SplitCommandLine(line), words) << line;
 }

@@ -62,22 +62,19 @@ TEST_F(StartViewerProgramTest, MacrosAreExpandedWithNativePaths)
                                                       ToNativePath("\\work\\game\\") + "|" + ToNativePath("\\work\\"));
 }
 
-TEST_F(StartViewerProgramTest, ShellFailureIsShownWithTheProgramAndTheCode)
-{
-    m_launcher.ShellResult = 2;
-    EXPECT_FALSE(StartViewerProgram(m_services, "C:\\missing\\Worldlook.exe", "", m_target));
-    ASSERT_EQ(m_messages.Requests.size(), 1u);
-    EXPECT_EQ(m_messages.Requests[0].Caption, "Error");
-    EXPECT_EQ(m_messages.Requests[0].Text, "Unable to execute 'C:\\missing\\Worldlook.exe'\r\n(Error:0x2)\r\n");
-}
-
-TEST_F(StartViewerProgramTest, ShellResultAboveThirtyTwoIsSuccess)
+TEST_F(StartViewerProgramTest, ShellResultUpToThirtyTwoIsShownWithTheProgramAndTheCode)
 {
     m_launcher.ShellResult = 33;
     EXPECT_TRUE(StartViewerProgram(m_services, "a.exe", "", m_target));
-    m_launcher.ShellResult = 32;
-    EXPECT_FALSE(StartViewerProgram(m_services, "a.exe", "", m_target));
-    EXPECT_EQ(m_messages.Requests.back().Text, "Unable to execute 'a.exe'\r\n(Error:0x20)\r\n");
+    EXPECT_TRUE(m_messages.Requests.empty());
+    for (const int code : {2, 32}) {
+        m_launcher.ShellResult = code;
+        EXPECT_FALSE(StartViewerProgram(m_services, "C:\\missing\\Worldlook.exe", "", m_target));
+    }
+    ASSERT_EQ(m_messages.Requests.size(), 2u);
+    EXPECT_EQ(m_messages.Requests[0].Caption, "Error");
+    EXPECT_EQ(m_messages.Requests[0].Text, "Unable to execute 'C:\\missing\\Worldlook.exe'\r\n(Error:0x2)\r\n");
+    EXPECT_EQ(m_messages.Requests[1].Text, "Unable to execute 'C:\\missing\\Worldlook.exe'\r\n(Error:0x20)\r\n");
 }
 
 TEST_F(StartViewerProgramTest, PlainNameIsLookedUpAmongTheRegisteredPrograms)
@@ -87,10 +84,6 @@ TEST_F(StartViewerProgramTest, PlainNameIsLookedUpAmongTheRegisteredPrograms)
     EXPECT_TRUE(m_launcher.ShellCalls.empty());
     EXPECT_EQ(m_launcher.CommandLines,
               std::vector<std::string> {"\"C:\\Zephra\\Modlook.exe\" \"" + ToNativePath(m_target.TargetFile) + "\""});
-}
-
-TEST_F(StartViewerProgramTest, UnregisteredViewerIsReportedByName)
-{
     EXPECT_FALSE(StartViewerProgram(m_services, "Worldlook", "-mesh \"$targetfile\"", m_target));
     ASSERT_EQ(m_messages.Requests.size(), 1u);
     EXPECT_EQ(m_messages.Requests[0].Text,

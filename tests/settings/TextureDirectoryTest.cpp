@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace {
 
 VExportOptions Options(std::string subfolder, bool useProject)
@@ -16,13 +18,9 @@ VExportOptions Options(std::string subfolder, bool useProject)
 
 } // namespace
 
-TEST(TextureDirectory, SubfolderOfTheProjectWhenItIsUsed)
+TEST(TextureDirectory, SubfolderOfTheProjectWhenItIsUsedOtherwiseOfTheTarget)
 {
     EXPECT_EQ(TextureDirectoryFromOptions(Options("Maps", true), "C:\\town\\", "C:\\town\\props\\"), "C:\\town\\Maps\\");
-}
-
-TEST(TextureDirectory, SubfolderOfTheTargetWhenTheProjectIsNotUsedOrMissing)
-{
     EXPECT_EQ(TextureDirectoryFromOptions(Options("Maps\\", false), "C:\\town\\", "C:\\town\\props\\"),
               "C:\\town\\props\\Maps\\");
     EXPECT_EQ(TextureDirectoryFromOptions(Options("Maps", true), "", "C:\\props\\"), "C:\\props\\Maps\\");
@@ -35,19 +33,17 @@ TEST(TextureDirectory, EmptyAbsoluteOrParentSubfolderFallsBackToTextures)
             << subfolder;
 }
 
-TEST(TextureDirectory, LeadingSeparatorOrInnerParentStepIsKept)
+TEST(TextureDirectory, LeadingSeparatorInnerParentStepAndForwardSlashesAreKeptAsASystemPath)
 {
-    for (const char* subfolder : {"\\maps", "/maps"})
-        EXPECT_EQ(TextureDirectoryFromOptions(Options(subfolder, false), "", "C:\\props\\"), "C:\\props\\maps\\")
-            << subfolder;
-    EXPECT_EQ(TextureDirectoryFromOptions(Options("maps\\..\\up", false), "", "C:\\props\\"),
-              "C:\\props\\maps\\..\\up\\");
+    const std::pair<const char*, const char*> kept[] = {
+        {"\\maps", "C:\\props\\maps\\"},
+        {"/maps", "C:\\props\\maps\\"},
+        {"maps\\..\\up", "C:\\props\\maps\\..\\up\\"},
+        {"art/maps", "C:\\props\\art\\maps\\"},
+    };
+    for (const auto& [subfolder, directory] : kept)
+        EXPECT_EQ(TextureDirectoryFromOptions(Options(subfolder, false), "", "C:\\props\\"), directory) << subfolder;
     EXPECT_TRUE(IsValidTextureSubfolder("maps.v2\\hi..res"));
-}
-
-TEST(TextureDirectory, NestedSubfolderWithForwardSlashesBecomesASystemPath)
-{
-    EXPECT_EQ(TextureDirectoryFromOptions(Options("art/maps", false), "", "C:\\props\\"), "C:\\props\\art\\maps\\");
 }
 
 TEST(TextureDirectory, DisplayShowsTheFolderItselfForAnEmptySubfolder)
