@@ -34,31 +34,28 @@ protected:
   }
 };
 
-TEST_F(AnimationTest, LinearKeysInterpolateStraightAndHoldOutsideTheRange)
+// Keys 0 at frame 0, 10 at 10, 0 at 20, all of one tangent type; the value at a frame.
+TEST_F(AnimationTest, KeysInterpolateByTheirTangentTypeAndHoldOutsideTheRange)
 {
-  Keys(TangentType::Linear);
-  EXPECT_DOUBLE_EQ(At(0), 0.0);
-  EXPECT_DOUBLE_EQ(At(10), 10.0);
-  EXPECT_DOUBLE_EQ(At(5), 5.0);
-  EXPECT_DOUBLE_EQ(At(15), 5.0);
-  EXPECT_DOUBLE_EQ(At(-4), 0.0);
-  EXPECT_DOUBLE_EQ(At(30), 0.0);
-}
-
-TEST_F(AnimationTest, SteppedKeysHoldUntilTheNextKey)
-{
-  Keys(TangentType::Step);
-  EXPECT_DOUBLE_EQ(At(9.9), 0.0);
-  EXPECT_DOUBLE_EQ(At(10), 10.0);
-  EXPECT_DOUBLE_EQ(At(19), 10.0);
-}
-
-TEST_F(AnimationTest, StepNextKeysJumpToTheNextValueRightAfterTheKey)
-{
-  Keys(TangentType::StepNext);
-  EXPECT_DOUBLE_EQ(At(0), 0.0);
-  EXPECT_DOUBLE_EQ(At(1), 10.0);
-  EXPECT_DOUBLE_EQ(At(15), 0.0);
+  struct Case {
+    TangentType type;
+    double frame;
+    double value;
+  };
+  // A flat Hermite segment from 0 to 10 reaches half of the way at its middle, 3s^2 - 2s^3 at s.
+  const Case cases[] = {
+      {TangentType::Linear, 0, 0.0},    {TangentType::Linear, 10, 10.0},  {TangentType::Linear, 5, 5.0},
+      {TangentType::Linear, 15, 5.0},   {TangentType::Linear, -4, 0.0},   {TangentType::Linear, 30, 0.0},
+      {TangentType::Step, 9.9, 0.0},    {TangentType::Step, 10, 10.0},    {TangentType::Step, 19, 10.0},
+      {TangentType::StepNext, 0, 0.0},  {TangentType::StepNext, 1, 10.0}, {TangentType::StepNext, 15, 0.0},
+      {TangentType::Flat, 5, 5.0},      {TangentType::Flat, 2, 10.0 * (3 * 0.04 - 2 * 0.008)},
+  };
+  for (const Case& c : cases) {
+    NewScene();
+    CreateNode("transform", "ball");
+    Keys(c.type);
+    EXPECT_NEAR(At(c.frame), c.value, 1e-9) << "type " << static_cast<int>(c.type) << " at " << c.frame;
+  }
 }
 
 // ball.translate <- pairBlend (input 2 only on y, blended x) <- unitConversion <- driven key on driver.translateX
@@ -84,14 +81,6 @@ TEST_F(AnimationTest, DrivenKeysFlowThroughUnitConversionAndPairBlend)
   // The key gives 2 at 4, halved to 1; y takes input 2 only, x blends 3 and 1 by a quarter.
   EXPECT_DOUBLE_EQ(Plug("ball.translateY").asDouble(), 1.0);
   EXPECT_DOUBLE_EQ(Plug("ball.translateX").asDouble(), 2.5);
-}
-
-TEST_F(AnimationTest, FlatKeysEaseInAndOut)
-{
-  Keys(TangentType::Flat);
-  // A flat Hermite segment from 0 to 10 reaches 0.5*0.5*(3-2*0.5) = 0.5 of the way at its middle, 0.104 at a fifth.
-  EXPECT_DOUBLE_EQ(At(5), 5.0);
-  EXPECT_NEAR(At(2), 10.0 * (3 * 0.04 - 2 * 0.008), 1e-9);
 }
 
 TEST_F(AnimationTest, SplineKeysTakeTheSlopeOfTheirNeighbours)

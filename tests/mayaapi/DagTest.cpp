@@ -50,22 +50,12 @@ protected:
   MObject group, a, b, shape;
 };
 
-TEST_F(DagTest, DepthFirstWalkStartsAtTheWorldAndVisitsChildrenInOrderOncePerInstance)
+TEST_F(DagTest, WalksStartAtTheWorldVisitOncePerInstanceAndSkipPrunedChildren)
 {
-  const std::vector<std::string> expected = {"", "|group1", "|group1|a", "|group1|a|aShape", "|group1|b",
-                                             "|group1|b|aShape", "|top2"};
-  EXPECT_EQ(Walk(MItDag::kDepthFirst), expected);
-}
-
-TEST_F(DagTest, BreadthFirstWalkVisitsLevelByLevel)
-{
-  const std::vector<std::string> expected = {"", "|group1", "|top2", "|group1|a", "|group1|b", "|group1|a|aShape",
-                                             "|group1|b|aShape"};
-  EXPECT_EQ(Walk(MItDag::kBreadthFirst), expected);
-}
-
-TEST_F(DagTest, PrunedNodeKeepsItsChildrenOutOfTheWalk)
-{
+  EXPECT_EQ(Walk(MItDag::kDepthFirst), (std::vector<std::string>{"", "|group1", "|group1|a", "|group1|a|aShape",
+                                                                 "|group1|b", "|group1|b|aShape", "|top2"}));
+  EXPECT_EQ(Walk(MItDag::kBreadthFirst), (std::vector<std::string>{"", "|group1", "|top2", "|group1|a", "|group1|b",
+                                                                   "|group1|a|aShape", "|group1|b|aShape"}));
   std::vector<std::string> names;
   for (MItDag it; !it.isDone(); it.next()) {
     MDagPath path;
@@ -77,7 +67,7 @@ TEST_F(DagTest, PrunedNodeKeepsItsChildrenOutOfTheWalk)
   EXPECT_EQ(names, (std::vector<std::string>{"", "group1", "top2"}));
 }
 
-TEST_F(DagTest, InstancedShapeHasOnePathPerParentWithInstanceNumbers)
+TEST_F(DagTest, InstancedShapeHasOnePathPerParentNamedByItsShortestUniqueTail)
 {
   const MDagPath first = PathTo("|group1|a|aShape");
   const MDagPath second = PathTo("|group1|b|aShape");
@@ -87,14 +77,10 @@ TEST_F(DagTest, InstancedShapeHasOnePathPerParentWithInstanceNumbers)
   EXPECT_EQ(first.instanceNumber(), 0u);
   EXPECT_EQ(second.instanceNumber(), 1u);
   EXPECT_FALSE(PathTo("|group1|a").isInstanced());
-}
-
-TEST_F(DagTest, PartialPathNameIsTheNameUnlessInstancedThenTheShortestUniqueTail)
-{
   EXPECT_EQ(PathTo("|group1|a").partialPathName(), "a");
-  EXPECT_EQ(PathTo("|group1|a|aShape").partialPathName(), "a|aShape");
-  EXPECT_EQ(PathTo("|group1|b|aShape").partialPathName(), "b|aShape");
-  EXPECT_EQ(PathTo("|group1|a|aShape").fullPathName(), "|group1|a|aShape");
+  EXPECT_EQ(first.partialPathName(), "a|aShape");
+  EXPECT_EQ(second.partialPathName(), "b|aShape");
+  EXPECT_EQ(first.fullPathName(), "|group1|a|aShape");
 }
 
 TEST_F(DagTest, TransformPathAnswersForItsShape)
@@ -108,32 +94,22 @@ TEST_F(DagTest, TransformPathAnswersForItsShape)
   EXPECT_FALSE(shapePath.hasFn(MFn::kTransform));
 }
 
-TEST_F(DagTest, PopWalksUpToTheWorldAndThenFails)
+TEST_F(DagTest, PathsPopToTheWorldPushOnlyChildrenAndExtendToTheOnlyShape)
 {
   MDagPath path = PathTo("|group1|a");
   EXPECT_TRUE(path.pop());
   EXPECT_EQ(path.fullPathName(), "|group1");
-  EXPECT_TRUE(path.pop());
-  EXPECT_EQ(path.length(), 0u);
-  EXPECT_FALSE(path.pop());
-}
-
-TEST_F(DagTest, PushAcceptsOnlyAChildOfTheLastNode)
-{
-  MDagPath path = PathTo("|group1");
   EXPECT_EQ(path.childCount(), 2u);
+  EXPECT_FALSE(path.extendToShape());
   EXPECT_FALSE(path.push(shape));
   EXPECT_TRUE(path.push(path.child(1)));
   EXPECT_EQ(path.fullPathName(), "|group1|b");
-}
-
-TEST_F(DagTest, ExtendToShapeFindsTheOnlyShape)
-{
-  MDagPath path = PathTo("|group1|b");
   EXPECT_TRUE(path.extendToShape());
   EXPECT_EQ(path.fullPathName(), "|group1|b|aShape");
-  MDagPath group1 = PathTo("|group1");
-  EXPECT_FALSE(group1.extendToShape());
+  path = PathTo("|group1");
+  EXPECT_TRUE(path.pop());
+  EXPECT_EQ(path.length(), 0u);
+  EXPECT_FALSE(path.pop());
 }
 
 // As in Maya, DAG nodes under different parents may share a name; siblings and dependency nodes may not.
@@ -161,7 +137,7 @@ TEST_F(DagTest, IntermediateObjectIsReadFromItsAttribute)
   EXPECT_TRUE(fn.isIntermediateObject());
 }
 
-TEST_F(DagTest, ActiveSelectionKeepsItsOrderAndComponents)
+TEST_F(DagTest, SelectionKeepsItsOrderAndHasNoDagPathForADependencyNode)
 {
   Select({PathTo("|top2"), PathTo("|group1|b|aShape")});
   MSelectionList list;
@@ -173,16 +149,11 @@ TEST_F(DagTest, ActiveSelectionKeepsItsOrderAndComponents)
     names.push_back(path.fullPathName().asChar());
   }
   EXPECT_EQ(names, (std::vector<std::string>{"|top2", "|group1|b|aShape"}));
-}
-
-TEST_F(DagTest, SelectionOfADependencyNodeHasNoDagPath)
-{
-  MSelectionList list;
   ASSERT_TRUE(list.add(CreateShader("lambert", "mat")));
   MDagPath path;
-  EXPECT_FALSE(list.getDagPath(0, path));
+  EXPECT_FALSE(list.getDagPath(2, path));
   MObject node;
-  EXPECT_TRUE(list.getDependNode(0, node));
+  EXPECT_TRUE(list.getDependNode(2, node));
   EXPECT_EQ(MFnDependencyNode(node).typeName(), "shadingEngine");
 }
 

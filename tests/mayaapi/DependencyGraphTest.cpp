@@ -37,30 +37,27 @@ protected:
   MObject node, mid;
 };
 
-TEST_F(DependencyGraphTest, UpstreamNodeWalkWithoutFilterReturnsTheRootFirst)
+TEST_F(DependencyGraphTest, WalksStartAtTheRootAndPruneOnTheFilterOnlyWhenAsked)
 {
-  MItDependencyGraph it(node, MFn::kInvalid, MItDependencyGraph::kUpstream, MItDependencyGraph::kBreadthFirst);
-  EXPECT_EQ(Names(it), (std::vector<std::string>{"node", "mid", "near", "far"}));
-}
-
-TEST_F(DependencyGraphTest, DepthFirstFollowsOneBranchToItsEndBeforeTheNext)
-{
-  MItDependencyGraph it(node, MFn::kInvalid, MItDependencyGraph::kUpstream, MItDependencyGraph::kDepthFirst);
-  EXPECT_EQ(Names(it), (std::vector<std::string>{"node", "mid", "far", "near"}));
-}
-
-TEST_F(DependencyGraphTest, PruningOnTheFilterStopsAtNodesThatFailIt)
-{
-  MItDependencyGraph it(node, MFn::kDisplayLayer, MItDependencyGraph::kUpstream, MItDependencyGraph::kBreadthFirst);
-  it.enablePruningOnFilter();
-  EXPECT_EQ(Names(it), (std::vector<std::string>{"near"}));
-}
-
-TEST_F(DependencyGraphTest, WithoutPruningTheWalkPassesThroughFilteredNodes)
-{
-  MItDependencyGraph it(node, MFn::kDisplayLayer, MItDependencyGraph::kUpstream, MItDependencyGraph::kBreadthFirst);
-  it.disablePruningOnFilter();
-  EXPECT_EQ(Names(it), (std::vector<std::string>{"near", "far"}));
+  const struct {
+    MFn::Type filter;
+    MItDependencyGraph::Traversal order;
+    bool pruning;
+    std::vector<std::string> names;
+  } walks[] = {
+      {MFn::kInvalid, MItDependencyGraph::kBreadthFirst, false, {"node", "mid", "near", "far"}},
+      {MFn::kInvalid, MItDependencyGraph::kDepthFirst, false, {"node", "mid", "far", "near"}},
+      {MFn::kDisplayLayer, MItDependencyGraph::kBreadthFirst, true, {"near"}},
+      {MFn::kDisplayLayer, MItDependencyGraph::kBreadthFirst, false, {"near", "far"}},
+  };
+  for (const auto& walk : walks) {
+    MItDependencyGraph it(node, walk.filter, MItDependencyGraph::kUpstream, walk.order);
+    if (walk.pruning)
+      it.enablePruningOnFilter();
+    else
+      it.disablePruningOnFilter();
+    EXPECT_EQ(Names(it), walk.names);
+  }
 }
 
 TEST_F(DependencyGraphTest, PruneKeepsTheCurrentNodesInputsOut)
