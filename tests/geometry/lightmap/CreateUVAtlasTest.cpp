@@ -103,6 +103,14 @@ TEST(CreateUVAtlas, FailsOnPositionsThatAreNotFiniteAndIndicesOutOfRange)
     EXPECT_TRUE(atlas.Indices.empty());
 }
 
+void ExpectWithinTheAtlas(const UVAtlas& atlas)
+{
+    for (float uv : atlas.UVs) {
+        EXPECT_GE(uv, 0.0f);
+        EXPECT_LE(uv, 1.0f);
+    }
+}
+
 // A triangle that is a line 8e31 long beside ordinary ones: every chart must still fit.
 TEST(CreateUVAtlas, PacksTrianglesWithoutAreaOfAnyLength)
 {
@@ -112,10 +120,7 @@ TEST(CreateUVAtlas, PacksTrianglesWithoutAreaOfAnyLength)
     params.Size = 128;
     UVAtlas atlas;
     ASSERT_EQ(CreateUVAtlas(positions, indices, params, atlas), 0);
-    for (float uv : atlas.UVs) {
-        EXPECT_GE(uv, 0.0f);
-        EXPECT_LE(uv, 1.0f);
-    }
+    ExpectWithinTheAtlas(atlas);
     const float* a = &atlas.UVs[2 * atlas.Indices[6]];
     const float* b = &atlas.UVs[2 * atlas.Indices[7]];
     const float* c = &atlas.UVs[2 * atlas.Indices[8]];
@@ -132,10 +137,7 @@ TEST(CreateUVAtlas, PacksASliverOfAnyLength)
     params.MaxStretch = 0.0f;
     UVAtlas atlas;
     ASSERT_EQ(CreateUVAtlas(positions, indices, params, atlas), 0);
-    for (float uv : atlas.UVs) {
-        EXPECT_GE(uv, 0.0f);
-        EXPECT_LE(uv, 1.0f);
-    }
+    ExpectWithinTheAtlas(atlas);
 }
 
 // Each separate triangle is a chart, and each chart needs a texel and its gutter.
