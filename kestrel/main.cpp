@@ -20,20 +20,35 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
+#include <utility>
 
 namespace {
 
-// Qt gives up on the whole process when it finds no display, so ask first.
-bool HasDisplay()
+#ifdef KESTREL_WITH_QT
+// Why there is no display to show dialogs on; empty when there is one. Qt ends the whole process
+// when it cannot reach its display, so a local X display whose server socket is missing counts
+// as none.
+std::string MissingDisplay()
 {
-    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-        const char* value = std::getenv(variable);
-        if (value && *value)
-            return true;
-    }
-    return false;
+    const char* platform = std::getenv("QT_QPA_PLATFORM");
+    const char* wayland = std::getenv("WAYLAND_DISPLAY");
+    if ((platform && *platform) || (wayland && *wayland))
+        return {};
+    const char* display = std::getenv("DISPLAY");
+    if (!display || !*display)
+        return "neither DISPLAY nor WAYLAND_DISPLAY is set";
+    const std::string name = display;
+    if (name.front() != ':')
+        return {};
+    const std::string socket = "/tmp/.X11-unix/X" + name.substr(1, name.find('.') - 1);
+    std::error_code error;
+    if (std::filesystem::exists(socket, error))
+        return {};
+    return "no X server listens on DISPLAY=" + name;
 }
+#endif
 
 // The desktop's dialogs, opened when a command first needs them. The application object must go
 // before the process exits, so main owns it.
@@ -49,13 +64,13 @@ public:
     DesktopDialogs Open()
     {
 #ifdef KESTREL_WITH_QT
-        if (!HasDisplay())
-            return {nullptr, nullptr, "neither DISPLAY nor WAYLAND_DISPLAY is set"};
+        if (std::string missing = MissingDisplay(); !missing.empty())
+            return {nullptr, nullptr, std::move(missing)};
         if (!m_application)
             m_application = std::make_unique<QApplication>(m_argc, m_argv);
         return {&m_view, &m_messageBox, {}};
 #else
-        return {nullptr, nullptr, HasDisplay() ? "this kestrel was built without Qt" : "no display, and no Qt"};
+        return {nullptr, nullptr, "this kestrel was built without Qt"};
 #endif
     }
 
