@@ -9,10 +9,31 @@ namespace {
 
 // One list of fields per record type serves both directions: the packer appends each field, the unpacker
 // fills it back in the same order.
+class Sizer {
+public:
+    static constexpr bool Reading = false;
+    void Raw(void*, size_t length) { m_size += length; }
+    bool Count(size_t&, size_t)
+    {
+        m_size += sizeof(size_t);
+        return true;
+    }
+    size_t Size() const { return m_size; }
+
+private:
+    size_t m_size = 0;
+};
+
+// Fills a buffer sized by the Sizer beforehand, so that a large record is copied once.
 class Packer {
 public:
     static constexpr bool Reading = false;
-    void Raw(void* data, size_t length) { m_bytes.append(static_cast<const char*>(data), length); }
+    explicit Packer(size_t size) : m_bytes(size, '\0') {}
+    void Raw(void* data, size_t length)
+    {
+        std::memcpy(m_bytes.data() + m_at, data, length);
+        m_at += length;
+    }
     bool Count(size_t& count, size_t)
     {
         Raw(&count, sizeof count);
@@ -22,6 +43,7 @@ public:
 
 private:
     std::string m_bytes;
+    size_t m_at = 0;
 };
 
 class Unpacker {
@@ -188,9 +210,13 @@ void AllFields(Io& io, bool& read, SceneRecord& record, ImportResult& result)
 
 std::string PackSceneRecord(bool read, const SceneRecord& record, const ImportResult& result)
 {
-    Packer packer;
-    // The packer only reads; the field lists are shared with the unpacker, which writes.
-    AllFields(packer, read, const_cast<SceneRecord&>(record), const_cast<ImportResult&>(result));
+    // The sizer and the packer only read; the field lists are shared with the unpacker, which writes.
+    auto& fields = const_cast<SceneRecord&>(record);
+    auto& answer = const_cast<ImportResult&>(result);
+    Sizer sizer;
+    AllFields(sizer, read, fields, answer);
+    Packer packer(sizer.Size());
+    AllFields(packer, read, fields, answer);
     return packer.Take();
 }
 

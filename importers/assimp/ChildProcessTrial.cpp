@@ -6,13 +6,16 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
+#include <exception>
 
 namespace {
 
-bool WriteAll(int fd, const std::string& bytes)
+bool WriteAll(int fd, const void* data, size_t length)
 {
-    for (size_t written = 0; written < bytes.size();) {
-        const ssize_t count = write(fd, bytes.data() + written, bytes.size() - written);
+    const auto* bytes = static_cast<const char*>(data);
+    for (size_t written = 0; written < length;) {
+        const ssize_t count = write(fd, bytes + written, length - written);
         if (count < 0 && errno != EINTR)
             return false;
         written += count > 0 ? static_cast<size_t>(count) : 0;
@@ -20,18 +23,38 @@ bool WriteAll(int fd, const std::string& bytes)
     return true;
 }
 
-// Reads until the child closes its end, which it does by finishing or by dying.
-void ReadAll(int fd, std::string& bytes)
+// The child sends the length first, so that the parent reads into a buffer of the right size.
+bool Send(int fd, const std::string& bytes)
 {
-    constexpr size_t kStep = size_t {1} << 20;
-    for (;;) {
-        const size_t used = bytes.size();
-        bytes.resize(used + kStep);
-        const ssize_t count = read(fd, bytes.data() + used, kStep);
-        bytes.resize(used + (count > 0 ? static_cast<size_t>(count) : 0));
+    const uint64_t length = bytes.size();
+    return WriteAll(fd, &length, sizeof length) && WriteAll(fd, bytes.data(), bytes.size());
+}
+
+bool ReadAll(int fd, void* data, size_t length)
+{
+    auto* bytes = static_cast<char*>(data);
+    for (size_t done = 0; done < length;) {
+        const ssize_t count = read(fd, bytes + done, length - done);
         if (count == 0 || (count < 0 && errno != EINTR))
-            return;
+            return false;
+        done += count > 0 ? static_cast<size_t>(count) : 0;
     }
+    return true;
+}
+
+// False when the child ended before sending all it announced, or sent more.
+bool Receive(int fd, std::string& bytes)
+{
+    uint64_t length = 0;
+    if (!ReadAll(fd, &length, sizeof length))
+        return false;
+    try {
+        bytes.resize(length);
+    } catch (const std::exception&) {
+        return false;
+    }
+    char extra = 0;
+    return ReadAll(fd, bytes.data(), bytes.size()) && !ReadAll(fd, &extra, 1);
 }
 
 } // namespace
@@ -51,7 +74,7 @@ std::optional<std::string> RunInChildProcess(const std::function<std::string()>&
         close(ends[0]);
         bool handed = false;
         try {
-            handed = WriteAll(ends[1], work());
+            handed = Send(ends[1], work());
         } catch (...) {
             // Unwinding further would run the parent's code in the child.
         }
@@ -60,7 +83,8 @@ std::optional<std::string> RunInChildProcess(const std::function<std::string()>&
     }
     close(ends[1]);
     std::string bytes;
-    ReadAll(ends[0], bytes);
+    const bool received = Receive(ends[0], bytes);
+    // A child still writing when the parent gave up dies of the closed pipe instead of waiting forever.
     close(ends[0]);
     int status = 0;
     while (waitpid(child, &status, 0) < 0) {
@@ -68,7 +92,7 @@ std::optional<std::string> RunInChildProcess(const std::function<std::string()>&
             return std::nullopt;
     }
     // A sanitizer reports a crash and exits with a code of its own, so anything but a clean exit counts.
-    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
+    if (!received || !WIFEXITED(status) || WEXITSTATUS(status) != 0)
         return std::nullopt;
     return bytes;
 }
