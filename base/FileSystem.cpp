@@ -129,24 +129,57 @@ bool ReadWholeFile(std::string_view path, std::string& contents, std::string* er
 
 bool WriteFileAtomically(std::string_view path, std::string_view contents, std::string* error)
 {
-    const fs::path target = Native(path);
-    const std::string temporary = TemporarySibling(target);
-    std::FILE* file = std::fopen(temporary.c_str(), "wb");
-    if (!file)
-        return Fail(error, Format("cannot create %s: %s", temporary.c_str(), std::strerror(errno)));
-    const bool written = std::fwrite(contents.data(), 1, contents.size(), file) == contents.size();
-    const bool closed = std::fclose(file) == 0;
-    if (!written || !closed) {
-        std::remove(temporary.c_str());
-        return Fail(error, Format("cannot write %s: %s", target.string().c_str(), std::strerror(errno)));
+    AtomicFileWriter writer(path);
+    writer.Append(contents);
+    return writer.Commit(error);
+}
+
+AtomicFileWriter::AtomicFileWriter(std::string_view path)
+    : m_target(Native(path).string()), m_temporary(TemporarySibling(Native(path)))
+{
+}
+
+AtomicFileWriter::~AtomicFileWriter()
+{
+    if (m_file) {
+        std::fclose(m_file);
+        std::remove(m_temporary.c_str());
     }
-    std::error_code code;
-    fs::rename(temporary, target, code);
-    if (code) {
-        std::remove(temporary.c_str());
-        return Fail(error, Format("cannot replace %s: %s", target.string().c_str(), code.message().c_str()));
+}
+
+bool AtomicFileWriter::Open()
+{
+    if (m_file || !m_error.empty())
+        return m_file != nullptr;
+    m_file = std::fopen(m_temporary.c_str(), "wb");
+    if (!m_file)
+        m_error = Format("cannot create %s: %s", m_temporary.c_str(), std::strerror(errno));
+    return m_file != nullptr;
+}
+
+void AtomicFileWriter::Append(std::string_view bytes)
+{
+    if (Open() && std::fwrite(bytes.data(), 1, bytes.size(), m_file) != bytes.size())
+        m_error = Format("cannot write %s: %s", m_target.c_str(), std::strerror(errno));
+}
+
+bool AtomicFileWriter::Commit(std::string* error)
+{
+    Open();
+    if (m_file) {
+        const bool closed = std::fclose(m_file) == 0;
+        m_file = nullptr;
+        if (!closed && m_error.empty())
+            m_error = Format("cannot write %s: %s", m_target.c_str(), std::strerror(errno));
+        std::error_code code;
+        if (m_error.empty())
+            fs::rename(m_temporary, m_target, code);
+        if (code)
+            m_error = Format("cannot replace %s: %s", m_target.c_str(), code.message().c_str());
+        if (!m_error.empty())
+            std::remove(m_temporary.c_str());
     }
-    return true;
+    return m_error.empty() || Fail(error, m_error);
 }
 
 std::string ModuleFolderOf(const void* address)

@@ -3,6 +3,7 @@
 // functions convert it with ToNativePath. Failures answer false and, where asked, a text the
 // user can act on.
 
+#include <cstdio>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,6 +32,28 @@ bool ReadWholeFile(std::string_view path, std::string& contents, std::string* er
 // Writes to a temporary file beside the target and renames it over the target once complete,
 // so that a failed or interrupted write leaves the previous file intact.
 bool WriteFileAtomically(std::string_view path, std::string_view contents, std::string* error = nullptr);
+
+// The same, for contents that come in pieces: each piece goes to the temporary file as it comes, so
+// a large file is never held whole. The first failure is kept and told by Commit; a writer dropped
+// without Commit removes its temporary file and leaves the target as it was.
+class AtomicFileWriter {
+public:
+    explicit AtomicFileWriter(std::string_view path);
+    ~AtomicFileWriter();
+    AtomicFileWriter(const AtomicFileWriter&) = delete;
+    AtomicFileWriter& operator=(const AtomicFileWriter&) = delete;
+
+    void Append(std::string_view bytes);
+    bool Commit(std::string* error = nullptr);
+
+private:
+    bool Open();
+
+    std::string m_target;    // native
+    std::string m_temporary; // native
+    std::FILE* m_file = nullptr;
+    std::string m_error;
+};
 
 // The folder of the program file or shared library that holds the code at address, without a
 // closing backslash; empty when the system cannot tell.

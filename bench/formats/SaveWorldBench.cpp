@@ -4,7 +4,10 @@
 
 #include "formats/SaveCollisionMesh.h"
 #include "formats/SaveWorld.h"
+#include "formats/chunk/VFileStreamProvider.h"
 #include "formats/chunk/VMemoryStreamProvider.h"
+#include "base/FileSystem.h"
+#include "base/Path.h"
 #include "model/VMWorld.h"
 
 #include <benchmark/benchmark.h>
@@ -14,7 +17,10 @@
 
 #include <cstdio>
 
+#include <chrono>
+#include <filesystem>
 #include <memory>
+#include <random>
 #include <string>
 
 namespace {
@@ -118,5 +124,39 @@ void SaveCollisionMeshBench(benchmark::State& state)
     ReportPeakMemory(state);
 }
 BENCHMARK(SaveCollisionMeshBench)->Unit(benchmark::kMillisecond);
+
+// The static mesh writer to the disk beside its floor: one write of as many bytes to the same
+// place. Both figures are per call; floor_x is their ratio, the target being at most 3.
+void SaveWorldToDiskBench(benchmark::State& state)
+{
+    const auto world = MakeGridWorld(state.range(0) != 0);
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("kestrel_save_bench_" + std::to_string(std::random_device()()));
+    std::filesystem::create_directories(folder);
+    const std::string target = FromNativePath((folder / "world.qmesh").string());
+    VSaveParams params;
+    params.Streams = &DefaultChunkStreamProvider();
+    params.Console = [](const std::string&) {};
+    double saveSeconds = 0.0;
+    double floorSeconds = 0.0;
+    for (auto _ : state) {
+        auto start = std::chrono::steady_clock::now();
+        if (!SaveWorld(*world, target, params))
+            state.SkipWithError("SaveWorld failed");
+        saveSeconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        const std::string bytes(std::filesystem::file_size(folder / "world.qmesh"), 'k');
+        start = std::chrono::steady_clock::now();
+        if (!WriteFileAtomically(FromNativePath((folder / "floor.bin").string()), bytes))
+            state.SkipWithError("the write failed");
+        floorSeconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    }
+    state.counters["save_ms"] = benchmark::Counter(saveSeconds * 1000.0, benchmark::Counter::kAvgIterations);
+    state.counters["one_write_ms"] = benchmark::Counter(floorSeconds * 1000.0, benchmark::Counter::kAvgIterations);
+    state.counters["floor_x"] = saveSeconds / floorSeconds;
+    ReportPeakMemory(state);
+    std::error_code error;
+    std::filesystem::remove_all(folder, error);
+}
+BENCHMARK(SaveWorldToDiskBench)->ArgName("trilists")->Arg(0)->Arg(1)->Iterations(5)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -1,6 +1,5 @@
 #pragma once
-// Streams over memory. Asset files are small enough to be held whole, which lets the disk be
-// touched in one read and one atomic replace.
+// Streams over memory: a file read whole, and written files gathered for tests and fuzzers.
 
 #include "formats/chunk/VChunkStream.h"
 
