@@ -58,20 +58,15 @@ TEST(FixID, PatchControlVertexIsNoLinkTarget)
     EXPECT_EQ(control->State, 2u);
 }
 
-TEST(FixID, ClearsOldLinksAndLinksNothingWithANegativeRadius)
+TEST(FixID, ClearsOldLinksAndLinksNothingWithANegativeRadiusOrInAnEmptyWorld)
 {
     VMWorld world;
+    EXPECT_EQ(FixID(world, 0.0f), 0);
     VMVertex* first = AddVertex(world, 1, 1, 1);
     VMVertex* second = AddVertex(world, 1, 1, 1);
     second->MergeLink = first;
     EXPECT_EQ(FixID(world, -1.0f), 0);
     EXPECT_EQ(second->MergeLink, nullptr);
-}
-
-TEST(FixID, EmptyWorldMakesNoLinks)
-{
-    VMWorld world;
-    EXPECT_EQ(FixID(world, 0.0f), 0);
 }
 
 }

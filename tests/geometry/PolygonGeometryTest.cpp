@@ -7,14 +7,7 @@
 
 namespace {
 
-TEST(PolygonArea, IsZeroBelowThreeCorners)
-{
-    VMWorld world;
-    const VMVertex* corners[2] = {AddVertex(world, 0, 0, 0), AddVertex(world, 1, 0, 0)};
-    EXPECT_EQ(PolygonArea(corners, 2), 0.0);
-}
-
-TEST(PolygonArea, SumsTheFanTrianglesOfASquare)
+TEST(PolygonArea, SumsTheFanTrianglesAndIsZeroBelowThreeCorners)
 {
     //  d(0,2) --- c(2,2)
     //    |          |
@@ -23,6 +16,7 @@ TEST(PolygonArea, SumsTheFanTrianglesOfASquare)
     const VMVertex* corners[4] = {AddVertex(world, 0, 0, 0), AddVertex(world, 2, 0, 0), AddVertex(world, 2, 2, 0),
                                   AddVertex(world, 0, 2, 0)};
     EXPECT_DOUBLE_EQ(PolygonArea(corners, 4), 4.0);
+    EXPECT_EQ(PolygonArea(corners, 2), 0.0);
 }
 
 TEST(PolygonPlane, IsAbsentForCollinearCorners)

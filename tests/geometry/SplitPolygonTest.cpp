@@ -71,22 +71,14 @@ TEST(SplitPolygon, ScoresDiagonalsByUnsignedFanAreas)
     EXPECT_EQ(CornerIndices(*world.Polygons.Get(2)), (std::vector<int>{3, 4, 0}));
 }
 
-TEST(SplitPolygon, DropsASequenceWithoutArea)
+TEST(SplitPolygon, CornersWithoutAreaOrFewerThanThreeGiveNothing)
 {
     VMWorld world;
     VMVertex* corners[4] = {AddVertex(world, 0, 0, 0), AddVertex(world, 1, 0, 0), AddVertex(world, 2, 0, 0),
                             AddVertex(world, 3, 0, 0)};
     VMPolygon source;
-    ASSERT_EQ(SplitPolygon(world, source, corners, 4, 0, 3), 0);
-    EXPECT_EQ(world.Polygons.Count(), 0);
-}
-
-TEST(SplitPolygon, FewerThanThreeCornersGiveNothing)
-{
-    VMWorld world;
-    VMVertex* corners[2] = {AddVertex(world, 0, 0, 0), AddVertex(world, 1, 0, 0)};
-    VMPolygon source;
-    ASSERT_EQ(SplitPolygon(world, source, corners, 2, 0, 3), 0);
+    for (const int count : {4, 2})
+        ASSERT_EQ(SplitPolygon(world, source, corners, count, 0, 3), 0);
     EXPECT_EQ(world.Polygons.Count(), 0);
 }
 

@@ -77,11 +77,15 @@ void AddZigzag(VMWorld& world, VMMaterial* material)
     AddStripTriangle(world, {4, 3, 5}, material);
 }
 
-TEST(StripWorld, FewestNeighboursFirstStripsTheZigzagAsOneStrip)
+// Strip batches are not counted among those prepared for listing; existing tri-lists are cut up
+// and stripped again.
+TEST(StripWorld, FewestNeighboursFirstStripsTheZigzagAsOneStripAgainAndAgain)
 {
     VMWorld world;
     AddZigzag(world, AddStripMaterial(world));
     const VertexNames names(world);
+    RecordingSink sink;
+    ScopedGeometryLogSink scope(&sink);
 
     ASSERT_EQ(StripWorld(world, Method(2)), 0);
 
@@ -89,6 +93,10 @@ TEST(StripWorld, FewestNeighboursFirstStripsTheZigzagAsOneStrip)
     EXPECT_EQ(names.TriLists(world)[0], (std::vector<int>{0, 1, 2, 2, 1, 3, 2, 3, 4, 4, 3, 5}));
     EXPECT_EQ(world.TriLists.Get(0)->ListKind, VMTriListKind::StripOddStart);
     EXPECT_EQ(world.Polygons.Count(), 0);
+    EXPECT_EQ(sink.StartingWith("0 batches for listing prepared.\r\n").size(), 1u);
+
+    ASSERT_EQ(StripWorld(world, Method(2)), 0);
+    EXPECT_EQ(names.TriLists(world), (std::vector<std::vector<int>>{{0, 1, 2, 2, 1, 3, 2, 3, 4, 4, 3, 5}}));
 }
 
 // The look-ahead scores a start edge by walking to the edge that follows the shared one, while
@@ -139,36 +147,28 @@ TEST(StripWorld, ListsAreRunsOfMaxStripLengthInGatheringOrder)
         EXPECT_EQ(triList->ListKind, VMTriListKind::List);
 }
 
-TEST(StripWorld, MaxStripLengthBelowFourBehavesAsFour)
+TEST(StripWorld, MaxStripLengthIsClampedToFourAndTenThousand)
 {
     VMWorld two;
     AddGrid(two, 5, 1, AddStripMaterial(two));
     StripParams params = Method(4);
     params.MaxStripLength = 2;
     ASSERT_EQ(StripWorld(two, params), 0);
-
     VMWorld four;
     AddGrid(four, 5, 1, AddStripMaterial(four));
     params.MaxStripLength = 4;
     ASSERT_EQ(StripWorld(four, params), 0);
-
     EXPECT_EQ(VertexNames(two).TriLists(two), VertexNames(four).TriLists(four));
     EXPECT_EQ(two.TriLists.Count(), 3);
-}
 
-TEST(StripWorld, MaxStripLengthAboveTenThousandBehavesAsTenThousand)
-{
-    VMWorld world;
-    AddGrid(world, 125, 100, AddStripMaterial(world));
-    StripParams params = Method(4);
+    VMWorld large;
+    AddGrid(large, 125, 100, AddStripMaterial(large));
     params.MaxStripLength = 20000;
-
-    ASSERT_EQ(StripWorld(world, params), 0);
-
-    ASSERT_EQ(world.TriLists.Count(), 3);
-    EXPECT_EQ(world.TriLists.Get(0)->TriangleCount(), 10000);
-    EXPECT_EQ(world.TriLists.Get(1)->TriangleCount(), 10000);
-    EXPECT_EQ(world.TriLists.Get(2)->TriangleCount(), 5000);
+    ASSERT_EQ(StripWorld(large, params), 0);
+    ASSERT_EQ(large.TriLists.Count(), 3);
+    EXPECT_EQ(large.TriLists.Get(0)->TriangleCount(), 10000);
+    EXPECT_EQ(large.TriLists.Get(1)->TriangleCount(), 10000);
+    EXPECT_EQ(large.TriLists.Get(2)->TriangleCount(), 5000);
 }
 
 TEST(StripWorld, LongBatchesAreCutAtMaxStripLengthForStripsAndLists)
@@ -428,18 +428,6 @@ TEST(StripWorld, LogsProgressAndTheTriListCount)
     EXPECT_EQ(statistics.MaterialCount, 1);
 }
 
-TEST(StripWorld, StripBatchesAreNotCountedForListing)
-{
-    VMWorld world;
-    AddZigzag(world, AddStripMaterial(world));
-    RecordingSink sink;
-    ScopedGeometryLogSink scope(&sink);
-
-    ASSERT_EQ(StripWorld(world, Method(2)), 0);
-
-    EXPECT_EQ(sink.StartingWith("0 batches for listing prepared.\r\n").size(), 1u);
-}
-
 //   1   3   5   7      four separate triangles of one material; the names split them into two
 //   |\  |\  |\  |\     batches, whose short lists still end in one list, the later batch's first
 //   0-2 2-4 4-6 6-8    and each in reverse order
@@ -503,18 +491,6 @@ TEST(StripWorld, StripNeverCrossesAnEdgeThatBothTrianglesRunTheSameWay)
     EXPECT_EQ(names.TriLists(world), (std::vector<std::vector<int>>{{4, 3, 5, 2, 4, 3, 0, 1, 2, 2, 1, 3}}));
     EXPECT_EQ(world.TriLists.Get(0)->ListKind, VMTriListKind::List);
     EXPECT_EQ(SurfaceTriangles(world), before);
-}
-
-TEST(StripWorld, ExistingTriListsAreCutUpAndStrippedAgain)
-{
-    VMWorld world;
-    AddZigzag(world, AddStripMaterial(world));
-    const VertexNames names(world);
-    ASSERT_EQ(StripWorld(world, Method(2)), 0);
-
-    ASSERT_EQ(StripWorld(world, Method(2)), 0);
-
-    EXPECT_EQ(names.TriLists(world), (std::vector<std::vector<int>>{{0, 1, 2, 2, 1, 3, 2, 3, 4, 4, 3, 5}}));
 }
 
 } // namespace

@@ -18,13 +18,19 @@ std::vector<VMVertex*> Sorted(std::vector<VMVertex*> vertices)
     return vertices;
 }
 
-TEST(VertexSearchTree, EmptyListGivesEmptyAnswers)
+TEST(VertexSearchTree, EmptyTreesNegativeOrNaNRadiiAndVerticesPastTheCountFindNothing)
 {
     VMWorld world;
     VertexSearchTree tree;
     ASSERT_EQ(tree.Build(0, world.Vertices), 0);
-    const float point[3] = {0.0f, 0.0f, 0.0f};
-    EXPECT_TRUE(tree.Query(point, 100.0f).empty());
+    const float origin[3] = {0.0f, 0.0f, 0.0f};
+    EXPECT_TRUE(tree.Query(origin, 100.0f).empty());
+    VMVertex* first = AddVertex(world, 0, 0, 0);
+    AddVertex(world, 0, 0, 0);
+    ASSERT_EQ(tree.Build(1, world.Vertices), 0);
+    EXPECT_EQ(tree.Query(origin, 0.0f), std::vector<VMVertex*>{first});
+    EXPECT_TRUE(tree.Query(origin, -1.0f).empty());
+    EXPECT_TRUE(tree.Query(origin, std::numeric_limits<float>::quiet_NaN()).empty());
 }
 
 TEST(VertexSearchTree, BoxIsClosedOnEveryAxis)
@@ -56,26 +62,6 @@ TEST(VertexSearchTree, QueryVisitsNodeThenUpperThenLowerChild)
     const float centre[3] = {2.0f, 2.0f, 2.0f};
     const std::vector<VMVertex*> expected = {v[4], v[2], v[0], v[3], v[1]};
     EXPECT_EQ(tree.Query(centre, 10.0f), expected);
-}
-
-TEST(VertexSearchTree, BuildOverACountLeavesLaterVerticesOut)
-{
-    VMWorld world;
-    VMVertex* first = AddVertex(world, 0, 0, 0);
-    AddVertex(world, 0, 0, 0);
-    VertexSearchTree tree;
-    ASSERT_EQ(tree.Build(1, world.Vertices), 0);
-    EXPECT_EQ(tree.Query(first->Position, 0.0f), std::vector<VMVertex*>{first});
-}
-
-TEST(VertexSearchTree, NegativeOrNaNRadiusFindsNothing)
-{
-    VMWorld world;
-    VMVertex* vertex = AddVertex(world, 0, 0, 0);
-    VertexSearchTree tree;
-    ASSERT_EQ(tree.Build(1, world.Vertices), 0);
-    EXPECT_TRUE(tree.Query(vertex->Position, -1.0f).empty());
-    EXPECT_TRUE(tree.Query(vertex->Position, std::numeric_limits<float>::quiet_NaN()).empty());
 }
 
 TEST(VertexSearchTree, NaNVerticesNeitherMatchNorHideOthers)

@@ -6,35 +6,22 @@
 
 namespace {
 
-TEST(WeldVertices, MovesAVertexStrictlyInsideEpsVertOntoTheSeed)
+TEST(WeldVertices, MovesAVertexStrictlyInsideEpsVertOntoTheSeedAndNothingWithEpsVertZero)
 {
     VMWorld world;
     VMVertex* seed = AddVertex(world, 1.0f, 2.0f, 3.0f);
     VMVertex* near = AddVertex(world, 1.04f, 2.0f, 3.0f);
-    WeldVertices(world.Vertices, 0.1f, 0.0f);
+    VMVertex* apart = AddVertex(world, 1.125f, 2.0f, 3.0f);
+    VMVertex* same = AddVertex(world, 1.0f, 2.0f, 3.0f);
+    same->BaseUV[0] = 0.5f;
+    WeldVertices(world.Vertices, 0.0f, 1.0f);
+    EXPECT_EQ(same->BaseUV[0], 0.5f);
+    WeldVertices(world.Vertices, 0.125f, 0.0f);
     EXPECT_EQ(near->Position[0], 1.0f);
     EXPECT_EQ(near->Position[1], 2.0f);
     EXPECT_EQ(near->Position[2], 3.0f);
     EXPECT_EQ(seed->Position[0], 1.0f);
-}
-
-TEST(WeldVertices, LeavesAPairExactlyEpsVertApart)
-{
-    VMWorld world;
-    AddVertex(world, 0.0f, 0.0f, 0.0f);
-    VMVertex* apart = AddVertex(world, 0.5f, 0.0f, 0.0f);
-    WeldVertices(world.Vertices, 0.5f, 0.0f);
-    EXPECT_EQ(apart->Position[0], 0.5f);
-}
-
-TEST(WeldVertices, DoesNothingWithEpsVertZero)
-{
-    VMWorld world;
-    AddVertex(world, 0.0f, 0.0f, 0.0f);
-    VMVertex* other = AddVertex(world, 0.0f, 0.0f, 0.0f);
-    other->BaseUV[0] = 0.5f;
-    WeldVertices(world.Vertices, 0.0f, 1.0f);
-    EXPECT_EQ(other->BaseUV[0], 0.5f);
+    EXPECT_EQ(apart->Position[0], 1.125f) << "a pair exactly EpsVert apart stays";
 }
 
 TEST(WeldVertices, AdoptsBaseUVWithinEpsUVInclusive)
