@@ -36,13 +36,8 @@ TEST_F(AttributeTest, AddedNumericAttributeReadsItsDefaultUntilSet)
   EXPECT_EQ(fn.findPlug("cf").asInt(), 12);
   EXPECT_TRUE(MFnAttribute(fn.attribute("CollisionFlags")).isHidden());
   EXPECT_EQ(MFnNumericAttribute(attribute).unitType(), MFnNumericData::kInt);
-}
-
-TEST_F(AttributeTest, AddingAnExistingNameFails)
-{
-  MFnNumericAttribute numeric;
-  EXPECT_FALSE(MFnDependencyNode(node).addAttribute(numeric.create("visibility", "vv", MFnNumericData::kBoolean)));
-  EXPECT_FALSE(MFnDependencyNode(node).addAttribute(numeric.create("Other", "v", MFnNumericData::kBoolean)));
+  EXPECT_FALSE(fn.addAttribute(numeric.create("visibility", "vv", MFnNumericData::kBoolean))) << "an existing name";
+  EXPECT_FALSE(fn.addAttribute(numeric.create("Other", "v", MFnNumericData::kBoolean)));
 }
 
 TEST_F(AttributeTest, StringAttributeTakesItsDefaultFromStringData)

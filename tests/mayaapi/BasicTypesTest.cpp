@@ -13,17 +13,13 @@
 
 namespace {
 
-TEST(MStringTest, SplitDropsEmptyPiecesLikeMaya)
+TEST(MStringTest, SplitDropsEmptyPiecesAndSubstringTakesInclusiveClampedBounds)
 {
   MStringArray parts;
   MString("|group1||pCube1|").split('|', parts);
   ASSERT_EQ(parts.length(), 2u);
   EXPECT_EQ(parts[0], "group1");
   EXPECT_EQ(parts[1], "pCube1");
-}
-
-TEST(MStringTest, SubstringTakesInclusiveBoundsAndClampsThem)
-{
   const MString text("scene.model");
   EXPECT_EQ(text.substring(0, 4), "scene");
   EXPECT_EQ(text.substring(6, 99), "model");
@@ -73,14 +69,10 @@ TEST(MMatrixTest, InverseOfATransformUndoesIt)
   EXPECT_DOUBLE_EQ(m.det4x4(), 4.0);
   EXPECT_TRUE((m * m.inverse()).isEquivalent(MMatrix::identity, 1e-12));
   EXPECT_TRUE((m.inverse() * m).isEquivalent(MMatrix::identity, 1e-12));
-}
-
-TEST(MMatrixTest, SingularMatrixInvertsToTheIdentity)
-{
   MMatrix flat;
   flat(2, 2) = 0.0;
   EXPECT_TRUE(flat.isSingular());
-  EXPECT_EQ(flat.inverse(), MMatrix::identity);
+  EXPECT_EQ(flat.inverse(), MMatrix::identity) << "a singular matrix inverts to the identity";
 }
 
 TEST(MMatrixTest, ProductAppliesTheLeftMatrixFirst)

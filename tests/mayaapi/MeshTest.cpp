@@ -72,26 +72,21 @@ TEST_F(MeshTest, PolygonIteratorGivesCornersInTheirStoredOrder)
   EXPECT_FALSE(status);
 }
 
-TEST_F(MeshTest, HardEdgesGiveEachCornerItsFaceNormal)
-{
-  SetHardEdges(shape, {{0, 1}, {1, 3}, {3, 2}, {2, 0}, {3, 5}, {5, 4}, {4, 2}, {5, 7}, {7, 6}, {6, 4}, {7, 1}, {6, 0}});
-  MItMeshPolygon it(PathTo("|box|boxShape"));
-  int prev = 0;
-  it.setIndex(4, prev);
-  MVector n;
-  for (unsigned int k = 0; k < 4; ++k) {
-    ASSERT_TRUE(it.getNormal(k, n));
-    ExpectVector(n, 1, 0, 0);
-  }
-}
-
-TEST_F(MeshTest, SoftEdgesAverageTheFacesAroundAVertex)
+TEST_F(MeshTest, SoftEdgesAverageTheFacesAroundAVertexAndHardEdgesGiveEachCornerItsFaceNormal)
 {
   MItMeshPolygon it(PathTo("|box|boxShape"));
   MVector n;
   ASSERT_TRUE(it.getNormal(2u, n));
   const double c = 1.0 / std::sqrt(3.0);
   ExpectVector(n, c, c, c);
+  SetHardEdges(shape, {{0, 1}, {1, 3}, {3, 2}, {2, 0}, {3, 5}, {5, 4}, {4, 2}, {5, 7}, {7, 6}, {6, 4}, {7, 1}, {6, 0}});
+  MItMeshPolygon hard(PathTo("|box|boxShape"));
+  int prev = 0;
+  hard.setIndex(4, prev);
+  for (unsigned int k = 0; k < 4; ++k) {
+    ASSERT_TRUE(hard.getNormal(k, n));
+    ExpectVector(n, 1, 0, 0);
+  }
 }
 
 TEST_F(MeshTest, HardEdgesSplitAVertexOnlyWhereTheyCutItsFanApart)
@@ -170,16 +165,26 @@ TEST_F(MeshTest, CurrentAndNamedUVSetsAreReadSeparately)
   EXPECT_EQ(u, 0.75f);
 }
 
-TEST_F(MeshTest, CornerWithoutUVFailsTheQuery)
+TEST_F(MeshTest, CornerWithoutUVFailsTheUVAndTangentQueries)
 {
-  UVSpec uvs{"map1", {0.5f}, {0.5f}, std::vector<int>(24, -1)};
-  uvs.ids[0] = 0;
+  UVSpec uvs{"map1", {0.0f, 1.0f, 1.0f, 0.0f}, {0.0f, 0.0f, 1.0f, 1.0f}, std::vector<int>(24, -1)};
+  for (int k = 0; k < 4; ++k)
+    uvs.ids[static_cast<size_t>(k)] = k;
+  uvs.ids[4] = 0;
   ASSERT_TRUE(SetUVs(shape, uvs));
   MItMeshPolygon it(PathTo("|box|boxShape"));
   int id = 0;
   EXPECT_TRUE(it.getUVIndex(0, id));
+  EXPECT_TRUE(it.hasUVs());
+  it.next();
+  EXPECT_TRUE(it.getUVIndex(0, id));
   EXPECT_FALSE(it.getUVIndex(1, id));
   EXPECT_FALSE(it.hasUVs());
+  MFnMesh fn(shape);
+  MFloatVectorArray tangents;
+  EXPECT_TRUE(fn.getFaceVertexTangents(0, tangents));
+  EXPECT_FALSE(fn.getFaceVertexTangents(1, tangents));
+  EXPECT_FALSE(fn.getFaceVertexBinormals(1, tangents));
 }
 
 TEST_F(MeshTest, TangentsFollowUAndBinormalsFollowVAndFlipWithMirroredUVs)
@@ -262,30 +267,12 @@ TEST_F(MeshTest, ComponentNamingMissingFacesIsRefused)
   EXPECT_TRUE(it.isDone());
 }
 
-TEST_F(MeshTest, InconsistentMeshArraysAreRefused)
+TEST_F(MeshTest, CreatedMeshWithoutParentComesWithATransformAndInconsistentArraysAreRefused)
 {
   MFnMesh fn;
   MFloatPointArray points;
-  points.append(MFloatPoint(0, 0, 0));
-  MIntArray counts;
-  counts.append(3);
-  MIntArray connects;
-  connects.append(0);
-  connects.append(0);
-  connects.append(1);
-  MStatus status;
-  EXPECT_TRUE(fn.create(1, 1, points, counts, connects, MObject(), &status).isNull());
-  EXPECT_FALSE(status);
-  EXPECT_TRUE(CreateMesh("bad", MObject(), MeshDescription{{MPoint()}, {3}, {0, 0}}).isNull());
-}
-
-TEST_F(MeshTest, CreatedMeshWithoutParentComesWithATransform)
-{
-  MFnMesh fn;
-  MFloatPointArray points;
-  points.append(MFloatPoint(0, 0, 0));
-  points.append(MFloatPoint(1, 0, 0));
-  points.append(MFloatPoint(0, 1, 0));
+  for (const MFloatPoint& point : {MFloatPoint(0, 0, 0), MFloatPoint(1, 0, 0), MFloatPoint(0, 1, 0)})
+    points.append(point);
   MIntArray counts;
   counts.append(3);
   MIntArray connects;
@@ -297,19 +284,10 @@ TEST_F(MeshTest, CreatedMeshWithoutParentComesWithATransform)
   EXPECT_TRUE(created.hasFn(MFn::kTransform));
   EXPECT_EQ(fn.numPolygons(), 1);
   EXPECT_EQ(fn.fullPathName(), "|polySurface1|polySurfaceShape1");
-}
-
-TEST_F(MeshTest, TangentQueryFailsOnAFaceWithUnmappedCorners)
-{
-  UVSpec uvs{"map1", {0.0f, 1.0f, 1.0f, 0.0f}, {0.0f, 0.0f, 1.0f, 1.0f}, std::vector<int>(24, -1)};
-  for (int k = 0; k < 4; ++k)
-    uvs.ids[static_cast<size_t>(k)] = k;
-  ASSERT_TRUE(SetUVs(shape, uvs));
-  MFnMesh fn(shape);
-  MFloatVectorArray tangents;
-  EXPECT_TRUE(fn.getFaceVertexTangents(0, tangents));
-  EXPECT_FALSE(fn.getFaceVertexTangents(1, tangents));
-  EXPECT_FALSE(fn.getFaceVertexBinormals(1, tangents));
+  connects[2] = 3;
+  EXPECT_TRUE(fn.create(3, 1, points, counts, connects, MObject(), &status).isNull());
+  EXPECT_FALSE(status);
+  EXPECT_TRUE(CreateMesh("bad", MObject(), MeshDescription{{MPoint()}, {3}, {0, 0}}).isNull());
 }
 
 TEST_F(MeshTest, MeshWithoutFacesGivesFinishedIteratorsAndFailedQueries)

@@ -37,10 +37,6 @@ TEST_F(UnitsAndCommandsTest, FrameRatesBeyondTheNamedUnitsFollowTheirNumber)
   EXPECT_EQ(MTime::k6000FPS, 42);
   EXPECT_EQ(MTime::kUserDef, 43);
   EXPECT_EQ(MTime::kLast, 44);
-}
-
-TEST_F(UnitsAndCommandsTest, TimesConvertBetweenUnits)
-{
   EXPECT_NEAR(MTime(24.0, MTime::kFilm).as(MTime::kNTSCFrame), 30.0, 1e-9);
   MTime t(2.0, MTime::kSeconds);
   t.setUnit(MTime::kPALFrame);
@@ -56,28 +52,20 @@ TEST_F(UnitsAndCommandsTest, DistanceUiUnitGivesTheUnitFactor)
   EXPECT_NEAR(MDistance(1.0, MDistance::kInches).asCentimeters(), 2.54, 1e-12);
 }
 
-TEST_F(UnitsAndCommandsTest, PromptQueryAnswersZeroInBatchAndOneInteractively)
+TEST_F(UnitsAndCommandsTest, CommandsAnswerPromptQueriesRecordWindowCommandsAndRefuseUnknownOnes)
 {
   int prompt = 1;
   ASSERT_TRUE(MGlobal::executeCommand("file -q -prompt", prompt));
-  EXPECT_EQ(prompt, 0);
-  SetInteractive(true);
-  ASSERT_TRUE(MGlobal::executeCommand("file -q -prompt", prompt));
-  EXPECT_EQ(prompt, 1);
-}
-
-TEST_F(UnitsAndCommandsTest, WindowCommandsSucceedAndAreRecorded)
-{
+  EXPECT_EQ(prompt, 0) << "batch";
   EXPECT_TRUE(MGlobal::executeCommand("minimizeApp;"));
   EXPECT_TRUE(MGlobal::executeCommand("showWindow MayaWindow;"));
-  EXPECT_EQ(CommandsRun(), (std::vector<std::string>{"minimizeApp;", "showWindow MayaWindow;"}));
-}
-
-TEST_F(UnitsAndCommandsTest, UnknownCommandFailsWithAnErrorText)
-{
+  EXPECT_EQ(CommandsRun(), (std::vector<std::string>{"file -q -prompt", "minimizeApp;", "showWindow MayaWindow;"}));
   const MStatus status = MGlobal::executeCommand("polyCube -w 2");
   EXPECT_EQ(status, MS::kNotImplemented);
   EXPECT_EQ(status.errorString(), "Cannot find procedure \"polyCube\".");
+  SetInteractive(true);
+  ASSERT_TRUE(MGlobal::executeCommand("file -q -prompt", prompt));
+  EXPECT_EQ(prompt, 1);
 }
 
 TEST_F(UnitsAndCommandsTest, CreateAndAssignShaderGivesTheMeshANewBlinn)
