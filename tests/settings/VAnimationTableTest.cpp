@@ -26,17 +26,7 @@ TEST(AnimationTable, NewEntryHoldsTheDocumentedDefaults)
     EXPECT_EQ(entry.KeyFrameCount, 0);
 }
 
-TEST(AnimationTable, AddRefusesEntriesBeyondTheCapacity)
-{
-    VAnimationTable table;
-    table.Reset(VAnimationTable::kCapacity - 1);
-    EXPECT_TRUE(table.Add(Named("last")));
-    EXPECT_FALSE(table.Add(Named("one too many")));
-    EXPECT_EQ(table.Count(), VAnimationTable::kCapacity);
-    EXPECT_EQ(table[VAnimationTable::kCapacity - 1].Name, "last");
-}
-
-TEST(AnimationTable, RemovingAnEntryMovesTheLaterOnesUp)
+TEST(AnimationTable, EntriesAreAddedUpToTheCapacityRemovedInOrderAndResetWithAClampedCount)
 {
     VAnimationTable table;
     table.Add(Named("a"));
@@ -46,12 +36,6 @@ TEST(AnimationTable, RemovingAnEntryMovesTheLaterOnesUp)
     ASSERT_EQ(table.Count(), 2);
     EXPECT_EQ(table[0].Name, "a");
     EXPECT_EQ(table[1].Name, "c");
-}
-
-TEST(AnimationTable, ResetReplacesEveryEntryAndClampsTheCount)
-{
-    VAnimationTable table;
-    table.Add(Named("a"));
     table.Reset(2);
     ASSERT_EQ(table.Count(), 2);
     EXPECT_EQ(table[0], VAnimationDescription {});
@@ -59,4 +43,9 @@ TEST(AnimationTable, ResetReplacesEveryEntryAndClampsTheCount)
     EXPECT_EQ(table.Count(), 0);
     table.Reset(VAnimationTable::kCapacity + 1);
     EXPECT_EQ(table.Count(), VAnimationTable::kCapacity);
+    table.Reset(VAnimationTable::kCapacity - 1);
+    EXPECT_TRUE(table.Add(Named("last")));
+    EXPECT_FALSE(table.Add(Named("one too many")));
+    EXPECT_EQ(table.Count(), VAnimationTable::kCapacity);
+    EXPECT_EQ(table[VAnimationTable::kCapacity - 1].Name, "last");
 }
