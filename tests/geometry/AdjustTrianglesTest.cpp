@@ -43,53 +43,44 @@ TEST(AdjustTriangles, PolygonWithoutMaterialGetsTheFirstMaterial)
     EXPECT_EQ(polygon->Corners[0]->MaterialLink, first);
 }
 
+//  c ---- d        two triangles (a b c) and (c b d), one vertex per corner: six records become
+//  | \    |        four, also when the second c lies within EpsVert of the first; a colour
+//  a ---- b        difference keeps the two c apart, linked as an ID vertex
 TEST(AdjustTriangles, SharedEdgeOfHarvestedTrianglesBecomesSharedVertices)
 {
-    //  c ---- d        two triangles (a b c) and (c b d), one vertex per corner:
-    //  | \    |        six records become four
-    //  a ---- b
-    VMWorld world;
-    VMMaterial* material = AddMaterial(world);
-    const float first[3][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
-    const float second[3][3] = {{0, 1, 0}, {1, 0, 0}, {1, 1, 0}};
-    VMPolygon* t1 = AddHarvestedTriangle(world, first, material);
-    VMPolygon* t2 = AddHarvestedTriangle(world, second, material);
-    ASSERT_EQ(AdjustTriangles(world, 0.0f, 0.0f, true), 0);
-    EXPECT_EQ(world.Vertices.Count(), 4);
-    EXPECT_EQ(CornerIndices(*t1), (std::vector<int>{0, 1, 2}));
-    EXPECT_EQ(CornerIndices(*t2), (std::vector<int>{2, 1, 3}));
-    EXPECT_TRUE(Validate(world).empty());
-}
-
-TEST(AdjustTriangles, WeldedNearCornerBecomesTheSameVertex)
-{
-    VMWorld world;
-    VMMaterial* material = AddMaterial(world);
-    const float first[3][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
-    const float second[3][3] = {{0.04f, 1, 0}, {1, 0, 0}, {1, 1, 0}};
-    AddHarvestedTriangle(world, first, material);
-    VMPolygon* t2 = AddHarvestedTriangle(world, second, material);
-    ASSERT_EQ(AdjustTriangles(world, Eps, 0.0f, true), 0);
-    EXPECT_EQ(world.Vertices.Count(), 4);
-    EXPECT_EQ(CornerIndices(*t2), (std::vector<int>{2, 1, 3}));
-    EXPECT_EQ(t2->Corners[0]->Position[0], 0.0f);
-}
-
-TEST(AdjustTriangles, ColourDifferenceKeepsTwoVerticesLinkedAsIDVertex)
-{
-    VMWorld world;
-    VMMaterial* material = AddMaterial(world);
-    const float first[3][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
-    const float second[3][3] = {{0, 1, 0}, {1, 0, 0}, {1, 1, 0}};
-    AddHarvestedTriangle(world, first, material);
-    VMPolygon* t2 = AddHarvestedTriangle(world, second, material);
-    t2->Corners[0]->Colour[0] = 0;
-    LogRecorder log;
-    ASSERT_EQ(AdjustTriangles(world, 0.0f, 0.0f, true), 0);
-    ASSERT_EQ(world.Vertices.Count(), 5);
-    EXPECT_EQ(CornerIndices(*t2), (std::vector<int>{3, 1, 4}));
-    EXPECT_EQ(world.Vertices.Get(3)->MergeLink, world.Vertices.Get(2));
-    EXPECT_TRUE(log.Has("Triangles adjusted... 1 ID vertices generated\r\n"));
+    struct Case {
+        float SecondCX;
+        float EpsVert;
+        bool Recoloured;
+        int Vertices;
+        std::vector<int> Second;
+    };
+    const Case cases[] = {
+        {0.0f, 0.0f, false, 4, {2, 1, 3}},
+        {0.04f, Eps, false, 4, {2, 1, 3}},
+        {0.0f, 0.0f, true, 5, {3, 1, 4}},
+    };
+    for (const Case& c : cases) {
+        VMWorld world;
+        VMMaterial* material = AddMaterial(world);
+        const float first[3][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
+        const float second[3][3] = {{c.SecondCX, 1, 0}, {1, 0, 0}, {1, 1, 0}};
+        VMPolygon* t1 = AddHarvestedTriangle(world, first, material);
+        VMPolygon* t2 = AddHarvestedTriangle(world, second, material);
+        if (c.Recoloured)
+            t2->Corners[0]->Colour[0] = 0;
+        LogRecorder log;
+        ASSERT_EQ(AdjustTriangles(world, c.EpsVert, 0.0f, true), 0);
+        ASSERT_EQ(world.Vertices.Count(), c.Vertices);
+        EXPECT_EQ(CornerIndices(*t1), (std::vector<int>{0, 1, 2}));
+        EXPECT_EQ(CornerIndices(*t2), c.Second);
+        EXPECT_EQ(t2->Corners[0]->Position[0], 0.0f);
+        EXPECT_TRUE(Validate(world).empty());
+        if (c.Recoloured) {
+            EXPECT_EQ(world.Vertices.Get(3)->MergeLink, world.Vertices.Get(2));
+            EXPECT_TRUE(log.Has("Triangles adjusted... 1 ID vertices generated\r\n"));
+        }
+    }
 }
 
 TEST(AdjustTriangles, CountsDegenerateCategories)
@@ -194,23 +185,31 @@ std::vector<VMVertex*> Circle(VMWorld& world, int count)
     return corners;
 }
 
-TEST(AdjustTriangles, FortyCornerPolygonEndsAsThirtyEightTrianglesInItsVisArea)
+TEST(AdjustTriangles, PolygonOfMoreThanThirtyTwoCornersEndsAsTrianglesInItsVisArea)
 {
     VMWorld world;
     VMMaterial* material = AddMaterial(world);
+    VMPolygon* whole = VMWorld::NewPolygon().release();
+    whole->Corners = Circle(world, 32);
+    whole->SetMaterial(material);
+    world.Polygons.Add(whole);
     VMPolygon* polygon = VMWorld::NewPolygon().release();
     polygon->Corners = Circle(world, 40);
+    for (VMVertex* corner : polygon->Corners)
+        corner->Position[2] = 5.0f;
     polygon->SetMaterial(material);
     world.Polygons.Add(polygon);
     VMVisArea* area = VMWorld::NewVisArea().release();
     world.VisAreas.Add(area);
     area->Link(*polygon);
     ASSERT_EQ(AdjustTriangles(world, Eps, 0.0f, true), 0);
-    ASSERT_EQ(world.Polygons.Count(), 38);
+    ASSERT_EQ(world.Polygons.Count(), 1 + 38);
+    EXPECT_EQ(world.Polygons.Get(0), whole);
     EXPECT_EQ(area->Polygons().Count(), 38);
-    EXPECT_EQ(material->UseCount, 38u);
+    EXPECT_EQ(material->UseCount, 1u + 38u);
     std::set<VMVertex*> used;
-    for (VMPolygon* triangle : world.Polygons) {
+    for (int k = 1; k < world.Polygons.Count(); ++k) {
+        const VMPolygon* triangle = world.Polygons.Get(k);
         EXPECT_EQ(triangle->CornerCount(), 3);
         EXPECT_EQ(triangle->Material(), material);
         EXPECT_EQ(triangle->Owners.Count(), 1);
@@ -218,19 +217,6 @@ TEST(AdjustTriangles, FortyCornerPolygonEndsAsThirtyEightTrianglesInItsVisArea)
     }
     EXPECT_EQ(used.size(), 40u);
     EXPECT_TRUE(Validate(world).empty());
-}
-
-TEST(AdjustTriangles, ThirtyTwoCornerPolygonStaysWhole)
-{
-    VMWorld world;
-    VMMaterial* material = AddMaterial(world);
-    VMPolygon* polygon = VMWorld::NewPolygon().release();
-    polygon->Corners = Circle(world, 32);
-    polygon->SetMaterial(material);
-    world.Polygons.Add(polygon);
-    ASSERT_EQ(AdjustTriangles(world, Eps, 0.0f, true), 0);
-    ASSERT_EQ(world.Polygons.Count(), 1);
-    EXPECT_EQ(world.Polygons.Get(0), polygon);
 }
 
 TEST(AdjustTriangles, PatchControlVertexSharedWithAPolygonGetsItsOwnCopy)

@@ -36,39 +36,31 @@ protected:
     VMWorld m_world;
 };
 
-TEST_F(JoinTriListsTest, StripWithEvenTriangleCountIsJoinedByFourDegenerateTriangles)
+// After an even triangle count four degenerate triangles join the next strip, after an odd one five.
+TEST_F(JoinTriListsTest, StripsAreJoinedByFourOrFiveDegenerateTriangles)
 {
-    std::vector<std::unique_ptr<VMTriList>> strips;
-    strips.push_back(MakeTriList(VMTriListKind::StripOddStart, {0, 1, 2, 2, 1, 3}));
-    strips.push_back(MakeTriList(VMTriListKind::StripOddStart, {4, 5, 6, 6, 5, 7}));
-    std::vector<std::unique_ptr<VMTriList>> stitched;
-    std::vector<std::unique_ptr<VMTriList>> rest;
+    const std::vector<int> cases[][3] = {
+        {{0, 1, 2, 2, 1, 3},
+         {4, 5, 6, 6, 5, 7},
+         {0, 1, 2, 2, 1, 3, 2, 3, 3, 3, 3, 4, 3, 4, 4, 4, 4, 5, 4, 5, 6, 6, 5, 7}},
+        {{0, 1, 2, 2, 1, 3, 2, 3, 4},
+         {5, 6, 7, 7, 6, 8},
+         {0, 1, 2, 2, 1, 3, 2, 3, 4, 4, 3, 3, 4, 3, 3, 3, 3, 5, 3, 5, 5, 5, 5, 6, 5, 6, 7, 7, 6, 8}},
+    };
+    for (const auto& [first, second, joined] : cases) {
+        std::vector<std::unique_ptr<VMTriList>> strips;
+        strips.push_back(MakeTriList(VMTriListKind::StripOddStart, first));
+        strips.push_back(MakeTriList(VMTriListKind::StripOddStart, second));
+        std::vector<std::unique_ptr<VMTriList>> stitched;
+        std::vector<std::unique_ptr<VMTriList>> rest;
 
-    StitchStrips(std::move(strips), 6, stitched, rest);
+        StitchStrips(std::move(strips), 6, stitched, rest);
 
-    ASSERT_EQ(stitched.size(), 1u);
-    EXPECT_TRUE(rest.empty());
-    EXPECT_EQ(Numbers(stitched)[0], (std::vector<int>{0, 1, 2, 2, 1, 3,  //
-                                                       2, 3, 3, 3, 3, 4, 3, 4, 4, 4, 4, 5,  //
-                                                       4, 5, 6, 6, 5, 7}));
-    EXPECT_EQ(CheckTriList(*stitched[0], false), 0);
-}
-
-TEST_F(JoinTriListsTest, StripWithOddTriangleCountIsJoinedByFiveDegenerateTriangles)
-{
-    std::vector<std::unique_ptr<VMTriList>> strips;
-    strips.push_back(MakeTriList(VMTriListKind::StripOddStart, {0, 1, 2, 2, 1, 3, 2, 3, 4}));
-    strips.push_back(MakeTriList(VMTriListKind::StripOddStart, {5, 6, 7, 7, 6, 8}));
-    std::vector<std::unique_ptr<VMTriList>> stitched;
-    std::vector<std::unique_ptr<VMTriList>> rest;
-
-    StitchStrips(std::move(strips), 6, stitched, rest);
-
-    ASSERT_EQ(stitched.size(), 1u);
-    EXPECT_EQ(Numbers(stitched)[0], (std::vector<int>{0, 1, 2, 2, 1, 3, 2, 3, 4,  //
-                                                       4, 3, 3, 4, 3, 3, 3, 3, 5, 3, 5, 5, 5, 5, 6,  //
-                                                       5, 6, 7, 7, 6, 8}));
-    EXPECT_EQ(CheckTriList(*stitched[0], false), 0);
+        ASSERT_EQ(stitched.size(), 1u);
+        EXPECT_TRUE(rest.empty());
+        EXPECT_EQ(Numbers(stitched)[0], joined);
+        EXPECT_EQ(CheckTriList(*stitched[0], false), 0);
+    }
 }
 
 TEST_F(JoinTriListsTest, StitchingStopsAtTheFirstShortStripAndSkipsLists)
