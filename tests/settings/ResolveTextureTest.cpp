@@ -62,14 +62,9 @@ protected:
 
 } // namespace
 
-TEST_F(ResolveTextureTest, NoSourceGivesNoName)
+TEST_F(ResolveTextureTest, NoSourceGivesNoNameAndTheColourAtlasIsAnsweredUnchanged)
 {
     EXPECT_EQ(Resolve(""), std::nullopt);
-    EXPECT_EQ(m_names.Size(), 0u);
-}
-
-TEST_F(ResolveTextureTest, ColourAtlasIsAnsweredUnchanged)
-{
     EXPECT_EQ(Resolve("\\vcolors.DDS"), "\\vcolors.DDS");
     EXPECT_TRUE(m_log.Messages.empty());
     EXPECT_EQ(m_names.Size(), 0u);
@@ -115,10 +110,10 @@ TEST_F(ResolveTextureTest, SourceAlreadyInTheTextureDirectoryIsNotCopied)
     EXPECT_TRUE(m_report.Issues().empty());
 }
 
-TEST_F(ResolveTextureTest, TextureDirectoryWithoutClosingBackslashStillReceivesTheCopy)
+TEST_F(ResolveTextureTest, MayaPathWithForwardSlashesIsCopiedAlsoWithoutClosingBackslashOnTheTextureDirectory)
 {
     m_context.TextureDirectory.pop_back();
-    EXPECT_EQ(Resolve(m_folder.SystemPath("art\\Wood.tga")), "Textures\\Wood.tga");
+    EXPECT_EQ(Resolve(m_folder.Native("art/Wood.tga").string()), "Textures\\Wood.tga");
     EXPECT_TRUE(m_folder.Has("town/props/Textures/Wood.tga"));
 }
 
@@ -131,12 +126,6 @@ TEST_F(ResolveTextureTest, FailedCopyIsRaisedAndStillNamed)
               "'" + source + "' to '" + m_folder.SystemPath("town\\props\\Textures\\Missing.tga") + "'\r\n");
 }
 
-TEST_F(ResolveTextureTest, MayaPathWithForwardSlashesIsCopied)
-{
-    EXPECT_EQ(Resolve(m_folder.Native("art/Wood.tga").string()), "Textures\\Wood.tga");
-    EXPECT_TRUE(m_folder.Has("town/props/Textures/Wood.tga"));
-}
-
 TEST_F(ResolveTextureTest, AnimatedTextureTakesThePlaceOfItsSource)
 {
     m_folder.Write("art/Wood.tga.texanim", "frames");
@@ -144,16 +133,12 @@ TEST_F(ResolveTextureTest, AnimatedTextureTakesThePlaceOfItsSource)
     EXPECT_EQ(m_folder.Read("town/props/Textures/Wood.tga.texanim"), "frames");
 }
 
-TEST_F(ResolveTextureTest, ProjectRelativeNamesStartWithABackslash)
+TEST_F(ResolveTextureTest, ProjectRelativeNamesStartWithABackslashAndNeedAProject)
 {
     m_context.ProjRelativeFilenames = true;
     EXPECT_EQ(Resolve(m_folder.SystemPath("art\\Wood.tga")), "\\props\\Textures\\Wood.tga");
-}
-
-TEST_F(ResolveTextureTest, ProjectRelativeNamesNeedAProject)
-{
-    m_context.ProjRelativeFilenames = true;
     m_context.ProjectDirectory.clear();
+    m_names.Clear();
     EXPECT_EQ(Resolve(m_folder.SystemPath("art\\Wood.tga")), "Textures\\Wood.tga");
 }
 
