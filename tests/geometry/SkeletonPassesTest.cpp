@@ -17,15 +17,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::vector<std::string> Names(const VMSkeleton& skeleton)
-{
-    std::vector<std::string> names;
-    for (const VMBone* bone : skeleton.Bones)
-        names.push_back(bone->Name);
-    return names;
-}
-
-std::vector<std::string> Names(const std::vector<std::unique_ptr<VMBone>>& bones)
+template <class Bones>
+std::vector<std::string> Names(const Bones& bones)
 {
     std::vector<std::string> names;
     for (const auto& bone : bones)
@@ -57,7 +50,7 @@ TEST(RemoveDeadBones, PrunesAChainFromTheLeafUpToTheFirstBoneThatHoldsSomething)
 
     // Roots from the last to the first, children from the last to the first before their parent.
     EXPECT_THAT(Names(pruned), ElementsAre("root-to-be-pruned", "prop", "head", "neck"));
-    EXPECT_THAT(Names(*model.Skeleton), ElementsAre("hip", "spine", "chest", "arm", "tail"));
+    EXPECT_THAT(Names(model.Skeleton->Bones), ElementsAre("hip", "spine", "chest", "arm", "tail"));
     EXPECT_THAT(Items(chest->Children), ElementsAre(arm));
     EXPECT_EQ(model.Skeleton->Root, nullptr);
     EXPECT_THAT(Validate(model), IsEmpty());
@@ -87,7 +80,7 @@ TEST(ResortBones, OrdersRootsThenEachBonesChildrenAsOneBlockByNameIgnoringCase)
 
     ResortBones(*model.Skeleton);
 
-    EXPECT_THAT(Names(*model.Skeleton), ElementsAre("A", "b", "c", "X", "y", "Z1", "z2"));
+    EXPECT_THAT(Names(model.Skeleton->Bones), ElementsAre("A", "b", "c", "X", "y", "Z1", "z2"));
     for (int i = 0; i < model.Skeleton->Bones.Count(); ++i)
         EXPECT_EQ(model.Skeleton->Bones[i]->SortIndex, static_cast<uint32_t>(i));
 }
