@@ -253,7 +253,7 @@ connectAttr "root.msg" "bindPose1.m[0]";
 connectAttr "tip.msg" "bindPose1.m[1]";
 )";
 
-TEST(MayaAsciiScene, SkinClustersHoldTheFilesWeightsAndBindMatrices)
+TEST(MayaAsciiScene, SkinClustersHoldTheFilesWeightsBindMatricesAndBindPose)
 {
     const ImportResult result = Load(kSkinnedQuad);
     EXPECT_TRUE(result.Warnings.empty()) << WarningsOf(result).front();
@@ -275,16 +275,12 @@ TEST(MayaAsciiScene, SkinClustersHoldTheFilesWeightsAndBindMatrices)
     MPoint point;
     MFnMesh(standin::PathTo("quadShape")).getPoint(2, point);
     ExpectNear(point, MPoint(2, 1, 0));
-}
 
-TEST(MayaAsciiScene, BindPoseOfTheFileIsPutBackByDagPose)
-{
-    Load(kSkinnedQuad);
+    // The file's bind pose is put back by dagPose; the orient is stored as a quaternion, 90 degrees about z.
     standin::SetAttr("tip.jointOrientZ", 0.0);
     standin::SetAttr("tip.translateX", 5.0);
     ASSERT_TRUE(MGlobal::executeCommand("dagPose -r -g -bp root"));
     EXPECT_NEAR(standin::Plug("tip.translateX").asDouble(), 2.0, 1e-12);
-    // The orient is stored as a quaternion: 90 degrees about z.
     EXPECT_NEAR(standin::Plug("tip.jointOrientZ").asDouble(), 90 * kDegree, 1e-6);
 }
 
