@@ -1,6 +1,7 @@
 #include "geometry/BuildConnectivity.h"
 #include "report/GeometryLog.h"
 
+#include "LogRecorder.h"
 #include "StripTestWorlds.h"
 
 #include <gtest/gtest.h>
@@ -100,8 +101,7 @@ TEST(BuildConnectivity, OverflowingLinkTargetAnswersMinusOneWithoutNeighbours)
     AddStripTriangle(world, {0, 5, 6}, material);
     for (int k = 1; k <= 4; ++k)
         AddStripTriangle(world, {k, 5 + k, 6 + k}, material);
-    RecordingSink sink;
-    ScopedGeometryLogSink scope(&sink);
+    LogRecorder sink;
 
     EXPECT_EQ(BuildConnectivity(world, true), -1);
 

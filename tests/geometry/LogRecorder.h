@@ -20,6 +20,14 @@ public:
         }
         return false;
     }
+    std::vector<std::string> StartingWith(std::string_view prefix) const
+    {
+        std::vector<std::string> found;
+        for (const std::string& line : Lines)
+            if (line.starts_with(prefix))
+                found.push_back(line);
+        return found;
+    }
 
     std::vector<std::string> Lines;
 

@@ -3,7 +3,6 @@
 // triangles of a world read back as vertex-number triples.
 
 #include "model/VMWorld.h"
-#include "report/VLogSink.h"
 
 #include <algorithm>
 #include <array>
@@ -123,19 +122,3 @@ inline std::vector<PositionTriangle> SurfaceTriangles(const VMWorld& world)
     std::sort(triangles.begin(), triangles.end());
     return triangles;
 }
-
-class RecordingSink : public VLogSink {
-public:
-    void Send(std::string_view message) override { Lines.emplace_back(message); }
-
-    std::vector<std::string> StartingWith(std::string_view prefix) const
-    {
-        std::vector<std::string> found;
-        for (const std::string& line : Lines)
-            if (line.starts_with(prefix))
-                found.push_back(line);
-        return found;
-    }
-
-    std::vector<std::string> Lines;
-};

@@ -5,6 +5,7 @@
 #include "model/Validate.h"
 #include "report/GeometryLog.h"
 
+#include "LogRecorder.h"
 #include "StripTestWorlds.h"
 
 #include <gtest/gtest.h>
@@ -84,8 +85,7 @@ TEST(StripWorld, FewestNeighboursFirstStripsTheZigzagAsOneStripAgainAndAgain)
     VMWorld world;
     AddZigzag(world, AddStripMaterial(world));
     const VertexNames names(world);
-    RecordingSink sink;
-    ScopedGeometryLogSink scope(&sink);
+    LogRecorder sink;
 
     ASSERT_EQ(StripWorld(world, Method(2)), 0);
 
@@ -285,8 +285,7 @@ TEST(StripWorld, WithoutStripObjectTwoNodesShareABatch)
     AddGrid(world, 2, 2, material);
     for (VMPolygon* triangle : AddGrid(world, 2, 2, material, 4.0f))
         triangle->SourceNode = 1;
-    RecordingSink sink;
-    ScopedGeometryLogSink scope(&sink);
+    LogRecorder sink;
 
     ASSERT_EQ(StripWorld(world, Method(4)), 0);
 
@@ -310,8 +309,7 @@ TEST(StripWorld, TriangleWiderThanTheCubeWaitsUntilTheDoubledCubeHoldsIt)
     AddGrid(world, 1, 1, material);
     StripParams params = Method(4);
     params.MaxStripSize = 10.0f;
-    RecordingSink sink;
-    ScopedGeometryLogSink scope(&sink);
+    LogRecorder sink;
 
     ASSERT_EQ(StripWorld(world, params), 0);
 
@@ -331,8 +329,7 @@ TEST(StripWorld, BatchesFollowVisAreasAfterTheTrianglesOutsideThem)
     ASSERT_NE(area, nullptr);
     AddGrid(world, 2, 1, material, 0.0f, 1.0f, area);
     AddGrid(world, 1, 1, material, 10.0f);
-    RecordingSink sink;
-    ScopedGeometryLogSink scope(&sink);
+    LogRecorder sink;
 
     ASSERT_EQ(StripWorld(world, Method(4)), 0);
 
@@ -413,8 +410,7 @@ TEST(StripWorld, LogsProgressAndTheTriListCount)
 {
     VMWorld world;
     AddGrid(world, 3, 3, AddStripMaterial(world));
-    RecordingSink sink;
-    ScopedGeometryLogSink scope(&sink);
+    LogRecorder sink;
     StripStatistics statistics;
 
     ASSERT_EQ(StripWorld(world, Method(4), &statistics), 0);
