@@ -1,11 +1,13 @@
 #pragma once
-// Stand-ins for the platform services of program launching: they record what would have been
-// started or shown.
+// Stand-ins for the platform services of program launching and the log window: they record what
+// would have been started or shown.
 
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "report/LogWindow.h"
+#include "report/VLogSink.h"
 #include "settings/VProcessLauncher.h"
 #include "ui/VMessageBox.h"
 
@@ -43,4 +45,14 @@ public:
     }
 
     std::vector<VMessageBoxRequest> Requests;
+};
+
+// Takes the log window's messages while it lives.
+class LogWindowRecorder final : public VLogSink {
+public:
+    LogWindowRecorder() { SetLogSink(this); }
+    ~LogWindowRecorder() override { SetLogSink(nullptr); }
+    void Send(std::string_view message) override { Messages.emplace_back(message); }
+
+    std::vector<std::string> Messages;
 };

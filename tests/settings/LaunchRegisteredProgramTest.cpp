@@ -1,6 +1,5 @@
 #include "settings/LaunchRegisteredProgram.h"
 
-#include "report/LogWindow.h"
 #include "settings/ExternalProgramServices.h"
 #include "settings/IniSettingsStore.h"
 #include "settings/ProgramRegistry.h"
@@ -14,17 +13,8 @@
 
 namespace {
 
-class LogRecorder final : public VLogSink {
-public:
-    void Send(std::string_view message) override { Messages.emplace_back(message); }
-    std::vector<std::string> Messages;
-};
-
 class LaunchRegisteredProgramTest : public ::testing::Test {
 protected:
-    void SetUp() override { SetLogSink(&m_log); }
-    void TearDown() override { SetLogSink(nullptr); }
-
     void Register(const std::string& name, const std::string& path)
     {
         ASSERT_TRUE(m_store.WriteString(ProgramInstallationKey(name), "", path));
@@ -34,7 +24,7 @@ protected:
     RecordingLauncher m_launcher;
     RecordingMessageBox m_messages;
     ExternalProgramServices m_services {m_store, m_launcher, m_messages};
-    LogRecorder m_log;
+    LogWindowRecorder m_log;
 };
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "settings/ResolveTexture.h"
 
-#include "report/LogWindow.h"
 #include "report/VIssueKind.h"
 #include "report/VReport.h"
 #include "settings/TextureNameTable.h"
@@ -11,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "FakePlatform.h"
 #include "ScratchFolder.h"
 
 namespace {
@@ -20,18 +20,11 @@ protected:
     void FillInReportMessage(uint32_t, const std::string&, std::string&, std::string&, std::string&, int32_t&) override {}
 };
 
-class LogRecorder final : public VLogSink {
-public:
-    void Send(std::string_view message) override { Messages.emplace_back(message); }
-    std::vector<std::string> Messages;
-};
-
 // art/ holds the artist's source textures; town/ is the project with the target in town/props/.
 class ResolveTextureTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        SetLogSink(&m_log);
         m_folder.Write("art/Wood.tga", "wood pixels");
         m_folder.Write("town/town.project", "");
         m_folder.MakeFolder("town/props/Textures");
@@ -39,7 +32,6 @@ protected:
         m_context.ProjectDirectory = m_folder.SystemPath("town\\");
         m_context.BaseDirectory = m_folder.SystemPath("town\\props\\");
     }
-    void TearDown() override { SetLogSink(nullptr); }
 
     std::optional<std::string> Resolve(const std::string& source)
     {
@@ -57,7 +49,7 @@ protected:
     TextureResolveContext m_context;
     TextureNameTable m_names;
     IssueRecorder m_report;
-    LogRecorder m_log;
+    LogWindowRecorder m_log;
 };
 
 } // namespace
