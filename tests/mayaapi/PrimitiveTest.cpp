@@ -249,17 +249,7 @@ TEST(PrimitiveAttributes, SphereAsMayaSavesItAtItsSeamAndPoles)
   ExpectNear({mesh.uvs.begin() + 399 * 2, mesh.uvs.begin() + 400 * 2}, {0.025f, 0});
 }
 
-TEST(PrimitiveAttributes, AxisTurnsThePrimitiveAndNormalsFollow)
-{
-  MakePrimitive("polyPlane", {{"subdivisionsWidth", 1}, {"subdivisionsHeight", 1}, {"axisX", 1}, {"axisY", 0}});
-  MFnMesh fn(PathTo("shape"));
-  MVector normal;
-  ASSERT_TRUE(fn.getPolygonNormal(0, normal));
-  EXPECT_NEAR(normal.x, 1.0, 1e-6);
-  EXPECT_NEAR(normal.y, 0.0, 1e-6);
-}
-
-TEST(PrimitiveAttributes, CubeEdgesAreHardAndSubdivisionEdgesSoft)
+TEST(PrimitiveAttributes, CubeEdgesAreHardSubdivisionEdgesSoftAndNormalsFollowTheAxis)
 {
   MakePrimitive("polyCube", {{"subdivisionsWidth", 2}});
   MFnMesh fn(PathTo("shape"));
@@ -273,6 +263,13 @@ TEST(PrimitiveAttributes, CubeEdgesAreHardAndSubdivisionEdgesSoft)
   MVector corner;
   ASSERT_TRUE(fn.getFaceVertexNormal(0, 0, corner));
   EXPECT_NEAR(corner.z, 1.0, 1e-6);
+
+  // The axis turns the primitive, and its normals follow.
+  MakePrimitive("polyPlane", {{"subdivisionsWidth", 1}, {"subdivisionsHeight", 1}, {"axisX", 1}, {"axisY", 0}});
+  MVector normal;
+  ASSERT_TRUE(MFnMesh(PathTo("shape")).getPolygonNormal(0, normal));
+  EXPECT_NEAR(normal.x, 1.0, 1e-6);
+  EXPECT_NEAR(normal.y, 0.0, 1e-6);
 }
 
 TEST(PrimitiveAttributes, SubdivisionsBeyondMemoryLeaveTheMeshEmptyWithAReason)

@@ -27,7 +27,7 @@ protected:
   void SetUp() override { NewScene(); }
 };
 
-TEST_F(SceneBuilderTest, UnknownNodeTypesAndBadParentsGiveNullObjects)
+TEST_F(SceneBuilderTest, UnknownNodeTypesBadParentsCyclesAndDuplicateParentsAreRefused)
 {
   EXPECT_TRUE(CreateNode("noSuchType", "x").isNull());
   const MObject material = CreateNode("lambert", "m");
@@ -35,14 +35,10 @@ TEST_F(SceneBuilderTest, UnknownNodeTypesAndBadParentsGiveNullObjects)
   EXPECT_FALSE(SetAttr("nothing.translateX", 1.0));
   EXPECT_FALSE(SetAttr("m.color", 1.0));
   EXPECT_FALSE(ConnectAttr("m.outColor", "missing.color"));
-}
-
-TEST_F(SceneBuilderTest, ParentingRefusesCyclesAndDuplicates)
-{
   const MObject a = CreateNode("transform", "a");
   const MObject b = CreateNode("transform", "b", a);
-  EXPECT_FALSE(AddInstance(a, b));
-  EXPECT_FALSE(AddInstance(b, a));
+  EXPECT_FALSE(AddInstance(a, b)) << "a cycle";
+  EXPECT_FALSE(AddInstance(b, a)) << "a duplicate";
   EXPECT_EQ(MFnDagNode(b).parentCount(), 1u);
 }
 
