@@ -27,6 +27,7 @@ struct Built {
     std::vector<std::string> NodeNames;
     std::vector<MObject> Shapes;            // per record mesh
     std::vector<MObject> ShadingEngines;    // per record material
+    std::vector<std::string> BlendShapes;   // per record mesh; empty for a mesh without morph targets
 };
 
 std::string NameOf(const MObject& node)
@@ -317,6 +318,50 @@ void BindMeshesBelowJoints(const SceneRecord& record, const Built& built, Import
     }
 }
 
+// Morph targets become a blend shape on the mesh, its weights as the file leaves them.
+void CreateBlendShapes(const SceneRecord& record, Built& built, ImportResult& result)
+{
+    built.BlendShapes.assign(record.Meshes.size(), std::string());
+    for (size_t m = 0; m < record.Meshes.size(); ++m) {
+        const std::vector<RecordMorphTarget>& targets = record.Meshes[m].MorphTargets;
+        if (targets.empty() || built.Shapes[m].isNull())
+            continue;
+        std::vector<std::vector<MVector>> offsets;
+        for (const RecordMorphTarget& target : targets)
+            offsets.push_back(target.Offsets);
+        const MObject blend = standin::BlendMesh(built.Shapes[m], offsets);
+        if (blend.isNull()) {
+            result.Warn("Morph targets Maya refuses are not imported");
+            continue;
+        }
+        built.BlendShapes[m] = NameOf(blend);
+        for (size_t t = 0; t < targets.size(); ++t)
+            standin::SetAttr(Format("%s.weight[%zu]", built.BlendShapes[m].c_str(), t), targets[t].Weight);
+    }
+}
+
+void CreateWeightCurves(const SceneRecord& record, const Built& built)
+{
+    std::map<std::pair<int, int>, std::vector<RecordWeightKey>> keysOfTarget;
+    for (const RecordClip& clip : record.Clips) {
+        for (const RecordWeightChannel& channel : clip.WeightChannels) {
+            std::vector<RecordWeightKey>& keys = keysOfTarget[{channel.Mesh, channel.Target}];
+            keys.insert(keys.end(), channel.Keys.begin(), channel.Keys.end());
+        }
+    }
+    for (auto& [target, keys] : keysOfTarget) {
+        const std::string& blend = built.BlendShapes[static_cast<size_t>(target.first)];
+        if (blend.empty())
+            continue;
+        std::stable_sort(keys.begin(), keys.end(), [](const auto& a, const auto& b) { return a.Seconds < b.Seconds; });
+        std::vector<standin::KeySpec> specs;
+        for (const RecordWeightKey& key : keys)
+            specs.push_back({MTime(key.Seconds, MTime::kSeconds), key.Weight, standin::TangentType::Linear,
+                             standin::TangentType::Linear});
+        standin::Animate(Format("%s.weight[%d]", blend.c_str(), target.second), specs);
+    }
+}
+
 struct ChannelCurve {
     const char* Attribute;
     double (*Value)(const RecordTransform&);
@@ -398,7 +443,9 @@ bool BuildScene(const SceneRecord& record, ImportResult& result)
     CreateMeshes(record, built, result);
     CreateSkins(record, built, result);
     BindMeshesBelowJoints(record, built, result);
+    CreateBlendShapes(record, built, result);
     CreateCurves(record, built);
+    CreateWeightCurves(record, built);
     SetTimeLine(record, result);
     return true;
 }

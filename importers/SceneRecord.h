@@ -64,6 +64,12 @@ struct RecordSkin {
     std::vector<std::vector<double>> Weights;   // per vertex, one column per influence
 };
 
+// A morph target: how far it moves each vertex of its mesh at full weight, in Maya's space.
+struct RecordMorphTarget {
+    std::vector<MVector> Offsets; // one per vertex of the mesh
+    double Weight = 0.0;          // as the file leaves it outside its animations
+};
+
 struct RecordMesh {
     std::string Name;
     std::vector<MPoint> Points;
@@ -73,6 +79,7 @@ struct RecordMesh {
     std::vector<MVector> Normals;    // per face-vertex; empty when the file has none
     std::vector<int> FaceMaterials;  // per polygon, into SceneRecord::Materials
     RecordSkin Skin;                 // no influences: not skinned
+    std::vector<RecordMorphTarget> MorphTargets;
 };
 
 enum class RecordShadingModel { Lambert, Phong, Blinn };
@@ -111,11 +118,24 @@ struct RecordChannel {
     std::vector<RecordKey> Keys;
 };
 
+// The weight of one morph target of one mesh over time.
+struct RecordWeightKey {
+    double Seconds = 0.0; // on the scene's time line
+    double Weight = 0.0;
+};
+
+struct RecordWeightChannel {
+    int Mesh = -1;
+    int Target = -1;
+    std::vector<RecordWeightKey> Keys;
+};
+
 struct RecordClip {
     std::string Name;
     double StartSeconds = 0.0; // on the scene's time line
     double EndSeconds = 0.0;
     std::vector<RecordChannel> Channels;
+    std::vector<RecordWeightChannel> WeightChannels;
 };
 
 struct SceneRecord {

@@ -86,10 +86,12 @@ template <class Io> void Field(Io& io, RecordAttribute& attribute);
 template <class Io> void Field(Io& io, RecordNode& node);
 template <class Io> void Field(Io& io, RecordUVSet& set);
 template <class Io> void Field(Io& io, RecordSkin& skin);
+template <class Io> void Field(Io& io, RecordMorphTarget& target);
 template <class Io> void Field(Io& io, RecordMesh& mesh);
 template <class Io> void Field(Io& io, RecordTexture& texture);
 template <class Io> void Field(Io& io, RecordMaterial& material);
 template <class Io> void Field(Io& io, RecordChannel& channel);
+template <class Io> void Field(Io& io, RecordWeightChannel& channel);
 template <class Io> void Field(Io& io, RecordClip& clip);
 template <class Io> void Field(Io& io, ImportWarning& warning);
 template <class Io> void Field(Io& io, ImportedClip& clip);
@@ -155,10 +157,16 @@ void Field(Io& io, RecordSkin& skin)
 }
 
 template <class Io>
+void Field(Io& io, RecordMorphTarget& target)
+{
+    Fields(io, target.Offsets, target.Weight);
+}
+
+template <class Io>
 void Field(Io& io, RecordMesh& mesh)
 {
     Fields(io, mesh.Name, mesh.Points, mesh.Counts, mesh.Connects, mesh.UVSets, mesh.Normals, mesh.FaceMaterials,
-           mesh.Skin);
+           mesh.Skin, mesh.MorphTargets);
 }
 
 template <class Io>
@@ -182,9 +190,15 @@ void Field(Io& io, RecordChannel& channel)
 }
 
 template <class Io>
+void Field(Io& io, RecordWeightChannel& channel)
+{
+    Fields(io, channel.Mesh, channel.Target, channel.Keys);
+}
+
+template <class Io>
 void Field(Io& io, RecordClip& clip)
 {
-    Fields(io, clip.Name, clip.StartSeconds, clip.EndSeconds, clip.Channels);
+    Fields(io, clip.Name, clip.StartSeconds, clip.EndSeconds, clip.Channels, clip.WeightChannels);
 }
 
 template <class Io>

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <map>
 #include <set>
 #include <vector>
 
@@ -123,6 +125,55 @@ std::vector<ChannelKeys> ReadChannels(AssimpContext& context, const aiAnimation&
     return channels;
 }
 
+// Morph weights of one target of one mesh, times in the animation's ticks.
+struct WeightKeys {
+    int Mesh = -1;
+    int Target = -1;
+    std::vector<Key<double>> Keys;
+};
+
+// The mesh a morph channel drives: the one of the node it names. FBX names the channel after the mesh and
+// its blend shape, "pCube1*0".
+int MorphedMesh(const AssimpContext& context, const std::string& name)
+{
+    int node = context.FindNode(name);
+    if (node < 0 && name.find('*') != std::string::npos)
+        node = context.FindNode(name.substr(0, name.find('*')));
+    return node < 0 ? -1 : context.Record.Nodes[static_cast<size_t>(node)].Mesh;
+}
+
+std::vector<WeightKeys> ReadWeightChannels(AssimpContext& context, const aiAnimation& animation)
+{
+    std::map<std::pair<int, int>, WeightKeys> channels;
+    for (unsigned int c = 0; c < animation.mNumMorphMeshChannels; ++c) {
+        const aiMeshMorphAnim* source = animation.mMorphMeshChannels[c];
+        if (!source)
+            continue;
+        const int mesh = MorphedMesh(context, source->mName.C_Str());
+        const size_t targets = mesh < 0 ? 0 : context.Record.Meshes[static_cast<size_t>(mesh)].MorphTargets.size();
+        for (unsigned int k = 0; k < source->mNumKeys && source->mKeys; ++k) {
+            const aiMeshMorphKey& key = source->mKeys[k];
+            for (unsigned int i = 0; i < key.mNumValuesAndWeights && key.mValues && key.mWeights; ++i) {
+                if (key.mValues[i] >= targets || !std::isfinite(key.mTime) || !std::isfinite(key.mWeights[i])) {
+                    context.Result.Warn("Weights of morph targets that were not imported are ignored");
+                    continue;
+                }
+                const int target = static_cast<int>(key.mValues[i]);
+                WeightKeys& channel = channels[{mesh, target}];
+                channel.Mesh = mesh;
+                channel.Target = target;
+                channel.Keys.push_back({key.mTime, key.mWeights[i]});
+            }
+        }
+    }
+    std::vector<WeightKeys> read;
+    for (auto& [which, channel] : channels) {
+        std::stable_sort(channel.Keys.begin(), channel.Keys.end(), [](const auto& a, const auto& b) { return a.Time < b.Time; });
+        read.push_back(std::move(channel));
+    }
+    return read;
+}
+
 // A node that one clip animates and another does not would carry the first clip's last pose into the second;
 // two keys at its rest pose hold it still there.
 void HoldUnanimatedNodes(SceneRecord& record)
@@ -154,19 +205,24 @@ void ReadAssimpAnimations(AssimpContext& context)
         const aiAnimation* animation = context.Scene.mAnimations[a];
         if (!animation)
             continue;
-        if (animation->mNumMeshChannels > 0 || animation->mNumMorphMeshChannels > 0)
-            context.Result.Warn("Mesh and morph target animations are not imported");
+        if (animation->mNumMeshChannels > 0)
+            context.Result.Warn("Mesh animations are not imported");
         const std::vector<ChannelKeys> channels = ReadChannels(context, *animation);
-        if (channels.empty())
+        const std::vector<WeightKeys> weights = ReadWeightChannels(context, *animation);
+        if (channels.empty() && weights.empty())
             continue;
         const double ticksPerSecond =
             animation->mTicksPerSecond > 0.0 && std::isfinite(animation->mTicksPerSecond) ? animation->mTicksPerSecond
                                                                                           : framesPerSecond;
-        double firstTick = channels.front().Times.front();
-        double lastTick = channels.front().Times.back();
+        double firstTick = std::numeric_limits<double>::infinity();
+        double lastTick = -std::numeric_limits<double>::infinity();
         for (const ChannelKeys& channel : channels) {
             firstTick = std::min(firstTick, channel.Times.front());
             lastTick = std::max(lastTick, channel.Times.back());
+        }
+        for (const WeightKeys& channel : weights) {
+            firstTick = std::min(firstTick, channel.Keys.front().Time);
+            lastTick = std::max(lastTick, channel.Keys.back().Time);
         }
         // The first clip keeps the file's times; each further one starts on the frame after the one before ends.
         const double startSeconds = firstTick / ticksPerSecond;
@@ -182,6 +238,13 @@ void ReadAssimpAnimations(AssimpContext& context)
         }
         for (const ChannelKeys& channel : channels)
             clip.Channels.push_back(SampleChannel(context, channel, ticksPerSecond, offsetSeconds));
+        for (const WeightKeys& channel : weights) {
+            RecordWeightChannel& record = clip.WeightChannels.emplace_back();
+            record.Mesh = channel.Mesh;
+            record.Target = channel.Target;
+            for (const Key<double>& key : channel.Keys)
+                record.Keys.push_back({key.Time / ticksPerSecond + offsetSeconds, key.Data});
+        }
         nextStartFrame = std::ceil(clip.EndSeconds * framesPerSecond - kFrameTolerance) + 1.0;
         context.Record.Clips.push_back(std::move(clip));
     }

@@ -4,6 +4,7 @@
 
 #include <assimp/mesh.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <map>
@@ -15,6 +16,7 @@
 namespace {
 
 using VertexSkin = std::vector<std::pair<int, float>>; // influence column, weight
+using VertexMorph = std::vector<MVector>;                // offset per morph target
 
 struct MeshBuilder {
     AssimpContext& Context;
@@ -23,6 +25,8 @@ struct MeshBuilder {
     MMatrix PointMatrix; // file to Maya, row-vector convention
     std::unordered_map<std::string, int> VertexByKey;
     std::vector<VertexSkin> VertexSkins;
+    std::vector<VertexMorph> VertexMorphs;
+    size_t MorphTargetCount = 0;
     std::map<int, int> InfluenceColumn; // node index to column
     std::vector<std::unordered_map<uint64_t, int>> UVByValue;
 };
@@ -105,8 +109,31 @@ std::vector<VertexSkin> ReadBones(MeshBuilder& builder, const aiMesh& mesh)
     return skins;
 }
 
-// Corners at the same position with the same skin weights are one Maya vertex.
-int WeldedVertex(MeshBuilder& builder, const MPoint& point, const VertexSkin& skin)
+MVector ConvertOffset(const MeshBuilder& builder, const aiVector3D& d)
+{
+    if (!IsFinite(d)) {
+        builder.Context.Result.Warn("Morph target offsets that are not numbers are set to 0");
+        return MVector();
+    }
+    const MMatrix& m = builder.PointMatrix;
+    return MVector(d.x * m[0][0] + d.y * m[1][0] + d.z * m[2][0], d.x * m[0][1] + d.y * m[1][1] + d.z * m[2][1],
+                   d.x * m[0][2] + d.y * m[1][2] + d.z * m[2][2]);
+}
+
+// How far each morph target moves one vertex of the part; Assimp gives the targets' positions.
+VertexMorph ReadMorph(const MeshBuilder& builder, const aiMesh& part, unsigned int source)
+{
+    VertexMorph morph(builder.MorphTargetCount);
+    for (unsigned int t = 0; t < part.mNumAnimMeshes && t < morph.size(); ++t) {
+        const aiAnimMesh* target = part.mAnimMeshes[t];
+        if (target && target->mVertices && target->mNumVertices == part.mNumVertices)
+            morph[t] = ConvertOffset(builder, target->mVertices[source] - part.mVertices[source]);
+    }
+    return morph;
+}
+
+// Corners at the same position with the same skin weights and morph offsets are one Maya vertex.
+int WeldedVertex(MeshBuilder& builder, const MPoint& point, const VertexSkin& skin, VertexMorph morph)
 {
     std::string key;
     AppendBytes(key, static_cast<float>(point.x));
@@ -116,10 +143,16 @@ int WeldedVertex(MeshBuilder& builder, const MPoint& point, const VertexSkin& sk
         AppendBytes(key, column);
         AppendBytes(key, weight);
     }
+    for (const MVector& offset : morph) {
+        AppendBytes(key, static_cast<float>(offset.x));
+        AppendBytes(key, static_cast<float>(offset.y));
+        AppendBytes(key, static_cast<float>(offset.z));
+    }
     const auto [found, added] = builder.VertexByKey.emplace(std::move(key), static_cast<int>(builder.Mesh.Points.size()));
     if (added) {
         builder.Mesh.Points.push_back(point);
         builder.VertexSkins.push_back(skin);
+        builder.VertexMorphs.push_back(std::move(morph));
     }
     return found->second;
 }
@@ -204,7 +237,8 @@ void AddFaces(MeshBuilder& builder, const aiMesh& part, bool withNormals)
             WarnOfNonFinitePoint(builder, part.mVertices[source]);
             int& welded = vertexOfSource[source];
             if (welded < 0)
-                welded = WeldedVertex(builder, ConvertPoint(builder, part.mVertices[source]), skins[source]);
+                welded = WeldedVertex(builder, ConvertPoint(builder, part.mVertices[source]), skins[source],
+                                      ReadMorph(builder, part, source));
             int vertex = welded;
             // Maya polygons cannot pass through one vertex twice; such corners keep a vertex of their own.
             if (std::find(corners.begin(), corners.end(), vertex) != corners.end()) {
@@ -212,6 +246,7 @@ void AddFaces(MeshBuilder& builder, const aiMesh& part, bool withNormals)
                 vertex = static_cast<int>(mesh.Points.size());
                 mesh.Points.push_back(ConvertPoint(builder, part.mVertices[source]));
                 builder.VertexSkins.push_back(skins[source]);
+                builder.VertexMorphs.push_back(ReadMorph(builder, part, source));
             }
             corners.push_back(vertex);
             for (size_t set = 0; set < setCount; ++set) {
@@ -261,20 +296,44 @@ void FillSkinWeights(MeshBuilder& builder)
     }
 }
 
+void FillMorphTargets(MeshBuilder& builder, const std::vector<const aiMesh*>& parts)
+{
+    std::vector<RecordMorphTarget>& targets = builder.Mesh.MorphTargets;
+    targets.assign(builder.MorphTargetCount, RecordMorphTarget {});
+    for (size_t t = 0; t < targets.size(); ++t) {
+        for (const aiMesh* part : parts) {
+            if (t < part->mNumAnimMeshes && part->mAnimMeshes[t] && std::isfinite(part->mAnimMeshes[t]->mWeight)) {
+                targets[t].Weight = part->mAnimMeshes[t]->mWeight;
+                break;
+            }
+        }
+        targets[t].Offsets.reserve(builder.VertexMorphs.size());
+        for (const VertexMorph& morph : builder.VertexMorphs)
+            targets[t].Offsets.push_back(morph[t]);
+    }
+}
+
 bool BuildMesh(AssimpContext& context, const aiNode& node, const std::vector<const aiMesh*>& parts, RecordMesh& mesh)
 {
-    MeshBuilder builder {context, node, mesh, ToMayaMatrix(context.Conversion), {}, {}, {}, {}};
+    MeshBuilder builder {context, node, mesh, ToMayaMatrix(context.Conversion), {}, {}, {}, 0, {}, {}};
     mesh.Name = MayaName(node.mName.C_Str(), "polySurface");
     bool withNormals = true;
+    bool skinned = false;
     for (const aiMesh* part : parts) {
         withNormals = withNormals && part->HasNormals();
-        if (part->mNumAnimMeshes > 0)
-            context.Result.Warn("Morph targets are not imported");
+        skinned = skinned || part->mNumBones > 0;
+        builder.MorphTargetCount = std::max<size_t>(builder.MorphTargetCount, part->mNumAnimMeshes);
+    }
+    // Maya would put the blend shape before the skin; the stand-in's skin reads the mesh itself.
+    if (skinned && builder.MorphTargetCount > 0) {
+        context.Result.Warn("Morph targets of skinned meshes are not imported");
+        builder.MorphTargetCount = 0;
     }
     PrepareUVSets(builder, parts);
     for (const aiMesh* part : parts)
         AddFaces(builder, *part, withNormals);
     FillSkinWeights(builder);
+    FillMorphTargets(builder, parts);
     return !mesh.Counts.empty();
 }
 

@@ -152,6 +152,22 @@ std::shared_ptr<Mesh> MeshOf(const MObject& shape)
   return node && node->type == MFn::kMesh ? node->mesh : nullptr;
 }
 
+// As Maya deforms a shape: its geometry moves to an intermediate "<shape>Orig" beside it, which feeds the new
+// deformer, which feeds the shape.
+Node* InsertDeformer(Node* mesh, const std::string& type, const std::string& name)
+{
+  Node* orig = NewNode("mesh", mesh->name + "Orig");
+  AddChild(mesh->parents.front(), orig);
+  orig->mesh = mesh->mesh;
+  orig->values[PlugKey{orig->FindAttribute("intermediateObject"), {}}].number = 1.0;
+  Node* deformer = NewNode(type, name);
+  Connect(orig, PlugKey{orig->FindAttribute("worldMesh"), {0}}, deformer,
+          PlugKey{deformer->FindAttribute("inputGeometry"), {0}});
+  Connect(deformer, PlugKey{deformer->FindAttribute("outputGeometry"), {0}}, mesh,
+          PlugKey{mesh->FindAttribute("inMesh"), {}});
+  return deformer;
+}
+
 }
 
 void NewScene() { ResetScene(); }
@@ -589,13 +605,7 @@ MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const
   for (const MObject& joint : joints)
     if (!NodeOf(joint) || NodeOf(joint)->type != MFn::kJoint)
       return MObject();
-  standin::Node* orig = standin::NewNode("mesh", mesh->name + "Orig");
-  AddChild(mesh->parents.front(), orig);
-  orig->mesh = mesh->mesh;
-  orig->values[PlugKey{orig->FindAttribute("intermediateObject"), {}}].number = 1.0;
-  standin::Node* skin = standin::NewNode("skinCluster", "skinCluster1");
-  Connect(orig, PlugKey{orig->FindAttribute("worldMesh"), {0}}, skin, PlugKey{skin->FindAttribute("inputGeometry"), {0}});
-  Connect(skin, PlugKey{skin->FindAttribute("outputGeometry"), {0}}, mesh, PlugKey{mesh->FindAttribute("inMesh"), {}});
+  standin::Node* skin = InsertDeformer(mesh, "skinCluster", "skinCluster1");
   auto geom = std::make_shared<MatrixData>();
   geom->matrix = PathMatrix(AllPaths(mesh).front());
   skin->values[PlugKey{skin->FindAttribute("geomMatrix"), {}}].data = geom;
@@ -621,6 +631,36 @@ bool SetSkinWeights(const MObject& skinCluster, unsigned int geometryIndex, cons
   skin->skinWeights[geometryIndex] = weights;
   skin->scene->Touch();
   return true;
+}
+
+MObject BlendMesh(const MObject& shape, const std::vector<std::vector<MVector>>& targets)
+{
+  standin::Node* mesh = NodeOf(shape);
+  if (!mesh || mesh->type != MFn::kMesh || mesh->parents.empty() || !mesh->mesh || targets.empty() ||
+      IncomingConnection(mesh, PlugKey{mesh->FindAttribute("inMesh"), {}}))
+    return MObject();
+  const size_t vertexCount = mesh->mesh->points.size() / 3;
+  for (const auto& target : targets)
+    if (target.size() != vertexCount)
+      return MObject();
+  standin::Node* blend = InsertDeformer(mesh, "blendShape", "blendShape1");
+  for (size_t t = 0; t < targets.size(); ++t) {
+    const std::string item = blend->name + ".inputTarget[0].inputTargetGroup[" + std::to_string(t) + "].inputTargetItem[6000]";
+    std::vector<MPoint> offsets;
+    std::vector<std::string> moved;
+    for (size_t v = 0; v < vertexCount; ++v) {
+      const MVector& offset = targets[t][v];
+      if (offset.x == 0.0 && offset.y == 0.0 && offset.z == 0.0)
+        continue;
+      offsets.emplace_back(offset.x, offset.y, offset.z);
+      moved.push_back("vtx[" + std::to_string(v) + "]");
+    }
+    SetPoints(item + ".inputPointsTarget", offsets);
+    SetComponents(item + ".inputComponentsTarget", moved);
+    SetAttr(blend->name + ".weight[" + std::to_string(t) + "]", 0.0);
+  }
+  CurrentScene().Touch();
+  return MObject(blend);
 }
 
 MObject BindRigid(const MObject& joint, const MObject& shape, const std::vector<int>& vertices,

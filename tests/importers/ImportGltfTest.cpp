@@ -299,6 +299,33 @@ MPointArray WorldPoints(const char* shape)
     return points;
 }
 
+// A morph target lifting the triangle's second corner by 1 m, its weight keyed from 0 to 1 over a second.
+TEST(ImportGltfAnimation, MorphTargetsBlendTheMeshByTheirKeyedWeights)
+{
+    Triangle triangle;
+    GltfWriter& w = triangle.Writer;
+    const int lift = w.AddFloats({0, 0, 0, 0, 1, 0, 0, 0, 0}, "VEC3");
+    const int times = w.AddFloats({0.0f, 1.0f}, "SCALAR");
+    const int weights = w.AddFloats({0.0f, 1.0f}, "SCALAR");
+    std::string mesh = triangle.Mesh();
+    mesh.insert(mesh.rfind("}]}]"), ",\"targets\":[{\"POSITION\":" + std::to_string(lift) + "}]");
+    const ImportResult result = ImportGltf(
+        "morph", w.Json(mesh + ",\"nodes\":[{\"name\":\"tri\",\"mesh\":0}],\"scenes\":[{\"nodes\":[0]}],\"scene\":0,"
+                               "\"animations\":[{\"name\":\"grow\",\"samplers\":[{\"input\":" +
+                               std::to_string(times) + ",\"output\":" + std::to_string(weights) +
+                               "}],\"channels\":[{\"sampler\":0,\"target\":{\"node\":0,\"path\":\"weights\"}}]}]"));
+    ASSERT_TRUE(result.Ok) << result.Error;
+    ASSERT_EQ(result.Clips.size(), 1u);
+    EXPECT_NEAR(result.Clips[0].EndFrame, 24.0, 1e-6);
+    for (const double frame : {0.0, 12.0, 24.0}) {
+        MAnimControl::setCurrentTime(MTime(frame, MTime::kFilm));
+        const MPointArray points = WorldPoints("triShape");
+        ASSERT_EQ(points.length(), 3u);
+        EXPECT_NEAR(points[1].y, 100.0 * frame / 24.0, 1e-3) << frame;
+        EXPECT_NEAR(points[2].y, 100.0, 1e-3) << frame;
+    }
+}
+
 TEST(ImportGltfSkin, BonesBecomeJointsOfASkinClusterOverAnIntermediateShape)
 {
     const ImportResult result = ImportGltf("skin", SkinnedStrip());

@@ -25,7 +25,8 @@ SceneRecord SmallRecord()
     mesh.Skin.Weights = {{1.0}, {1.0}, {0.5}};
     record.Meshes.push_back(mesh);
     record.Materials.emplace_back().ColorTexture.File = "\\maps\\wood.png";
-    record.Clips.push_back({"walk", 0.0, 1.5, {{0, {{0.5, {}}}}}});
+    record.Meshes.back().MorphTargets.push_back({{MVector(0, 1, 0), MVector(), MVector()}, 0.5});
+    record.Clips.push_back({"walk", 0.0, 1.5, {{0, {{0.5, {}}}}}, {{0, 0, {{0.5, 0.25}}}}});
     record.TimeUnit = MTime::kNTSCFrame;
     return record;
 }
@@ -47,6 +48,8 @@ TEST(SceneRecordBytes, RoundTripsWholeAndRefusesEveryCut)
     EXPECT_TRUE(read);
     EXPECT_EQ(record.Meshes.at(0).Skin.Weights.at(2).at(0), 0.5);
     EXPECT_EQ(record.Materials.at(0).ColorTexture.File, "\\maps\\wood.png");
+    EXPECT_EQ(record.Meshes.at(0).MorphTargets.at(0).Offsets.at(0).y, 1.0);
+    EXPECT_EQ(record.Clips.at(0).WeightChannels.at(0).Keys.at(0).Weight, 0.25);
     EXPECT_EQ(unpacked.Warnings.at(0).Describe(), "line 4: odd");
     EXPECT_EQ(PackSceneRecord(read, record, unpacked), bytes);
 

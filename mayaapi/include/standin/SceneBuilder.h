@@ -138,6 +138,10 @@ MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const
 MObject SkinMesh(const MObject& shape, const std::vector<MObject>& joints, const SkinWeights& weights);
 // The weights of one geometry of an existing skin cluster, as its weightList holds them.
 bool SetSkinWeights(const MObject& skinCluster, unsigned int geometryIndex, const SkinWeights& weights);
+// blendShape: moves the shape's geometry to a new intermediate "<shape>Orig" and feeds it through a blend shape
+// whose target t moves each vertex by targets[t][vertex] (in object space) at weight[t] 1. The weights start at 0.
+// Empty when the shape is already deformed or a target does not have one offset per vertex.
+MObject BlendMesh(const MObject& shape, const std::vector<std::vector<MVector>>& targets);
 // A rigid-skinning joint cluster that binds the listed vertices of one instance of the shape to the joint with the
 // given weights.
 MObject BindRigid(const MObject& joint, const MObject& shape, const std::vector<int>& vertices,
