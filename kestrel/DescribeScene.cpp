@@ -286,8 +286,12 @@ void DescribeAnimation(const ImportResult& import, std::string& text)
         text += ", playback range " + Number(MAnimControl::minTime().value()) + " to " +
                 Number(MAnimControl::maxTime().value());
     text += "\n";
-    for (const ImportedClip& clip : import.Clips)
-        text += "  clip \"" + clip.Name + "\": frames " + Number(clip.StartFrame) + " to " + Number(clip.EndFrame) + "\n";
+    const std::string rate = Number(1.0 / MTime::secondsPerUnit(MTime::uiUnit())) + " fps";
+    for (const ImportedClip& clip : import.Clips) {
+        const double seconds = (clip.EndFrame - clip.StartFrame) * MTime::secondsPerUnit(MTime::uiUnit());
+        text += "  clip \"" + clip.Name + "\": frames " + Number(clip.StartFrame) + " to " + Number(clip.EndFrame) +
+                " at " + rate + " (" + Number(seconds) + " s)\n";
+    }
 }
 
 } // namespace

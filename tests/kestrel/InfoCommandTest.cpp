@@ -116,7 +116,7 @@ TEST(InfoOnScene, ShowsCustomAttributesUnderTheirNode)
 }
 
 // The file's two joints were bound at (0.5, 1, 0) m; of its 10 vertices 8 follow each joint, never more than two
-// joints one vertex.
+// joints one vertex. Its one animation keys 5.5 s.
 TEST(InfoOnScene, ShowsEachSkinsInfluencesWithWhereTheyWereBoundAndWhatTheyMove)
 {
     const std::filesystem::path scene = std::filesystem::path(KESTREL_SHARED_SCENES_DIR) / "gltf/SimpleSkin/SimpleSkin.gltf";
@@ -126,7 +126,9 @@ TEST(InfoOnScene, ShowsEachSkinsInfluencesWithWhereTheyWereBoundAndWhatTheyMove)
     EXPECT_EQ(info.ExitCode, 0) << info.Err;
     EXPECT_NE(info.Out.find("Skins:\n  skinCluster1 on nodes_0_Shape: 2 influences, 10 vertices, at most 2 influences a vertex\n"
                             "    nodes_1_: bound at (50.000, 100.000, 0.000) cm, moves 8 vertices\n"
-                            "    nodes_2_: bound at (50.000, 100.000, 0.000) cm, moves 8 vertices\nAnimation:"),
+                            "    nodes_2_: bound at (50.000, 100.000, 0.000) cm, moves 8 vertices\n"
+                            "Animation: 3 curves, playback range 0.000 to 132.000\n"
+                            "  clip \"clip1\": frames 0.000 to 132.000 at 24.000 fps (5.500 s)\n"),
               std::string::npos)
         << info.Out;
 }
