@@ -7,6 +7,7 @@
 #include "formats/chunk/LastError.h"
 #include "geometry/lightmap/GenerateLightmapUVs.h"
 #include "importers/ImportScene.h"
+#include "kestrel/AnimationEntries.h"
 #include "kestrel/LightmapPicture.h"
 #include "kestrel/LoadedPlugin.h"
 #include "plugin/PluginModule.h"
@@ -20,7 +21,9 @@
 #include "settings/PosixProcessLauncher.h"
 #include "ui/BatchMessageBox.h"
 
+#include <maya/MAnimControl.h>
 #include <maya/MDagPath.h>
+#include <maya/MItDependencyNodes.h>
 #include <maya/MPxFileTranslator.h>
 #include <standin/PluginHost.h>
 #include <standin/SceneBuilder.h>
@@ -130,6 +133,43 @@ int WriteLightmapPictures(const std::string& picture, const std::string& target,
     return 0;
 }
 
+std::optional<std::vector<VAnimationDescription>> ParseAnimationEntries(const std::vector<std::string>& texts,
+                                                                       std::string& error)
+{
+    std::vector<VAnimationDescription> entries;
+    for (const std::string& text : texts) {
+        std::optional<VAnimationDescription> entry = ParseAnimationEntry(text, error);
+        if (!entry) {
+            error = "'" + text + "': " + error;
+            return std::nullopt;
+        }
+        entries.push_back(std::move(*entry));
+    }
+    return entries;
+}
+
+bool SceneHas(MFn::Type type)
+{
+    return !MItDependencyNodes(type).isDone();
+}
+
+// The clips of the loaded scene; one over the playback range when the file named none but its
+// curves animate it.
+std::vector<ImportedClip> ClipsOf(const ImportResult& import, const std::string& scene)
+{
+    if (!import.Clips.empty() || !SceneHas(MFn::kAnimCurve))
+        return import.Clips;
+    return {{std::filesystem::path(scene).stem().string(), MAnimControl::minTime().value(),
+             MAnimControl::maxTime().value()}};
+}
+
+bool SetsOption(const std::vector<std::string>& settings, std::string_view key)
+{
+    return std::any_of(settings.begin(), settings.end(), [&](const std::string& setting) {
+        return EqualsNoCase(TrimSpaces(std::string_view(setting).substr(0, setting.find('='))), key);
+    });
+}
+
 } // namespace
 
 std::string AbsoluteNative(const std::string& path)
@@ -148,9 +188,19 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
         return 2;
     }
 
+    const std::optional<std::vector<VAnimationDescription>> animations =
+        ParseAnimationEntries(request.Animations, error);
+    if (!animations) {
+        std::fprintf(err, "kestrel export: --anim %s\n", error.c_str());
+        return 2;
+    }
+
     const std::string scene = FromNativePath(AbsoluteNative(request.Scene));
-    if (!loadScene(scene, error)) {
-        std::fprintf(err, "kestrel export: cannot load '%s': %s\n", request.Scene.c_str(), error.c_str());
+    const ImportResult import = loadScene(scene);
+    for (const ImportWarning& warning : import.Warnings)
+        std::fprintf(err, "kestrel export: warning: %s\n", warning.Describe().c_str());
+    if (!import.Ok) {
+        std::fprintf(err, "kestrel export: cannot load '%s': %s\n", request.Scene.c_str(), import.Error.c_str());
         return 1;
     }
     std::vector<MDagPath> selection;
@@ -176,6 +226,20 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
     services.MessageBox = &messageBox;
     services.FiledReportView = &report;
     services.OptionOverrides = *options;
+    if (request.Clips) {
+        const bool bones = SceneHas(MFn::kJoint);
+        const std::vector<ImportedClip> clips = ClipsOf(import, request.Scene);
+        if (clips.empty())
+            std::fprintf(err, "kestrel export: warning: --clips: the scene is not animated\n");
+        std::vector<std::string> skipped;
+        services.AnimationOverrides = ClipEntries(clips, bones ? kAnimTypeBone : kAnimTypeMuscle, skipped);
+        for (const std::string& clip : skipped)
+            std::fprintf(err, "kestrel export: warning: the clip '%s' begins before frame 0 and is left out\n",
+                         clip.c_str());
+        if (bones && !SetsOption(request.Settings, "ExportBones"))
+            services.OptionOverrides += "// ExportBones : 1\r\n";
+    }
+    services.AnimationOverrides.insert(services.AnimationOverrides.end(), animations->begin(), animations->end());
 
     LoadedPlugin plugin(services);
     if (request.Debug)
@@ -225,18 +289,15 @@ void AddExportCommand(CLI::App& app)
     command->add_option("-o,--output", request->Target, "The asset file to write")->required();
     command->add_option("--selection", request->Selection, "Export only these nodes, as Export Selection does");
     command->add_option("--set", request->Settings, "Change an export option for this export (Key=Value)");
+    command->add_option("--anim", request->Animations,
+                        "Add or replace an animation of a .model export: "
+                        "NAME:START-END[:loop][:type=bone|muscle|morph][:motion=xyz][:rot=x|y|z]");
+    command->add_flag("--clips", request->Clips, "Export each animation clip of the scene as an animation");
     command->add_flag("--debug", request->Debug, "Write debug.txt beside the target");
     command->add_option("--lightmap-png", request->LightmapPicture,
                         "Draw the lightmap atlas of each material into this PNG file (with LightmapUVs=1)");
     command->callback([request] {
-        const SceneLoader load = [](const std::string& path, std::string& error) {
-            const ImportResult result = ImportScene(path);
-            for (const ImportWarning& warning : result.Warnings)
-                std::fprintf(stderr, "kestrel export: warning: %s\n", warning.Describe().c_str());
-            error = result.Error;
-            return result.Ok;
-        };
-        const int code = RunExport(*request, load, stdout, stderr);
+        const int code = RunExport(*request, [](const std::string& path) { return ImportScene(path); }, stdout, stderr);
         // The exit code travels through CLI11's own exit path, so that main stays one dispatch.
         if (code == 0)
             throw CLI::Success();

@@ -1,8 +1,11 @@
 #pragma once
-// "kestrel export SCENE -o TARGET [--selection NODE...] [--set Key=Value...] [--debug]
-// [--lightmap-png PICTURE]": loads the scene into the Maya stand-in, loads the plug-in through the
-// host and runs the translator of the target's format in batch mode, as Maya's export-all or
-// export-selection would; then, if asked, draws the target's lightmap atlases.
+// "kestrel export SCENE -o TARGET [--selection NODE...] [--set Key=Value...] [--anim ENTRY...]
+// [--clips] [--debug] [--lightmap-png PICTURE]": loads the scene into the Maya stand-in, loads the
+// plug-in through the host and runs the translator of the target's format in batch mode, as
+// Maya's export-all or export-selection would; then, if asked, draws the target's lightmap
+// atlases.
+
+#include "importers/ImportResult.h"
 
 #include <cstdio>
 #include <functional>
@@ -21,13 +24,19 @@ struct ExportRequest {
     std::vector<std::string> Selection;
     // "Key=Value" changes of the option record for this export.
     std::vector<std::string> Settings;
+    // Animation entries to add or replace (AnimationEntries.h), after those of Clips.
+    std::vector<std::string> Animations;
+    // One entry per clip the importer found: bone animations with bones switched on when the
+    // scene has joints (unless Settings name ExportBones), muscle animations otherwise. A scene
+    // without clips whose curves animate it gives one entry over the playback range.
+    bool Clips = false;
     bool Debug = false;
     // Native path of the picture of the lightmap atlas; empty draws none.
     std::string LightmapPicture;
 };
 
-// Replaces the stand-in's scene by the file's (a system path); false with the reason in error.
-using SceneLoader = std::function<bool(const std::string& path, std::string& error)>;
+// Replaces the stand-in's scene by the file's (a system path).
+using SceneLoader = std::function<ImportResult(const std::string& path)>;
 
 // A path typed on the command line, made absolute and normal (as typed when that fails).
 std::string AbsoluteNative(const std::string& path);

@@ -3,8 +3,11 @@
 // services the host hands in, the application settings, the export session and the format
 // objects.
 
+#include "settings/VAnimationDescription.h"
+
 #include <string>
 #include <string_view>
+#include <vector>
 
 struct ApplicationSettings;
 struct ExportSession;
@@ -35,6 +38,9 @@ struct PluginServices {
     // A settings block ("// Key : Value" lines) applied over each target's stored settings, so
     // that a batch run can change options of one export; empty for none.
     std::string OptionOverrides;
+    // Animation entries put into each target's animation table after its stored settings and the
+    // overrides are loaded, each replacing an entry of its name; empty for none.
+    std::vector<VAnimationDescription> AnimationOverrides;
 };
 
 // The module's start-up: takes the services, loads the application settings from the store and

@@ -69,6 +69,8 @@ bool VExportFormat::Init(std::string_view targetPath, int /*unused*/, bool noPro
             ApplySettingsBlock(*text, session);
         if (!TheServices().OptionOverrides.empty())
             ApplySettingsBlock(TheServices().OptionOverrides, session);
+        for (const VAnimationDescription& entry : TheServices().AnimationOverrides)
+            session.Animations.AddOrReplace(entry);
     }
     return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 // The animation descriptions of one export, in the order the user listed them.
 
+#include "base/TextUtil.h"
 #include "settings/VAnimationDescription.h"
 
 #include <algorithm>
@@ -33,6 +34,19 @@ public:
             return false;
         m_entries.push_back(std::move(entry));
         return true;
+    }
+
+    // Replaces the first entry of the same name (compared ignoring case, as the animation list
+    // does), else adds the entry; false, changing nothing, when a new entry finds the table full.
+    bool AddOrReplace(VAnimationDescription entry)
+    {
+        for (VAnimationDescription& present : m_entries) {
+            if (EqualsNoCase(present.Name, entry.Name)) {
+                present = std::move(entry);
+                return true;
+            }
+        }
+        return Add(std::move(entry));
     }
 
     // Later entries move up by one place.

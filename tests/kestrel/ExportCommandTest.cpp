@@ -5,6 +5,8 @@
 #include "kestrel/ImportCommand.h"
 
 #include "base/Path.h"
+#include "formats/AnimationChunks.h"
+#include "formats/AnimationFileReader.h"
 #include "formats/LoadModel.h"
 #include "formats/PrefabShapes.h"
 #include "formats/PrefabXml.h"
@@ -14,6 +16,11 @@
 #include "model/Validate.h"
 #include "importers/ImportScene.h"
 #include "tests/UniqueTempFolder.h"
+#include "importers/assimp/AssimpContext.h"
+#include "kestrel/AnimationEntries.h"
+
+#include <assimp/Importer.hpp>
+#include <assimp/scene.h>
 
 #include "../geometry/lightmap/AtlasChecks.h"
 #include "CapturedRun.h"
@@ -35,6 +42,7 @@
 #include <functional>
 #include <map>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -43,7 +51,7 @@ using ::testing::Not;
 
 namespace {
 
-bool LoadTwoCubes(const std::string&, std::string&)
+ImportResult LoadTwoCubes(const std::string&)
 {
     standin::NewScene();
     for (int cube = 0; cube < 2; ++cube) {
@@ -58,15 +66,46 @@ bool LoadTwoCubes(const std::string&, std::string&)
         const MObject shape = standin::CreateMesh(name + "Shape", transform, description);
         standin::Assign(standin::CreateShader("lambert", name + "Stone"), shape);
     }
-    return true;
+    ImportResult result;
+    result.Ok = true;
+    return result;
+}
+
+// An arm of two joints along Maya's x with a skinned box around it, waving from frame 1 to 5;
+// the importer found the clip "wave".
+ImportResult LoadWavingArm(const std::string&)
+{
+    standin::NewScene();
+    const MObject shoulder = standin::CreateNode("joint", "shoulder");
+    const MObject hand = standin::CreateNode("joint", "hand", shoulder);
+    standin::SetAttr("hand.translate", 100, 0, 0);
+    const MObject transform = standin::CreateNode("transform", "arm");
+    standin::MeshDescription box;
+    for (int corner = 0; corner < 8; ++corner)
+        box.points.emplace_back(100.0 * (corner & 1), 10.0 * ((corner >> 1) & 1), 10.0 * ((corner >> 2) & 1));
+    box.counts = {4, 4, 4, 4, 4, 4};
+    box.connects = {0, 2, 3, 1, 4, 5, 7, 6, 0, 1, 5, 4, 2, 6, 7, 3, 0, 4, 6, 2, 1, 3, 7, 5};
+    const MObject shape = standin::CreateMesh("armShape", transform, box);
+    standin::Assign(standin::CreateShader("lambert", "skin"), shape);
+    std::vector<std::vector<double>> weights;
+    for (int corner = 0; corner < 8; ++corner)
+        weights.push_back(corner & 1 ? std::vector<double> {0, 1} : std::vector<double> {1, 0});
+    standin::SkinMesh(shape, {shoulder, hand}, weights);
+    standin::Animate("shoulder.rotateZ", {{MTime(1.0, MTime::kFilm), 0.0, standin::TangentType::Linear,
+                                           standin::TangentType::Linear},
+                                          {MTime(5.0, MTime::kFilm), 1.0, standin::TangentType::Linear,
+                                           standin::TangentType::Linear}});
+    standin::SetPlaybackRange(MTime(1.0, MTime::kFilm), MTime(5.0, MTime::kFilm));
+    ImportResult result;
+    result.Ok = true;
+    result.Clips = {{"wave", 1.0, 5.0}};
+    return result;
 }
 
 // Loads through the importers, as the command line does.
-bool ImportFromFile(const std::string& path, std::string& error)
+ImportResult ImportFromFile(const std::string& path)
 {
-    const ImportResult result = ImportScene(path);
-    error = result.Error;
-    return result.Ok;
+    return ImportScene(path);
 }
 
 class ExportCommand : public ::testing::Test {
@@ -144,10 +183,10 @@ TEST_F(ExportCommand, ExportsTheWholeSceneAndSaysWhere)
 
 TEST_F(ExportCommand, FiledReportIsPrinted)
 {
-    const auto missingTexture = [](const std::string& scene, std::string& error) {
-        LoadTwoCubes(scene, error);
+    const auto missingTexture = [](const std::string& scene) {
+        ImportResult result = LoadTwoCubes(scene);
         standin::CreateFileTexture("bark", "/nowhere/bark.tga", "nearStone.color");
-        return true;
+        return result;
     };
     EXPECT_EQ(Run(Request("out/level.qmesh"), missingTexture), 0);
     EXPECT_TRUE(std::filesystem::exists(Native("out/ErrLog.txt")));
@@ -178,7 +217,11 @@ TEST_F(ExportCommand, UnknownOptionKeyIsRefusedBeforeLoading)
     ExportRequest request = Request("x.qmesh");
     request.Settings = {"ColourMesh=0"};
     bool loaded = false;
-    EXPECT_EQ(Run(request, [&](const std::string&, std::string&) { return loaded = true; }), 2);
+    EXPECT_EQ(Run(request, [&](const std::string& scene) {
+                  loaded = true;
+                  return LoadTwoCubes(scene);
+              }),
+              2);
     EXPECT_FALSE(loaded);
     EXPECT_THAT(Err, HasSubstr("'ColourMesh' is not an export option"));
 }
@@ -208,9 +251,10 @@ TEST_F(ExportCommand, TargetOfNoKnownFormatIsRefusedWithTheKnownExtensions)
 
 TEST_F(ExportCommand, SceneThatCannotBeLoadedFailsWithTheReason)
 {
-    const SceneLoader broken = [](const std::string&, std::string& error) {
-        error = "not a scene";
-        return false;
+    const SceneLoader broken = [](const std::string&) {
+        ImportResult result;
+        result.Error = "not a scene";
+        return result;
     };
     EXPECT_EQ(Run(Request("x.qmesh"), broken), 1);
     EXPECT_THAT(Err, HasSubstr("not a scene"));
@@ -223,6 +267,71 @@ TEST_F(ExportCommand, DebugWritesTheDebugFileBesideTheTarget)
     EXPECT_EQ(Run(request), 0);
     EXPECT_TRUE(std::filesystem::exists(Native("dbg/debug.txt")));
 }
+
+std::vector<std::string> AnimationsIn(const std::filesystem::path& file)
+{
+    VAnimationFile animations;
+    EXPECT_TRUE(ReadAnimationFile(FromNativePath(file.string()), animations)) << LastError().Text;
+    std::vector<std::string> described;
+    for (const VAnimFileAnimation& animation : animations.Animations)
+        described.push_back(animation.Name + (animation.IsBoneAnimation() ? " bone " : " vertex ") +
+                            std::to_string(animation.IsBoneAnimation() ? animation.Positions.KeyCount()
+                                                                       : static_cast<int>(animation.DeltaTimes.size())));
+    return described;
+}
+
+// The clip becomes a bone animation (bones switched on for it), "--anim" adds a muscle animation,
+// and both are stored with the target; the next export replaces "wave" by name, ignoring case.
+TEST_F(ExportCommand, ClipsAndAnimEntriesAreSampledStoredAndReplacedByName)
+{
+    ExportRequest request = Request("arm.model");
+    request.Clips = true;
+    request.Animations = {"reach:2-4:type=muscle"};
+    ASSERT_EQ(Run(request, LoadWavingArm), 0) << Err;
+    EXPECT_THAT(AnimationsIn(Native("arm.anim")), ::testing::ElementsAre("wave bone 5", "reach vertex 3"));
+
+    request.Clips = false;
+    request.Animations = {"WAVE:1-3:motion=x:rot=z"};
+    ASSERT_EQ(Run(request, LoadWavingArm), 0) << Err;
+    EXPECT_THAT(AnimationsIn(Native("arm.anim")), ::testing::ElementsAre("WAVE bone 3", "reach vertex 3"));
+    std::ifstream stored(Native("arm.model_data/_config.Xportel"), std::ios::binary);
+    const std::string settings((std::istreambuf_iterator<char>(stored)), std::istreambuf_iterator<char>());
+    EXPECT_THAT(settings, HasSubstr("// ExportBones : 1\r\n"));
+    EXPECT_THAT(settings, HasSubstr("// NumAnimations: 2\r\n// Animation: WAVE\r\n"));
+    EXPECT_THAT(settings, HasSubstr("// AnimRotZ: 1\r\n"));
+}
+
+TEST_F(ExportCommand, ClipsOfASceneWithoutAnimationAreNoneAndSaySo)
+{
+    ExportRequest request = Request("still.model");
+    request.Clips = true;
+    EXPECT_EQ(Run(request), 0) << Err;
+    EXPECT_THAT(Err, HasSubstr("kestrel export: warning: --clips: the scene is not animated\n"));
+}
+
+struct BadEntry {
+    const char* Entry;
+    const char* Reason;
+};
+
+class MalformedAnimEntry : public ExportCommand, public ::testing::WithParamInterface<BadEntry> {};
+
+TEST_P(MalformedAnimEntry, IsRefusedBeforeLoadingWithTheReason)
+{
+    ExportRequest request = Request("x.model");
+    request.Animations = {GetParam().Entry};
+    EXPECT_EQ(Run(request), 2);
+    EXPECT_EQ(Err, std::string("kestrel export: --anim '") + GetParam().Entry + "': " + GetParam().Reason + "\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Entries, MalformedAnimEntry,
+    ::testing::Values(
+        BadEntry {"walk", "it is not of the form NAME:START-END[:loop][:type=bone|muscle|morph][:motion=xyz][:rot=x|y|z]"},
+        BadEntry {"walk:9-3", "the range must start at frame 0 or later and end no earlier than it starts"},
+        BadEntry {"walk:1-9:type=dance", "'type=dance': the type is bone, muscle or morph"},
+        BadEntry {"walk:1-9:rot=xy", "'rot=xy': rot names one axis: x, y or z"},
+        BadEntry {"smile:4-4:type=morph:loop", "a morph target is one pose and cannot loop"}));
 
 TEST_F(ExportCommand, LightmapPictureIsDrawnForEachMaterialOfTheAtlas)
 {
@@ -265,12 +374,7 @@ TEST_F(ExportCommand, SharedSceneLightmapAtlasesKeepTheirGuttersAndStretch)
     request.Scene = scene.string();
     request.Target = Native("lit/building.qmesh").string();
     request.Settings = {"LightmapUVs=1"};
-    const SceneLoader import = [](const std::string& path, std::string& error) {
-        const ImportResult result = ImportScene(path);
-        error = result.Error;
-        return result.Ok;
-    };
-    ASSERT_EQ(Run(request, import), 0) << Err;
+    ASSERT_EQ(Run(request, ImportFromFile), 0) << Err;
     EXPECT_THAT(Out, ::testing::Not(HasSubstr("AtlasCreate failed")));
     VStaticMeshFile mesh;
     ASSERT_TRUE(ReadStaticMesh(FromNativePath(request.Target), mesh));
@@ -318,15 +422,10 @@ TEST_F(ExportCommand, MayaAsciiSceneExportsWithTheTexturesFoundBesideIt)
                                         "UsdExportUVSetMappingsTest" / "UsdExportUVSetMappingsTest.ma";
     if (!std::filesystem::exists(scene))
         GTEST_SKIP() << "the shared scenes are not on this machine";
-    const SceneLoader import = [](const std::string& path, std::string& error) {
-        const ImportResult result = ImportScene(path);
-        error = result.Error;
-        return result.Ok;
-    };
     ExportRequest request;
     request.Scene = scene.string();
     request.Target = Native("uv/uv.qmesh").string();
-    ASSERT_EQ(Run(request, import), 0) << Err;
+    ASSERT_EQ(Run(request, ImportFromFile), 0) << Err;
     EXPECT_GT(Triangles("uv/uv.qmesh"), 0);
     EXPECT_TRUE(std::filesystem::exists(Native("uv/Textures/red.png")));
     EXPECT_TRUE(std::filesystem::exists(Native("uv/Textures/green.png")));
@@ -484,6 +583,168 @@ TEST_F(ExportCommand, ImportRefusesAssetsAndScenesOfOtherKinds)
     EXPECT_THAT(text, HasSubstr("level.blend': scenes are written as .glb, .fbx, .obj, .dae\n"));
     EXPECT_THAT(text, HasSubstr("first.anim': only static meshes (.qmesh), collision meshes (.qcolmesh), models (.model)"));
     EXPECT_FALSE(std::filesystem::exists(Native("level.glb")));
+}
+
+TEST_F(ExportCommand, EveryAnimatedSharedSceneExportsItsClipsOneKeyAFrameAndInfoReadsThemBack)
+{
+    const std::filesystem::path scenes = KESTREL_SHARED_SCENES_DIR;
+    if (!std::filesystem::exists(scenes))
+        GTEST_SKIP() << "the shared scenes are not on this machine";
+
+    std::set<std::string> animated;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(scenes)) {
+        const std::string scene = entry.path().string();
+        if (!entry.is_regular_file() || !CanImportScene(FromNativePath(scene)))
+            continue;
+        const ImportResult import = ImportScene(FromNativePath(scene));
+        if (!import.Ok || import.Clips.empty())
+            continue;
+        SCOPED_TRACE(scene);
+        const std::string name = entry.path().stem().string();
+        ExportRequest request;
+        request.Scene = scene;
+        request.Target = Native("clips/" + name + "/" + name + ".model").string();
+        request.Clips = true;
+        ASSERT_EQ(Run(request, ImportFromFile), 0) << Err;
+
+        VAnimationFile file;
+        const std::string anim = Native("clips/" + name + "/" + name + ".anim").string();
+        ASSERT_TRUE(ReadAnimationFile(FromNativePath(anim), file)) << LastError().Text;
+        std::vector<std::string> skipped;
+        const std::vector<VAnimationDescription> entries = ClipEntries(import.Clips, kAnimTypeBone, skipped);
+        ASSERT_EQ(file.Animations.size(), import.Clips.size());
+        for (size_t c = 0; c < entries.size(); ++c) {
+            const VAnimFileAnimation& animation = file.Animations[c];
+            EXPECT_EQ(animation.Name, import.Clips[c].Name);
+            const size_t keys = animation.IsBoneAnimation() ? animation.Positions.Times.size() : animation.DeltaTimes.size();
+            EXPECT_EQ(keys, static_cast<size_t>(entries[c].RangeEnd - entries[c].RangeStart + 1)) << animation.Name;
+        }
+        if (name == "AnimatedMorphCube") { // its morph targets move the cube's vertices
+            EXPECT_TRUE(file.Animations.at(0).Has(ChunkVMSK));
+        }
+        std::FILE* out = std::tmpfile();
+        EXPECT_EQ(RunInfo(anim, out, out), 0);
+        std::fclose(out);
+        animated.insert(name);
+    }
+    for (const char* name : {"CesiumMan", "Fox", "SimpleSkin", "AnimatedMorphCube", "maya_game_sausage_7500_binary_wiggle",
+                             "maya_kenney_character_7700_binary", "library_animations", "ComplexAnim1"})
+        EXPECT_TRUE(animated.count(name)) << name;
+}
+
+// The rotation and translation keys of every joint below another joint, as Assimp reads them from the file,
+// against the bone tracks at the whole frames where keys fall: both hold each bone's pose relative to its parent.
+TEST_F(ExportCommand, BonePosesAtTheFilesKeyTimesEqualTheFilesKeys)
+{
+    const std::filesystem::path scenes = KESTREL_SHARED_SCENES_DIR;
+    if (!std::filesystem::exists(scenes))
+        GTEST_SKIP() << "the shared scenes are not on this machine";
+
+    for (const char* relative : {"gltf/CesiumMan/CesiumMan.gltf", "gltf/Fox/Fox.glb", "gltf/SimpleSkin/SimpleSkin.gltf"}) {
+        const std::filesystem::path scene = scenes / relative;
+        SCOPED_TRACE(relative);
+        ExportRequest request;
+        request.Scene = scene.string();
+        // A target of its own: the animations stored with a target stay in its next export.
+        const std::string name = scene.stem().string();
+        request.Target = Native("poses/" + name + ".model").string();
+        request.Clips = true;
+        ASSERT_EQ(Run(request, ImportFromFile), 0) << Err;
+        VAnimationFile file;
+        ASSERT_TRUE(ReadAnimationFile(FromNativePath(Native("poses/" + name + ".anim").string()), file))
+            << LastError().Text;
+        const ImportResult import = ImportScene(FromNativePath(scene.string()));
+        std::vector<std::string> skipped;
+        const std::vector<VAnimationDescription> entries = ClipEntries(import.Clips, kAnimTypeBone, skipped);
+        Assimp::Importer importer;
+        const aiScene* source = importer.ReadFile(scene.string(), 0);
+        ASSERT_NE(source, nullptr);
+        int compared = 0;
+        for (unsigned int a = 0; a < source->mNumAnimations; ++a) {
+            const aiAnimation& clip = *source->mAnimations[a];
+            const VAnimFileAnimation& animation = file.Animations.at(a);
+            double first = INFINITY;
+            for (const aiNodeAnim* channel : std::span(clip.mChannels, clip.mNumChannels))
+                for (const double tick : {channel->mNumPositionKeys ? channel->mPositionKeys[0].mTime : INFINITY,
+                                          channel->mNumRotationKeys ? channel->mRotationKeys[0].mTime : INFINITY,
+                                          channel->mNumScalingKeys ? channel->mScalingKeys[0].mTime : INFINITY})
+                    first = std::min(first, tick);
+            // The key of the bone tracks at a time of the file; -1 between frames.
+            const auto keyAt = [&](double tick) {
+                const double frame = import.Clips[a].StartFrame + (tick - first) / clip.mTicksPerSecond * 24.0;
+                return std::abs(frame - std::round(frame)) > 1e-3 ? -1 : static_cast<int>(std::lround(frame)) - entries[a].RangeStart;
+            };
+            for (unsigned int c = 0; c < clip.mNumChannels; ++c) {
+                const aiNodeAnim& channel = *clip.mChannels[c];
+                const aiNode* node = source->mRootNode->FindNode(channel.mNodeName);
+                int bone = -1;
+                for (const VMBone* b : file.Skeleton->Bones)
+                    if (b->Name == MayaName(channel.mNodeName.C_Str(), "") && b->Parent && node->mParent &&
+                        b->Parent->Name == MayaName(node->mParent->mName.C_Str(), ""))
+                        bone = b->Index;
+                if (bone < 0)
+                    continue;
+                for (unsigned int k = 0; k < channel.mNumRotationKeys; ++k) {
+                    const int key = keyAt(channel.mRotationKeys[k].mTime);
+                    if (key < 0)
+                        continue;
+                    const float* q = animation.Rotations.Key(key) + 4 * bone;
+                    aiQuaternion expected = channel.mRotationKeys[k].mValue;
+                    expected.Normalize();
+                    const float dot = q[0] * expected.x + q[1] * expected.y + q[2] * expected.z + q[3] * expected.w;
+                    EXPECT_NEAR(std::abs(dot), 1.0f, 1e-4f) << channel.mNodeName.C_Str() << " key " << k;
+                    ++compared;
+                }
+                for (unsigned int k = 0; k < channel.mNumPositionKeys; ++k) {
+                    const int key = keyAt(channel.mPositionKeys[k].mTime);
+                    if (key < 0)
+                        continue;
+                    const float* t = animation.Positions.Key(key) + 3 * bone;
+                    const aiVector3D& expected = channel.mPositionKeys[k].mValue;
+                    // Metres in the file, centimetres in the export, within a tenth of a millimetre: the pose
+                    // passes through world matrices of bones metres from the origin.
+                    EXPECT_NEAR(t[0], 100.0f * expected.x, 1e-2f);
+                    EXPECT_NEAR(t[1], 100.0f * expected.y, 1e-2f);
+                    EXPECT_NEAR(t[2], 100.0f * expected.z, 1e-2f);
+                }
+            }
+        }
+        EXPECT_GT(compared, 10);
+    }
+}
+
+// CesiumMan sways along the engine's y as he walks; taking the motion on x and y out leaves his root where
+// it starts and keeps the sway in the motion track.
+TEST_F(ExportCommand, MotionExtractionLeavesAWalkingCharactersRootInPlace)
+{
+    const std::filesystem::path scene = std::filesystem::path(KESTREL_SHARED_SCENES_DIR) / "gltf/CesiumMan/CesiumMan.gltf";
+    if (!std::filesystem::exists(scene))
+        GTEST_SKIP() << "the shared scenes are not on this machine";
+
+    const auto rootTravel = [&](const std::string& entry, VAnimFileAnimation& walk) {
+        ExportRequest request;
+        request.Scene = scene.string();
+        request.Target = Native("walk/man.model").string();
+        request.Settings = {"ExportBones=TRUE"};
+        request.Animations = {entry};
+        EXPECT_EQ(Run(request, ImportFromFile), 0) << Err;
+        VAnimationFile file;
+        EXPECT_TRUE(ReadAnimationFile(FromNativePath(Native("walk/man.anim").string()), file)) << LastError().Text;
+        walk = file.Animations.at(0);
+        float travel = 0.0f;
+        for (int k = 0; k < walk.Positions.KeyCount(); ++k)
+            for (int axis : {0, 1})
+                travel = std::max(travel, std::abs(walk.Positions.Key(k)[axis] - walk.Positions.Key(0)[axis]));
+        return travel;
+    };
+    VAnimFileAnimation walk;
+    EXPECT_GT(rootTravel("walk:0-48", walk), 0.5f);
+    EXPECT_EQ(rootTravel("walk:0-48:motion=xy", walk), 0.0f);
+    ASSERT_EQ(walk.Offsets.KeyCount(), 49);
+    float sway = 0.0f;
+    for (int k = 0; k < walk.Offsets.KeyCount(); ++k)
+        sway = std::max(sway, std::abs(walk.Offsets.Key(k)[1]));
+    EXPECT_GT(sway, 0.5f);
 }
 
 } // namespace

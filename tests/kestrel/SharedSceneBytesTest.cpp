@@ -23,13 +23,6 @@
 
 namespace {
 
-bool ImportFromFile(const std::string& path, std::string& error)
-{
-    const ImportResult result = ImportScene(path);
-    error = result.Error;
-    return result.Ok;
-}
-
 class SharedSceneBytes : public ::testing::Test {
 protected:
     SharedSceneBytes()
@@ -39,7 +32,7 @@ protected:
     int Export(const ExportRequest& request)
     {
         std::FILE* terminal = std::tmpfile();
-        const int code = RunExport(request, ImportFromFile, terminal, terminal);
+        const int code = RunExport(request, [](const std::string& path) { return ImportScene(path); }, terminal, terminal);
         std::fclose(terminal);
         return code;
     }

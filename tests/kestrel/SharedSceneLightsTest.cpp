@@ -81,11 +81,7 @@ TEST_P(SharedSceneLights, PrefabLightShapesMatchTheFilesLights)
     ExportRequest request;
     request.Scene = scene.string();
     request.Target = (m_folder / "Prefabs" / "lights.prefab").string();
-    const SceneLoader import = [](const std::string& path, std::string& error) {
-        const ImportResult result = ImportScene(path);
-        error = result.Error;
-        return result.Ok;
-    };
+    const SceneLoader import = [](const std::string& path) { return ImportScene(path); };
     std::FILE* out = std::tmpfile();
     ASSERT_EQ(RunExport(request, import, out, out), 0);
     std::fclose(out);

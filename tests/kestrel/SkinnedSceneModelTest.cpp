@@ -99,11 +99,7 @@ protected:
         request.Scene = scene.string();
         request.Target = m_folder.Native("skinned.model").string();
         request.Settings = {"CenterMethod=0", "ExportBones=1"};
-        const auto load = [](const std::string& path, std::string& error) {
-            const ImportResult result = ImportScene(path);
-            error = result.Error;
-            return result.Ok;
-        };
+        const auto load = [](const std::string& path) { return ImportScene(path); };
         std::FILE* out = std::tmpfile();
         std::FILE* err = std::tmpfile();
         const int code = RunExport(request, load, out, err);
