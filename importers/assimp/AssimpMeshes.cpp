@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <map>
 #include <string>
@@ -18,11 +19,32 @@ namespace {
 using VertexSkin = std::vector<std::pair<int, float>>; // influence column, weight
 using VertexMorph = std::vector<MVector>;                // offset per morph target
 
+// The bits of a position in single precision: positions that differ only in the sign of zero or in
+// a NaN's payload stay apart, as they did in the byte keys.
+struct PositionBits {
+    uint32_t Bits[3];
+    bool operator==(const PositionBits& other) const
+    {
+        return Bits[0] == other.Bits[0] && Bits[1] == other.Bits[1] && Bits[2] == other.Bits[2];
+    }
+};
+
+struct PositionBitsHash {
+    size_t operator()(const PositionBits& key) const
+    {
+        uint64_t hash = (uint64_t(key.Bits[0]) << 32 | key.Bits[1]) * 0x9E3779B97F4A7C15ull;
+        hash ^= (hash >> 29) + key.Bits[2] * 0xBF58476D1CE4E5B9ull;
+        return static_cast<size_t>(hash ^ (hash >> 32));
+    }
+};
+
 struct MeshBuilder {
     AssimpContext& Context;
     const aiNode& Node;
     RecordMesh& Mesh;
     MMatrix PointMatrix; // file to Maya, row-vector convention
+    // Vertices with neither skin weights nor morph offsets weld by position alone.
+    std::unordered_map<PositionBits, int, PositionBitsHash> PlainVertexByPosition;
     std::unordered_map<std::string, int> VertexByKey;
     std::vector<VertexSkin> VertexSkins;
     std::vector<VertexMorph> VertexMorphs;
@@ -135,26 +157,34 @@ VertexMorph ReadMorph(const MeshBuilder& builder, const aiMesh& part, unsigned i
 // Corners at the same position with the same skin weights and morph offsets are one Maya vertex.
 int WeldedVertex(MeshBuilder& builder, const MPoint& point, const VertexSkin& skin, VertexMorph morph)
 {
-    std::string key;
-    AppendBytes(key, static_cast<float>(point.x));
-    AppendBytes(key, static_cast<float>(point.y));
-    AppendBytes(key, static_cast<float>(point.z));
-    for (const auto& [column, weight] : skin) {
-        AppendBytes(key, column);
-        AppendBytes(key, weight);
+    const float position[3] = {static_cast<float>(point.x), static_cast<float>(point.y), static_cast<float>(point.z)};
+    const int next = static_cast<int>(builder.Mesh.Points.size());
+    int welded = next;
+    if (skin.empty() && morph.empty()) {
+        PositionBits key;
+        std::memcpy(key.Bits, position, sizeof position);
+        welded = builder.PlainVertexByPosition.emplace(key, next).first->second;
+    } else {
+        std::string key;
+        for (float coordinate : position)
+            AppendBytes(key, coordinate);
+        for (const auto& [column, weight] : skin) {
+            AppendBytes(key, column);
+            AppendBytes(key, weight);
+        }
+        for (const MVector& offset : morph) {
+            AppendBytes(key, static_cast<float>(offset.x));
+            AppendBytes(key, static_cast<float>(offset.y));
+            AppendBytes(key, static_cast<float>(offset.z));
+        }
+        welded = builder.VertexByKey.emplace(std::move(key), next).first->second;
     }
-    for (const MVector& offset : morph) {
-        AppendBytes(key, static_cast<float>(offset.x));
-        AppendBytes(key, static_cast<float>(offset.y));
-        AppendBytes(key, static_cast<float>(offset.z));
-    }
-    const auto [found, added] = builder.VertexByKey.emplace(std::move(key), static_cast<int>(builder.Mesh.Points.size()));
-    if (added) {
+    if (welded == next) {
         builder.Mesh.Points.push_back(point);
         builder.VertexSkins.push_back(skin);
         builder.VertexMorphs.push_back(std::move(morph));
     }
-    return found->second;
+    return welded;
 }
 
 bool IsFiniteUV(const aiVector3D& uv)
@@ -217,6 +247,8 @@ void AddFaces(MeshBuilder& builder, const aiMesh& part, bool withNormals)
     // a source vertex adds it where a lookup per corner would have.
     const size_t setCount = mesh.UVSets.size();
     std::vector<int> vertexOfSource(part.mNumVertices, -1);
+    if (part.mNumBones == 0 && builder.MorphTargetCount == 0)
+        builder.PlainVertexByPosition.reserve(builder.PlainVertexByPosition.size() + part.mNumVertices);
     std::vector<int> uvOfSource(part.mNumVertices * setCount, -1);
     for (unsigned int f = 0; f < part.mNumFaces; ++f) {
         const aiFace& face = part.mFaces[f];
@@ -315,7 +347,7 @@ void FillMorphTargets(MeshBuilder& builder, const std::vector<const aiMesh*>& pa
 
 bool BuildMesh(AssimpContext& context, const aiNode& node, const std::vector<const aiMesh*>& parts, RecordMesh& mesh)
 {
-    MeshBuilder builder {context, node, mesh, ToMayaMatrix(context.Conversion), {}, {}, {}, 0, {}, {}};
+    MeshBuilder builder {context, node, mesh, ToMayaMatrix(context.Conversion), {}, {}, {}, {}, 0, {}, {}};
     mesh.Name = MayaName(node.mName.C_Str(), "polySurface");
     bool withNormals = true;
     bool skinned = false;
