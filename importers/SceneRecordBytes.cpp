@@ -31,6 +31,9 @@ public:
     explicit Packer(size_t size) : m_bytes(size, '\0') {}
     void Raw(void* data, size_t length)
     {
+        // An empty array hands no storage at all, which memcpy must not be given.
+        if (length == 0)
+            return;
         std::memcpy(m_bytes.data() + m_at, data, length);
         m_at += length;
     }
@@ -56,6 +59,8 @@ public:
             m_ok = false;
             return;
         }
+        if (length == 0)
+            return;
         std::memcpy(data, m_bytes.data() + m_at, length);
         m_at += length;
     }
