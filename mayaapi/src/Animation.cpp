@@ -172,6 +172,20 @@ bool MFnAnimCurve::isStatic(MStatus* status) const
                      [&](const standin::AnimKey& k) { return k.value == node->keys.front().value; });
 }
 
+MFnAnimCurve::InfinityType MFnAnimCurve::preInfinityType(MStatus* status) const
+{
+  standin::Node* node = m_object.standinNode();
+  SetStatus(status, node ? MS::kSuccess : MS::kFailure);
+  return node ? static_cast<InfinityType>(standin::CurveInfinity(node, true)) : kConstant;
+}
+
+MFnAnimCurve::InfinityType MFnAnimCurve::postInfinityType(MStatus* status) const
+{
+  standin::Node* node = m_object.standinNode();
+  SetStatus(status, node ? MS::kSuccess : MS::kFailure);
+  return node ? static_cast<InfinityType>(standin::CurveInfinity(node, false)) : kConstant;
+}
+
 unsigned int MFnAnimCurve::addKey(const MTime& time, double value, TangentType tangentInType,
                                   TangentType tangentOutType, MStatus* status)
 {

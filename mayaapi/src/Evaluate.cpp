@@ -4,6 +4,7 @@
 #include "history/HistoryNode.h"
 
 #include <maya/MEulerRotation.h>
+#include <maya/MFnAnimCurve.h>
 #include <maya/MPoint.h>
 
 #include <algorithm>
@@ -409,13 +410,19 @@ std::shared_ptr<Mesh> ShapeGeometry(Node* shape)
   });
 }
 
-// Hermite segments between keys with slopes from each key's tangent type; constant before the first key and after
-// the last; a stepped out-tangent holds the key's value up to the next key.
-double EvaluateCurve(const Node* curve, double seconds)
+int CurveInfinity(const Node* curve, bool before)
 {
-  const std::vector<AnimKey>& keys = curve->keys;
-  if (keys.empty())
-    return 0.0;
+  Attribute* attribute = curve->FindAttribute(before ? "preInfinity" : "postInfinity");
+  const auto found = attribute ? curve->values.find(PlugKey{attribute, {}}) : curve->values.end();
+  return found == curve->values.end() ? 0 : static_cast<int>(found->second.number);
+}
+
+namespace {
+
+// Hermite segments between keys with slopes from each key's tangent type; a stepped out-tangent holds the key's
+// value up to the next key.
+double EvaluateBetweenKeys(const std::vector<AnimKey>& keys, double seconds)
+{
   if (seconds <= keys.front().seconds)
     return keys.front().value;
   if (seconds >= keys.back().seconds)
@@ -436,6 +443,36 @@ double EvaluateCurve(const Node* curve, double seconds)
   const double s2 = s * s;
   const double s3 = s2 * s;
   return (2 * s3 - 3 * s2 + 1) * a.value + (s3 - 2 * s2 + s) * m0 + (-2 * s3 + 3 * s2) * b.value + (s3 - s2) * m1;
+}
+
+} // namespace
+
+// Beyond the keys as the curve's infinity types say: constant, linear along the end key's tangent, or the keyed
+// span repeated (cycle), repeated with each repeat offset by the span's rise (cycle relative), or mirrored every
+// other time (oscillate).
+double EvaluateCurve(const Node* curve, double seconds)
+{
+  const std::vector<AnimKey>& keys = curve->keys;
+  if (keys.empty())
+    return 0.0;
+  const AnimKey& first = keys.front();
+  const AnimKey& last = keys.back();
+  const bool before = seconds < first.seconds;
+  if (!before && seconds <= last.seconds)
+    return EvaluateBetweenKeys(keys, seconds);
+  const int infinity = CurveInfinity(curve, before);
+  if (infinity == MFnAnimCurve::kLinear)
+    return before ? first.value + (seconds - first.seconds) * Slope(keys, 0, false)
+                  : last.value + (seconds - last.seconds) * Slope(keys, keys.size() - 1, true);
+  const double span = last.seconds - first.seconds;
+  if (infinity < MFnAnimCurve::kCycle || infinity > MFnAnimCurve::kOscillate || !(span > 0.0))
+    return before ? first.value : last.value;
+  const double cycles = std::floor((seconds - first.seconds) / span);
+  double local = seconds - cycles * span;
+  if (infinity == MFnAnimCurve::kOscillate && std::fmod(std::abs(cycles), 2.0) == 1.0)
+    local = first.seconds + last.seconds - local;
+  const double rise = infinity == MFnAnimCurve::kCycleRelative ? cycles * (last.value - first.value) : 0.0;
+  return EvaluateBetweenKeys(keys, local) + rise;
 }
 
 }

@@ -244,5 +244,7 @@ MMatrix LocalMatrix(Node* node);
 MMatrix PathMatrix(const std::vector<Node*>& path);
 std::shared_ptr<Mesh> ShapeGeometry(Node* shape);
 double EvaluateCurve(const Node* curve, double seconds);
+// The curve's preInfinity (before its keys) or postInfinity type, numbered as MFnAnimCurve::InfinityType.
+int CurveInfinity(const Node* curve, bool before);
 
 }

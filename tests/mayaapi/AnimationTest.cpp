@@ -59,6 +59,31 @@ TEST_F(AnimationTest, KeysInterpolateByTheirTangentTypeAndHoldOutsideTheRange)
 }
 
 // ball.translate <- pairBlend (input 2 only on y, blended x) <- unitConversion <- driven key on driver.translateX
+// A rise from 0 to 10 over frames 0 to 10, read 2 and 12 frames before and after it.
+TEST_F(AnimationTest, InfinityTypesCarryTheCurveBeyondItsKeys)
+{
+  const MObject curve = Animate("ball.translateY", {{MTime(0.0, MTime::kFilm), 0.0, TangentType::Linear, TangentType::Linear},
+                                                    {MTime(10.0, MTime::kFilm), 10.0, TangentType::Linear, TangentType::Linear}});
+  const std::string name = MFnDependencyNode(curve).name().asChar();
+  const struct {
+    MFnAnimCurve::InfinityType Type;
+    double Before[2]; // at -2 and -12
+    double After[2];  // at 12 and 22
+  } cases[] = {{MFnAnimCurve::kConstant, {0, 0}, {10, 10}},     {MFnAnimCurve::kLinear, {-2, -12}, {12, 22}},
+               {MFnAnimCurve::kCycle, {8, 8}, {2, 2}},          {MFnAnimCurve::kCycleRelative, {-2, -12}, {12, 22}},
+               {MFnAnimCurve::kOscillate, {2, 8}, {8, 2}}};
+  for (const auto& c : cases) {
+    SetAttr(name + ".preInfinity", c.Type);
+    SetAttr(name + ".postInfinity", c.Type);
+    const MFnAnimCurve fn(curve);
+    EXPECT_EQ(fn.postInfinityType(), c.Type);
+    EXPECT_NEAR(fn.evaluate(MTime(-2.0, MTime::kFilm)), c.Before[0], 1e-9) << c.Type;
+    EXPECT_NEAR(fn.evaluate(MTime(-12.0, MTime::kFilm)), c.Before[1], 1e-9) << c.Type;
+    EXPECT_NEAR(fn.evaluate(MTime(12.0, MTime::kFilm)), c.After[0], 1e-9) << c.Type;
+    EXPECT_NEAR(fn.evaluate(MTime(22.0, MTime::kFilm)), c.After[1], 1e-9) << c.Type;
+  }
+}
+
 TEST_F(AnimationTest, DrivenKeysFlowThroughUnitConversionAndPairBlend)
 {
   CreateNode("transform", "driver");

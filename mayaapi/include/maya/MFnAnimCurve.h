@@ -8,6 +8,7 @@ class MFnAnimCurve : public MFnDependencyNode {
 public:
   enum AnimCurveType { kAnimCurveTA, kAnimCurveTL, kAnimCurveTT, kAnimCurveTU, kAnimCurveUA, kAnimCurveUL,
                        kAnimCurveUT, kAnimCurveUU, kAnimCurveUnknown };
+  enum InfinityType { kConstant, kLinear, kCycle = 3, kCycleRelative, kOscillate };
   enum TangentType { kTangentGlobal, kTangentFixed, kTangentLinear, kTangentFlat, kTangentSmooth, kTangentStep,
                      kTangentSlow, kTangentFast, kTangentClamped, kTangentPlateau, kTangentStepNext, kTangentAuto };
 
@@ -27,6 +28,8 @@ public:
   MStatus evaluate(const MTime& atTime, double& value) const;
   double evaluate(const MTime& atTime, MStatus* status = nullptr) const;
   bool isStatic(MStatus* status = nullptr) const;
+  InfinityType preInfinityType(MStatus* status = nullptr) const;
+  InfinityType postInfinityType(MStatus* status = nullptr) const;
   // Inserts a key in time order (replacing one at the same time); global tangents are clamped, Maya's default.
   unsigned int addKey(const MTime& time, double value, TangentType tangentInType = kTangentGlobal,
                       TangentType tangentOutType = kTangentGlobal, MStatus* status = nullptr);
