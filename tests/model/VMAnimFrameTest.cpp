@@ -34,27 +34,20 @@ TEST(VMAnimFrameTest, AFrameRefusesABoneBeyondItsCapacityOrWhenFullAndACorruptCa
     EXPECT_EQ(VMAnimFrame::Create(VMAnimFrame::MaxCapacity + 1, true), nullptr);
 }
 
-TEST(VMAnimFrameTest, AMissingTransformIsStoredAsTheIdentity)
+TEST(VMAnimFrameTest, AMissingTransformIsTheIdentityAndAScaleIsKeptOnlyWithAScaleArray)
 {
-    auto frame = VMAnimFrame::Create(VMAnimFrame::SampledCapacity, false);
+    auto frame = VMAnimFrame::Create(VMAnimFrame::SampledCapacity, true);
+    auto withoutScales = VMAnimFrame::Create(1, false);
     VMBone bone;
     bone.Index = 3;
     const VMTransform world = Translation(1, 2, 3);
-    frame->AddBone(&bone, nullptr, &world, nullptr);
+    const float scale[3] = {2, 3, 4};
+    frame->AddBone(&bone, nullptr, &world, scale);
     EXPECT_TRUE(frame->Local(3).IsIdentity());
     EXPECT_EQ(frame->World(3).Translation()[2], 3.0f);
-}
-
-TEST(VMAnimFrameTest, AScaleIsKeptOnlyWhenTheFrameHasAScaleArray)
-{
-    auto withScales = VMAnimFrame::Create(1, true);
-    auto withoutScales = VMAnimFrame::Create(1, false);
-    VMBone bone;
+    EXPECT_EQ(frame->Scale(3)[1], 3.0f);
     bone.Index = 0;
-    const float scale[3] = {2, 3, 4};
-    withScales->AddBone(&bone, nullptr, nullptr, scale);
     withoutScales->AddBone(&bone, nullptr, nullptr, scale);
-    EXPECT_EQ(withScales->Scale(0)[1], 3.0f);
     EXPECT_EQ(withoutScales->Scale(0), nullptr);
 }
 

@@ -81,14 +81,10 @@ TEST_F(VMPolygonTest, ASplitPieceAlsoTakesThePolygonFieldsAndThePlane)
     EXPECT_EQ(piece.Plane[3], 12.0);
     EXPECT_TRUE(piece.HasValidPlane());
     EXPECT_EQ(piece.FurtherValues[0], 0.0f);
-}
-
-TEST_F(VMPolygonTest, InvalidatingThePlaneClearsOnlyItsFlag)
-{
-    source.PlaneFlags |= 4u;
-    source.InvalidatePlane();
-    EXPECT_FALSE(source.HasValidPlane());
-    EXPECT_EQ(source.PlaneFlags, 4u);
+    piece.PlaneFlags |= 4u;
+    piece.InvalidatePlane();
+    EXPECT_FALSE(piece.HasValidPlane());
+    EXPECT_EQ(piece.PlaneFlags, 4u) << "invalidating the plane clears only its flag";
 }
 
 } // namespace
