@@ -39,13 +39,17 @@ private:
 
 } // namespace
 
-TEST(IniSettingsStore, MissingFileIsAnEmptyStore)
+TEST(IniSettingsStore, MissingFileIsAnEmptyStoreAndNoPathCannotBeFlushed)
 {
     ScratchFolder folder;
     IniSettingsStore store(folder.SystemPath("kestrel\\settings.ini"));
     EXPECT_TRUE(store.Load());
     EXPECT_FALSE(store.HasKey(kKey));
     EXPECT_EQ(store.ReadNumber(kKey, "ShowLog"), std::nullopt);
+    IniSettingsStore pathless("");
+    ASSERT_TRUE(pathless.WriteNumber(kKey, "ToolTips", 1));
+    EXPECT_FALSE(pathless.Flush()) << "a store without a path cannot flush";
+    EXPECT_FALSE(pathless.LastError().empty());
 }
 
 TEST(IniSettingsStore, FlushedValuesAreReadByTheNextSession)
@@ -100,24 +104,16 @@ TEST(IniSettingsStore, FlushKeepsValuesAnotherSessionWroteMeanwhile)
     EXPECT_EQ(reader.ReadNumber(kKey, "DebugPrint"), 1u);
 }
 
-TEST(IniSettingsStore, UnreadableLinesAreReportedAndTheRestIsKept)
+TEST(IniSettingsStore, UnreadableLinesAreReportedTheRestKeptAndTheOriginalPutAsideOnRewriting)
 {
     ScratchFolder folder;
-    folder.Write("settings.ini", "[K]\n\"A\"=dword:5\n\"B\"=garbage\n");
+    const std::string original = "[K]\n\"A\"=dword:5\n\"B\"=garbage\n";
+    folder.Write("settings.ini", original);
     IniSettingsStore store(folder.SystemPath("settings.ini"));
     std::string error;
     EXPECT_FALSE(store.Load(&error));
     EXPECT_NE(error.find("line 3: unreadable value"), std::string::npos) << error;
     EXPECT_EQ(store.ReadNumber("K", "A"), 5u);
-}
-
-TEST(IniSettingsStore, RewritingAFileWithUnreadableLinesKeepsTheOriginalAside)
-{
-    ScratchFolder folder;
-    const std::string original = "[K]\n\"B\"=garbage\n";
-    folder.Write("settings.ini", original);
-    IniSettingsStore store(folder.SystemPath("settings.ini"));
-    store.Load();
     ASSERT_TRUE(store.WriteNumber("K", "A", 1));
     ASSERT_TRUE(store.Flush()) << store.LastError();
     EXPECT_EQ(folder.Read("settings.ini.bak"), original);
@@ -143,14 +139,6 @@ TEST(IniSettingsStore, KeyNameWithALineEndIsRefused)
     EXPECT_FALSE(store.WriteNumber("", "A", 1));
     EXPECT_TRUE(store.Flush());
     EXPECT_FALSE(folder.Has("settings.ini"));
-}
-
-TEST(IniSettingsStore, StoreWithoutAPathCannotFlush)
-{
-    IniSettingsStore store("");
-    ASSERT_TRUE(store.WriteNumber(kKey, "ToolTips", 1));
-    EXPECT_FALSE(store.Flush());
-    EXPECT_FALSE(store.LastError().empty());
 }
 
 TEST(IniSettingsStore, UserFileLivesUnderTheXdgConfigFolderOrDotConfigInHome)

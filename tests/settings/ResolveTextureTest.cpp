@@ -141,7 +141,7 @@ TEST_F(ResolveTextureTest, TextureDirectoryOutsideTheTargetFolderIsNamedWithPare
     EXPECT_EQ(Resolve(m_folder.SystemPath("art\\Wood.tga")), "..\\Textures\\Wood.tga");
 }
 
-TEST_F(ResolveTextureTest, LocateFindsTheTextureInASubfolder)
+TEST_F(ResolveTextureTest, LocateFindsTheTextureInASubfolderOrRaisesNotFoundWithTheAssumedPath)
 {
     m_context.TextureBehaviour = 1;
     m_folder.Write("town/props/Textures/wood/oak/Bark.dds", "bark");
@@ -149,6 +149,9 @@ TEST_F(ResolveTextureTest, LocateFindsTheTextureInASubfolder)
     EXPECT_TRUE(m_log.Messages.empty());
     EXPECT_TRUE(m_report.Issues().empty());
     EXPECT_FALSE(m_folder.Has("town/props/Textures/bark.DDS"));
+    EXPECT_EQ(Resolve("C:\\art\\Stone.dds"), "Textures\\Stone.dds");
+    ASSERT_EQ(IssueKinds(), std::vector<uint32_t> {IssueTextureNotFound});
+    EXPECT_EQ(m_report.Issues()[0].Detail, m_folder.SystemPath("town\\props\\Textures\\Stone.dds"));
 }
 
 // A folder listed before the matching file is searched first, one listed after it is not.
@@ -160,14 +163,6 @@ TEST_F(ResolveTextureTest, LocateTakesTheFirstMatchOfTheDepthFirstWalkInListingO
     m_folder.Write("town/props/Textures/Bark.dds", "top");
     m_folder.Write("town/props/Textures/z/Bark.dds", "z");
     EXPECT_EQ(Resolve("C:\\art\\Bark.dds"), "Textures\\a\\deep\\Bark.dds");
-}
-
-TEST_F(ResolveTextureTest, TextureNotFoundIsRaisedWithTheAssumedPath)
-{
-    m_context.TextureBehaviour = 1;
-    EXPECT_EQ(Resolve("C:\\art\\Bark.dds"), "Textures\\Bark.dds");
-    ASSERT_EQ(IssueKinds(), std::vector<uint32_t> {IssueTextureNotFound});
-    EXPECT_EQ(m_report.Issues()[0].Detail, m_folder.SystemPath("town\\props\\Textures\\Bark.dds"));
 }
 
 TEST_F(ResolveTextureTest, UnknownBehaviourGivesTheProcessingErrorOnce)
