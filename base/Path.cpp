@@ -87,6 +87,17 @@ std::string FromNativePath(std::string_view path)
     return result;
 }
 
+std::string ShownPath(std::string_view path)
+{
+    std::string result(path);
+#ifndef _WIN32
+    for (char& c : result)
+        if (c == '\\')
+            c = '/';
+#endif
+    return result;
+}
+
 std::string ToNativePath(std::string_view path)
 {
 #ifdef _WIN32

@@ -19,6 +19,10 @@ bool IsAbsolutePath(std::string_view path);
 
 // Accepts either separator and answers the system's form.
 std::string FromNativePath(std::string_view path);
+// The path as people on this host write it, for texts they read (the terminal, the report, the
+// page): only the separators change, nothing is looked up on disk, so a path that names no file
+// yet, or one from another machine, reads as it was written.
+std::string ShownPath(std::string_view path);
 // The native form. On a case-sensitive file system every component that exists under another
 // case is taken with the case found on disk, so "Textures\Wood.TGA" finds textures/wood.tga.
 std::string ToNativePath(std::string_view path);

@@ -1,5 +1,6 @@
 #include "formats/ChunkReading.h"
 
+#include "base/Path.h"
 #include "base/TextUtil.h"
 #include "formats/chunk/LastError.h"
 
@@ -18,7 +19,7 @@ std::string ChunkName(uint32_t id)
 bool ReadChunkFile(std::string_view path, VChunkStreamProvider* provider, const char* kindName,
                    const std::function<std::string(VChunkedFile&)>& parse)
 {
-    const std::string shownPath(path);
+    const std::string shownPath = ShownPath(path);
     VChunkedFile file;
     if (!file.Open(path, provider)) {
         SetLastError(Format("Failed to open file '%s': %s", shownPath.c_str(), LastError().Text.c_str()));

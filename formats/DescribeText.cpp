@@ -1,5 +1,6 @@
 #include "formats/DescribeText.h"
 
+#include "base/Path.h"
 #include "base/TextUtil.h"
 #include "formats/TransparencyModes.h"
 #include "model/VMMaterial.h"
@@ -14,7 +15,7 @@ std::string DescribeMaterial(size_t number, const VMMaterial& material)
 {
     const char* transparency = TransparencyModeName(material.Transparency);
     return Format("  %zu \"%s\": diffuse \"%s\", transparency %s, %zu shader(s)\n", number, material.Name.c_str(),
-                  material.DiffuseTexture.c_str(),
+                  ShownPath(material.DiffuseTexture).c_str(),
                   transparency ? transparency : Format("%u", material.Transparency).c_str(),
                   material.ShaderAssignments.size());
 }

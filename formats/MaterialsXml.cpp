@@ -1,6 +1,7 @@
 #include "formats/MaterialsXml.h"
 
 #include "base/FileSystem.h"
+#include "base/Path.h"
 #include "base/TextUtil.h"
 #include "formats/ParameterString.h"
 #include "formats/SaveParams.h"
@@ -140,14 +141,14 @@ bool SaveMaterialsXml(const VMOwnedList<VMMaterial>& materials, std::string_view
         // emptied it by mistake, and rebuilding it would lose their edits for good.
         std::string contents;
         if (!ReadWholeFile(path, contents) || document.Parse(contents.data(), contents.size()) != tinyxml2::XML_SUCCESS) {
-            SetLastError(Format("Error reading XML file '%s'. Please fix or delete this file", path.c_str()));
+            SetLastError(Format("Error reading XML file '%s'. Please fix or delete this file", ShownPath(path).c_str()));
             return false;
         }
     }
     MergeMaterials(document, materials, flags);
 
     if (!WriteXmlFile(document, path)) {
-        SetLastError(Format("Error writing XML file '%s'", path.c_str()));
+        SetLastError(Format("Error writing XML file '%s'", ShownPath(path).c_str()));
         return false;
     }
     return true;

@@ -1,5 +1,6 @@
 #include "formats/SaveCollisionMesh.h"
 
+#include "base/Path.h"
 #include "base/TextUtil.h"
 #include "formats/BuildSubmeshes.h"
 #include "formats/ChunkByteWriter.h"
@@ -148,12 +149,12 @@ bool SaveCollisionMesh(const VMWorld& world, std::string_view path, const VSaveP
         VCollisionTriangles triangles;
         if (!CollectCollisionTriangles(world, triangles)) {
             SetLastError(Format("Failed to write file '%s': a primitive refers to a vertex outside the vertex list",
-                                std::string(path).c_str()));
+                                ShownPath(path).c_str()));
             return false;
         }
         return SaveCollisionMesh(triangles, path, params);
     } catch (const std::bad_alloc&) {
-        SetLastError(Format("Out of memory while writing file '%s'", std::string(path).c_str()));
+        SetLastError(Format("Out of memory while writing file '%s'", ShownPath(path).c_str()));
         return false;
     }
 }
@@ -161,7 +162,7 @@ bool SaveCollisionMesh(const VMWorld& world, std::string_view path, const VSaveP
 bool SaveCollisionMesh(const VCollisionTriangles& triangles, std::string_view path, const VSaveParams& params)
 {
     ClearLastError();
-    const std::string shownPath(path);
+    const std::string shownPath = ShownPath(path);
     try {
         VChunkedFile file;
         if (!file.Create(path, params.Streams)) {

@@ -1,5 +1,6 @@
 #include "formats/SaveModel.h"
 
+#include "base/Path.h"
 #include "base/TextUtil.h"
 #include "formats/ChunkByteWriter.h"
 #include "formats/MaterialChunk.h"
@@ -234,7 +235,7 @@ std::string Unwritable(const VMModel& model)
 
 bool WriteModel(VMModel& model, std::string_view path, const VSaveParams& params)
 {
-    const std::string shownPath(path);
+    const std::string shownPath = ShownPath(path);
     model.Vertices.Compact();
     model.Enumerate();
     const std::string problem = Unwritable(model);
@@ -272,7 +273,7 @@ bool SaveModel(VMModel& model, std::string_view path, const VSaveParams& params)
         if (!WriteModel(model, path, params))
             return false;
     } catch (const std::bad_alloc&) {
-        SetLastError(Format("Out of memory while writing file '%.*s'", static_cast<int>(path.size()), path.data()));
+        SetLastError(Format("Out of memory while writing file '%s'", ShownPath(path).c_str()));
         return false;
     }
     return SaveSideFiles(model, path, params.Flags);

@@ -15,7 +15,7 @@ bool MakeSettingsFolder(const std::string& folder)
 {
     if (CreateDirectories(folder))
         return true;
-    SetLastError(Format("Failed to create settings directory : %s.\r\n", folder.c_str()));
+    SetLastError(Format("Failed to create settings directory : %s.\r\n", ShownPath(folder).c_str()));
     return false;
 }
 
@@ -25,7 +25,7 @@ bool SaveXmlFiles(const VMMeshBase& container, const std::string& folder, uint32
         !SaveMaterialsXml(container.Materials, JoinPath(folder, "materials.xml"), flags))
         return false;
     if ((flags & SaveFlagResources) != 0 && !SaveResourcesXml(resources, JoinPath(folder, "resources.xml"))) {
-        SetLastError(Format("Error writing XML file '%s'", JoinPath(folder, "resources.xml").c_str()));
+        SetLastError(Format("Error writing XML file '%s'", ShownPath(JoinPath(folder, "resources.xml")).c_str()));
         return false;
     }
     return true;

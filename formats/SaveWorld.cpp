@@ -1,5 +1,6 @@
 #include "formats/SaveWorld.h"
 
+#include "base/Path.h"
 #include "base/TextUtil.h"
 #include "formats/BuildSubmeshes.h"
 #include "formats/ChunkByteWriter.h"
@@ -136,7 +137,7 @@ bool WriteStaticMesh(VMWorld& world, std::string_view path, const VSaveParams& p
 {
     VChunkedFile file;
     if (!file.Create(path, params.Streams)) {
-        SetLastError(Format("Failed to create file '%.*s'", static_cast<int>(path.size()), path.data()));
+        SetLastError(Format("Failed to create file '%s'", ShownPath(path).c_str()));
         return false;
     }
     if (BuildSubmeshes(world) != 0) {
@@ -154,7 +155,7 @@ bool WriteStaticMesh(VMWorld& world, std::string_view path, const VSaveParams& p
     WriteSubmeshes(file, world);
     WriteGroups(file, world);
     if (!file.Close()) {
-        SetLastError(Format("Failed to write file '%.*s'", static_cast<int>(path.size()), path.data()));
+        SetLastError(Format("Failed to write file '%s'", ShownPath(path).c_str()));
         return false;
     }
     return true;
@@ -169,7 +170,7 @@ bool SaveWorld(VMWorld& world, std::string_view path, const VSaveParams& params)
         if (!WriteStaticMesh(world, path, params))
             return false;
     } catch (const std::bad_alloc&) {
-        SetLastError(Format("Out of memory while writing file '%.*s'", static_cast<int>(path.size()), path.data()));
+        SetLastError(Format("Out of memory while writing file '%s'", ShownPath(path).c_str()));
         return false;
     }
     return SaveSideFiles(world, path, params);

@@ -1,6 +1,7 @@
 #include "kestrel/DescribeScene.h"
 
 #include "base/Number.h"
+#include "base/Path.h"
 #include "base/TextUtil.h"
 #include "harvest/ForEachVertexWeights.h"
 
@@ -165,7 +166,7 @@ void DescribeShader(const MObject& shader, std::string& text)
             continue;
         const std::string file = UpstreamFile(shader, slot[0]);
         if (!file.empty())
-            text += Format("      %s texture \"%s\"\n", slot[1], file.c_str());
+            text += Format("      %s texture \"%s\"\n", slot[1], ShownPath(file).c_str());
     }
 }
 

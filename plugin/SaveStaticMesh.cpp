@@ -16,12 +16,12 @@ void StoreSettings(const std::string& targetPath, const std::string& settingsTex
 {
     const std::string dataFolder = targetPath + "_data";
     if (!CreateDirectories(dataFolder))
-        LogPrint("Failed to create settings directory : %s.\r\n", dataFolder.c_str());
+        LogPrint("Failed to create settings directory : %s.\r\n", ShownPath(dataFolder).c_str());
     const std::string settingsFile = SettingsFilePath(targetPath);
     if (WriteFileAtomically(settingsFile, settingsText))
-        LogPrint("Settings saved: %s.\r\n", settingsFile.c_str());
+        LogPrint("Settings saved: %s.\r\n", ShownPath(settingsFile).c_str());
     else
-        LogPrint("Settings saving failed: %s.\r\n", settingsFile.c_str());
+        LogPrint("Settings saving failed: %s.\r\n", ShownPath(settingsFile).c_str());
 }
 
 VSaveParams StaticSaveParams(const VExportOptions& options)

@@ -116,11 +116,11 @@ bool VExportFormat::PrepareTextureDir()
     if (DirectoryExists(directory) || CreateDirectories(directory))
         return true;
 
-    const std::string message = Format("Unable to create texture subdirectory:\r\n%s", directory.c_str());
-    DebugPrint("%s", message.c_str());
+    const char* const message = "Unable to create texture subdirectory:\r\n%s";
+    DebugPrint(message, directory.c_str());
     VMessageBoxRequest request;
     request.Caption = "Error";
-    request.Text = message;
+    request.Text = Format(message, ShownPath(directory).c_str());
     request.Owner = VMessageBoxOwner::ActiveWindow;
     request.Icon = VMessageBoxIcon::Exclamation;
     TheMessageBox().Show(request);

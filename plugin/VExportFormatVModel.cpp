@@ -34,16 +34,16 @@ bool StoreSettings(const std::string& targetPath, const std::string& settingsTex
 {
     const std::string dataFolder = targetPath + "_data";
     if (!CreateDirectories(dataFolder)) {
-        LogPrint("Failed to create settings directory : %s.\r\n", dataFolder.c_str());
+        LogPrint("Failed to create settings directory : %s.\r\n", ShownPath(dataFolder).c_str());
         return false;
     }
     const std::string settingsFile = SettingsFilePath(targetPath);
     if (!WriteFileAtomically(settingsFile, settingsText))
         return false;
-    LogPrint("Settings saved: %s.\r\n", settingsFile.c_str());
+    LogPrint("Settings saved: %s.\r\n", ShownPath(settingsFile).c_str());
     const std::string legacyFile = LegacySettingsFilePath(targetPath);
     if (FileExists(legacyFile)) {
-        LogPrint("Deleting old settings file: %s.\r\n", legacyFile.c_str());
+        LogPrint("Deleting old settings file: %s.\r\n", ShownPath(legacyFile).c_str());
         DeleteFileAt(legacyFile);
     }
     return true;
@@ -98,7 +98,7 @@ bool VExportFormatVModel::Save(VMModel& model, const std::string& targetPath, co
         ReportPassResult("ComputeModelTangents", ComputeModelTangents(model), ModuleReport());
     bool saved = SaveModel(model, targetPath, params);
     if (saved) {
-        LogPrint("Model saved: %s.\r\n", targetPath.c_str());
+        LogPrint("Model saved: %s.\r\n", ShownPath(targetPath).c_str());
     } else {
         const std::string reason = LastError().Text;
         LogPrint("Model save failed. Reason:\r\n%s.\r\n", reason.c_str());
@@ -109,10 +109,10 @@ bool VExportFormatVModel::Save(VMModel& model, const std::string& targetPath, co
 
     const std::string animationPath = WithoutExtension(targetPath) + ".anim";
     if (SaveAnimations(model, animationPath)) {
-        LogPrint("Animation saved: %s.\r\n", animationPath.c_str());
+        LogPrint("Animation saved: %s.\r\n", ShownPath(animationPath).c_str());
         return saved;
     }
-    LogPrint("Animation save failed: %s.\r\n", animationPath.c_str());
-    ShowSaveError("Error saving animation file:", animationPath);
+    LogPrint("Animation save failed: %s.\r\n", ShownPath(animationPath).c_str());
+    ShowSaveError("Error saving animation file:", ShownPath(animationPath));
     return false;
 }

@@ -1,5 +1,6 @@
 #include "report/ExportBracket.h"
 
+#include "base/Path.h"
 #include "base/Version.h"
 
 #include "report/DebugFile.h"
@@ -54,6 +55,6 @@ void EndExportBracket(VReport& report, const VExportBracketParams& params)
         LogQuit();
     }
     // In an interactive export the window is already let go, so this reaches only the batch log.
-    LogPrint("Closing debug file for %s\r\n", params.TargetFile.c_str());
+    LogPrint("Closing debug file for %s\r\n", ShownPath(params.TargetFile).c_str());
     CloseDebugFile();
 }

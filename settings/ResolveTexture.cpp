@@ -21,11 +21,12 @@ std::string CopyTexture(const std::string& source, const TextureResolveContext& 
 {
     const std::string target = JoinPath(context.TextureDirectory, FileNameOf(source));
     if (!EqualsNoCase(target, source)) {
-        LogPrint("Copying file '%s' to '%s'\r\n", source.c_str(), target.c_str());
+        LogPrint("Copying file '%s' to '%s'\r\n", ShownPath(source).c_str(), ShownPath(target).c_str());
         if (CopyFileTo(source, target, true))
             MakeWritable(target);
         else
-            report.AddIssue(IssueFileNotCopied, Format("'%s' to '%s'\r\n", source.c_str(), target.c_str()));
+            report.AddIssue(IssueFileNotCopied,
+                            Format("'%s' to '%s'\r\n", ShownPath(source).c_str(), ShownPath(target).c_str()));
     }
     return TextureOutputName(target, context);
 }
@@ -51,7 +52,7 @@ std::string LocateTexture(const std::string& source, const TextureResolveContext
     std::optional<std::string> found = FindInFolderTree(context.TextureDirectory, fileName, 0);
     if (!found) {
         found = JoinPath(context.TextureDirectory, fileName);
-        report.AddIssue(IssueTextureNotFound, *found);
+        report.AddIssue(IssueTextureNotFound, ShownPath(*found));
     }
     return TextureOutputName(*found, context);
 }

@@ -40,6 +40,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <set>
 #include <span>
@@ -102,6 +103,13 @@ ImportResult LoadWavingArm(const std::string&)
     return result;
 }
 
+ImportResult LoadCubesWithMissingTexture(const std::string& scene)
+{
+    ImportResult result = LoadTwoCubes(scene);
+    standin::CreateFileTexture("bark", "/nowhere/bark.tga", "nearStone.color");
+    return result;
+}
+
 // Loads through the importers, as the command line does.
 ImportResult ImportFromFile(const std::string& path)
 {
@@ -131,6 +139,11 @@ protected:
         return request;
     }
     std::filesystem::path Native(const std::string& relative) const { return m_folder / relative; }
+    std::string Read(const std::string& relative) const
+    {
+        std::ifstream in(Native(relative), std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    }
 
     // Exports every shared scene the importers take to shared/NAME/NAME.extension with the
     // settings given and hands on those that loaded; answers how many did.
@@ -183,12 +196,7 @@ TEST_F(ExportCommand, ExportsTheWholeSceneAndSaysWhere)
 
 TEST_F(ExportCommand, FiledReportIsPrinted)
 {
-    const auto missingTexture = [](const std::string& scene) {
-        ImportResult result = LoadTwoCubes(scene);
-        standin::CreateFileTexture("bark", "/nowhere/bark.tga", "nearStone.color");
-        return result;
-    };
-    EXPECT_EQ(Run(Request("out/level.qmesh"), missingTexture), 0);
+    EXPECT_EQ(Run(Request("out/level.qmesh"), LoadCubesWithMissingTexture), 0);
     EXPECT_TRUE(std::filesystem::exists(Native("out/ErrLog.txt")));
     EXPECT_THAT(Out, HasSubstr("Error:\nCould not copy file\n"));
 }
@@ -260,12 +268,19 @@ TEST_F(ExportCommand, SceneThatCannotBeLoadedFailsWithTheReason)
     EXPECT_THAT(Err, HasSubstr("not a scene"));
 }
 
-TEST_F(ExportCommand, DebugWritesTheDebugFileBesideTheTarget)
+TEST_F(ExportCommand, PeopleReadNativePathsWhileTheDebugFileAndSideFilesKeepTheSystemNames)
 {
     ExportRequest request = Request("dbg/level.qmesh");
     request.Debug = true;
-    EXPECT_EQ(Run(request), 0);
-    EXPECT_TRUE(std::filesystem::exists(Native("dbg/debug.txt")));
+    EXPECT_EQ(Run(request, LoadCubesWithMissingTexture), 0);
+    const std::string target = Native("dbg/level.qmesh").string();
+    const std::string copy = Native("dbg/Textures/bark.tga").string();
+    EXPECT_THAT(Out, HasSubstr("Saving to '" + target + "'...\n"));
+    EXPECT_THAT(Out, HasSubstr("'/nowhere/bark.tga' to '" + copy + "'\n"));
+    EXPECT_EQ(Out.find('\\'), std::string::npos) << Out;
+    EXPECT_THAT(Read("dbg/debug.txt"), HasSubstr("Opening debug file for " + FromNativePath(target) + "\r\n"));
+    EXPECT_THAT(Read("dbg/ErrLog.txt"), HasSubstr("'/nowhere/bark.tga' to '" + copy + "'\r\n"));
+    EXPECT_THAT(Read("dbg/level.qmesh_data/materials.xml"), HasSubstr("Textures\\bark.tga"));
 }
 
 std::vector<std::string> AnimationsIn(const std::filesystem::path& file)
