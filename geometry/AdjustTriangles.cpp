@@ -9,6 +9,7 @@
 #include "geometry/WeldVertices.h"
 #include "model/VMWorld.h"
 #include "report/GeometryLog.h"
+#include "report/Progress.h"
 
 #include <bit>
 #include <cstddef>
@@ -128,8 +129,10 @@ void ShareControlVertices(const List& primitives, VertexSearchTree& tree, float 
 {
     const int count = primitives.Count();
     for (int index = 0; index < count; ++index) {
-        if (index % 1024 == 0)
+        if (index % 1024 == 0) {
             GeometryLog(progress, index, count);
+            PhaseProgress(index, count);
+        }
         auto* primitive = primitives.Get(index);
         for (VMVertex*& vertex : primitive->Corners) {
             if (vertex == nullptr || vertex->MaterialLink != nullptr || vertex->State != Free)

@@ -11,6 +11,7 @@
 #include "geometry/StripSegments.h"
 #include "model/VMWorld.h"
 #include "report/GeometryLog.h"
+#include "report/Progress.h"
 
 #include <algorithm>
 #include <cmath>
@@ -87,6 +88,8 @@ private:
             const int result = StripOneBatch(batch, area);
             if (result != 0)
                 return result;
+            m_strippedCount += batch.Count();
+            PhaseProgress(m_strippedCount, m_world.Polygons.Count());
         }
     }
 
@@ -196,6 +199,7 @@ private:
     std::map<std::tuple<const VMMaterial*, const VMVisArea*, uint32_t>, std::vector<int>> m_mergeable;
     int m_triListCount = 0;
     int m_listBatchCount = 0;
+    int64_t m_strippedCount = 0;
 };
 
 Limits LimitsOf(const StripParams& params)

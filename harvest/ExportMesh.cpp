@@ -7,6 +7,7 @@
 #include "model/VMModel.h"
 #include "model/VMWorld.h"
 #include "report/DebugFile.h"
+#include "report/Progress.h"
 #include "report/VIssueKind.h"
 #include "report/VReport.h"
 #include "base/TextUtil.h"
@@ -109,6 +110,7 @@ bool ExportMeshInto(HarvestState& state, const MDagPath& path, Container& contai
     if (!status)
         state.Report.AddIssue(IssueInvalidDagNode, "ExportMesh");
     state.MeshNodes.Add(name, mayaVertexCount, state.RunningVertexBase);
+    PhaseProgress(static_cast<int64_t>(state.MeshNodes.Count()), state.Stats.MeshNodeCount);
 
     NodeRenderAttributes attributes;
     if (state.IsStaticExport())

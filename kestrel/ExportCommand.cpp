@@ -12,6 +12,7 @@
 #include "kestrel/LoadedPlugin.h"
 #include "plugin/PluginModule.h"
 #include "report/LogWindow.h"
+#include "report/Progress.h"
 #include "report/ReportText.h"
 #include "report/TerminalLogSink.h"
 #include "report/VReportView.h"
@@ -29,6 +30,8 @@
 #include <standin/SceneBuilder.h>
 
 #include <CLI/CLI.hpp>
+
+#include <unistd.h>
 
 #include <filesystem>
 #include <memory>
@@ -195,10 +198,16 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
         return 2;
     }
 
+    TerminalLogSink log(out, request.Progress && isatty(fileno(out)) != 0);
     const std::string scene = FromNativePath(AbsoluteNative(request.Scene));
+    SetLogSink(request.Quiet ? nullptr : &log);
+    BeginPhase("Importing");
     const ImportResult import = loadScene(scene);
-    for (const ImportWarning& warning : import.Warnings)
-        std::fprintf(err, "kestrel export: warning: %s\n", warning.Describe().c_str());
+    EndPhase();
+    SetLogSink(nullptr);
+    if (!request.Quiet)
+        for (const ImportWarning& warning : import.Warnings)
+            std::fprintf(err, "kestrel export: warning: %s\n", warning.Describe().c_str());
     if (!import.Ok) {
         std::fprintf(err, "kestrel export: cannot load '%s': %s\n", request.Scene.c_str(), import.Error.c_str());
         return 1;
@@ -214,7 +223,6 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
     }
     standin::Select(selection);
 
-    TerminalLogSink log(out);
     IniSettingsStore store(DefaultUserSettingsFilePath());
     store.Load();
     PosixProcessLauncher launcher;
@@ -244,8 +252,9 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
     LoadedPlugin plugin(services);
     if (request.Debug)
         TheApplicationSettings().DebugPrint = 1;
-    // The terminal is the log window of a batch run, whatever the user chose for Maya's.
-    SetLogSink(&log);
+    // The terminal is the log window of a batch run, whatever the user chose for Maya's; a quiet
+    // run has none.
+    SetLogSink(request.Quiet ? nullptr : &log);
     if (!plugin.Load()) {
         std::fprintf(err, "kestrel export: the plug-in did not load\n");
         return 1;
@@ -274,7 +283,8 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
         std::fprintf(err, "kestrel export: the export to '%s' failed\n", targetNative.c_str());
         return 1;
     }
-    std::fprintf(out, "Exported '%s' to '%s'\n", request.Scene.c_str(), targetNative.c_str());
+    if (!request.Quiet)
+        std::fprintf(out, "Exported '%s' to '%s'\n", request.Scene.c_str(), targetNative.c_str());
     if (!request.LightmapPicture.empty())
         return WriteLightmapPictures(request.LightmapPicture, targetNative, out, err);
     return 0;
@@ -294,6 +304,8 @@ void AddExportCommand(CLI::App& app)
                         "NAME:START-END[:loop][:type=bone|muscle|morph][:motion=xyz][:rot=x|y|z]");
     command->add_flag("--clips", request->Clips, "Export each animation clip of the scene as an animation");
     command->add_flag("--debug", request->Debug, "Write debug.txt beside the target");
+    command->add_flag("!--no-progress", request->Progress, "Print plain lines, no progress bar, even on a terminal");
+    command->add_flag("-q,--quiet", request->Quiet, "Print only the report of issues and errors");
     command->add_option("--lightmap-png", request->LightmapPicture,
                         "Draw the lightmap atlas of each material into this PNG file (with LightmapUVs=1)");
     command->callback([request] {

@@ -1,6 +1,6 @@
 #pragma once
 // "kestrel export SCENE -o TARGET [--selection NODE...] [--set Key=Value...] [--anim ENTRY...]
-// [--clips] [--debug] [--lightmap-png PICTURE]": loads the scene into the Maya stand-in, loads the
+// [--clips] [--debug] [--no-progress] [--quiet] [--lightmap-png PICTURE]": loads the scene into the Maya stand-in, loads the
 // plug-in through the host and runs the translator of the target's format in batch mode, as
 // Maya's export-all or export-selection would; then, if asked, draws the target's lightmap
 // atlases.
@@ -31,6 +31,10 @@ struct ExportRequest {
     // without clips whose curves animate it gives one entry over the playback range.
     bool Clips = false;
     bool Debug = false;
+    // A progress bar on a terminal; plain lines when false or when the output is no terminal.
+    bool Progress = true;
+    // Only the report of issues and errors is printed.
+    bool Quiet = false;
     // Native path of the picture of the lightmap atlas; empty draws none.
     std::string LightmapPicture;
 };

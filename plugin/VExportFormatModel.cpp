@@ -1,5 +1,6 @@
 #include "plugin/VExportFormatModel.h"
 
+#include "base/Path.h"
 #include "geometry/AdjustAnimations.h"
 #include "geometry/BoneAnimationBounds.h"
 #include "geometry/LimitInfluences.h"
@@ -26,6 +27,7 @@
 #include "report/GeometryLog.h"
 #include "report/KestrelReportMessage.h"
 #include "report/LogWindow.h"
+#include "report/Progress.h"
 #include "report/VIssueKind.h"
 
 #include <maya/MGlobal.h>
@@ -137,6 +139,7 @@ bool VExportFormatModel::Export()
     VMModel& model = m_model;
 
     StartHarvest(session);
+    BeginPhase("Harvesting meshes");
     LogPrint("Starting Model Export...\r\n");
 
     const auto gatheringStarted = std::chrono::steady_clock::now();
@@ -196,6 +199,7 @@ bool VExportFormatModel::Export()
     LogPrint("Pre-encoding vertices...\r\n");
     EncodeVertices(model);
 
+    BeginPhase("Animations");
     LogPrint("Animation phase...\r\n");
     model.Enumerate();
     // A step away and back makes Maya evaluate the scene at frame 0 afresh.
@@ -210,6 +214,7 @@ bool VExportFormatModel::Export()
         std::copy_n(customBox.Max, 3, model.CollisionBox.Max);
     }
 
+    BeginPhase("Placing and encoding");
     LogPrint("Centering mesh...\r\n");
     CenterByOption(model, options.CenterMethod, state);
     // About the origin, so after centring: the centre or floor point stays where it was put.
@@ -233,6 +238,7 @@ bool VExportFormatModel::Export()
     LogPrint("Middle Enumeration...\r\n");
     model.Enumerate();
 
+    BeginPhase("Optimizing");
     LogPrint("Optimizing mesh (%i)...\r\n", options.OptimizeMesh);
     {
         DebugFileForwarder trace;
@@ -265,9 +271,11 @@ bool VExportFormatModel::Export()
     if (options.RotateYaw != 0.0f)
         TransformModel(model, YawRotation(options.RotateYaw));
 
-    LogPrint("Saving model to '%s'...\r\n", session.TargetFile.c_str());
+    BeginPhase("Saving");
+    LogPrint("Saving model to '%s'...\r\n", ShownPath(session.TargetFile).c_str());
     if (!Save(model, session.TargetFile, SettingsText()))
-        report.AddIssue(IssueFileNotSaved, session.TargetFile);
+        report.AddIssue(IssueFileNotSaved, ShownPath(session.TargetFile));
+    EndPhase();
 
     DebugPrint("Freeing...\r\n");
     session.Animations.Reset(0);

@@ -24,6 +24,7 @@
 #include "report/GeometryLog.h"
 #include "report/KestrelReportMessage.h"
 #include "report/LogWindow.h"
+#include "report/Progress.h"
 #include "report/VIssueKind.h"
 
 #include <chrono>
@@ -75,7 +76,7 @@ void ComputeVisibility(VBVisBuilder& builder, VMWorld& world, const ExportSessio
         if (CreateDirectories(dataFolder)) {
             dumpPath = JoinPath(dataFolder, "_debug.VISINFO");
         } else {
-            LogPrint("Failed to create settings directory : %s.\r\n", dataFolder.c_str());
+            LogPrint("Failed to create settings directory : %s.\r\n", ShownPath(dataFolder).c_str());
             dump = false;
         }
     }
@@ -105,6 +106,7 @@ bool VExportFormatWorld::Export()
     VExportLogger logger;
 
     StartHarvest(session);
+    BeginPhase("Harvesting meshes");
 
     LogPrint("*** ExportWorld started ***\r\n");
     const auto started = std::chrono::steady_clock::now();
@@ -138,8 +140,12 @@ bool VExportFormatWorld::Export()
     world.Enumerate();
 
     // Before centring and scaling, which move the areas' boxes and portals with the geometry.
-    if (visBuilder)
+    if (visBuilder) {
+        BeginPhase("Visibility");
         ComputeVisibility(*visBuilder, world, session, logger, report);
+    }
+
+    BeginPhase("Welding");
 
     LogPrint("Centering Mesh...\r\n");
     CenterWorld(world, options.CenterMethod, state);
@@ -161,6 +167,7 @@ bool VExportFormatWorld::Export()
 
     // On the welded mesh, so that charts follow the surface across the welded seams.
     if (options.LightmapUVs == 1) {
+        BeginPhase("Lightmap UVs");
         LogPrint("Generating UVs...\r\n");
         ReportPassResult("GenerateLightmapUVs",
                          GenerateLightmapUVs(world, LightmapAtlasSize, options.LightMapStretchFactor, &logger), report);
@@ -173,6 +180,7 @@ bool VExportFormatWorld::Export()
     if (options.ExportStrips) {
         LogWindowForwarder progress;
         const ScopedGeometryLogSink progressSink(&progress);
+        BeginPhase("Strips");
         LogPrint("Generating triangle strips...\r\n");
         StripStatistics statistics;
         const int result = StripWorld(world, StripParamsFrom(options), &statistics);
@@ -197,9 +205,11 @@ bool VExportFormatWorld::Export()
         visBuilder.reset();
     }
 
-    LogPrint("Saving to '%s'...\r\n", session.TargetFile.c_str());
+    BeginPhase("Saving");
+    LogPrint("Saving to '%s'...\r\n", ShownPath(session.TargetFile).c_str());
     if (!Save(world, session.TargetFile, SettingsText()))
-        report.AddIssue(IssueFileNotSaved, session.TargetFile);
+        report.AddIssue(IssueFileNotSaved, ShownPath(session.TargetFile));
+    EndPhase();
 
     DebugPrint("Managed to save. Now, trying to deinitialize\r\n");
 

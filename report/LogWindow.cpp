@@ -59,6 +59,12 @@ void LogRaw(std::string_view text)
     window->Send(text.substr(0, LogMessageCapacity - 1));
 }
 
+void LogProgress(std::string_view phase, double fraction, double seconds)
+{
+    if (VLogSink* window = State().Window)
+        window->ShowProgress(phase, fraction, seconds);
+}
+
 void LogControl(bool disableQuit)
 {
     LogRaw(disableQuit ? LogDisableQuitMessage : LogEnableQuitMessage);

@@ -33,6 +33,8 @@ void LogPrint(const char* format, ...) __attribute__((format(printf, 1, 2)));
 // Texts longer than the protocol carries are cut to LogMessageCapacity - 1 bytes.
 void LogRaw(std::string_view text);
 void LogControl(bool disableQuit);
+// Passes the progress of the phase under way to the held window (VLogSink::ShowProgress).
+void LogProgress(std::string_view phase, double fraction, double seconds);
 // Tells the viewer to quit and forgets it.
 void LogQuit();
 

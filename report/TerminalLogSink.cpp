@@ -3,10 +3,17 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cmath>
 
+#include "base/TextUtil.h"
 #include "report/LogWindow.h"
 
 namespace {
+
+constexpr int BarWidth = 30;
+constexpr int PhaseWidth = 20;
+constexpr const char* ClearToEnd = "\x1b[K";
+constexpr const char* UpOneRow = "\x1b[1A";
 
 bool IsDigit(char c)
 {
@@ -30,6 +37,23 @@ std::string ShapeOf(std::string_view line)
     return shape;
 }
 
+// "Welding              [#############.................]  43%  0:07"; a phase whose extent is
+// unknown shows an empty bar and no percentage.
+std::string BarText(std::string_view phase, double fraction, double seconds)
+{
+    std::string text(phase.substr(0, PhaseWidth));
+    text.resize(PhaseWidth, ' ');
+    const int filled = fraction < 0.0 ? 0 : static_cast<int>(std::lround(std::min(fraction, 1.0) * BarWidth));
+    text += " [";
+    text.append(static_cast<size_t>(filled), '#');
+    text.append(static_cast<size_t>(BarWidth - filled), fraction < 0.0 ? ' ' : '.');
+    text += "] ";
+    text += fraction < 0.0 ? std::string("    ") : Format("%3d%%", static_cast<int>(std::min(fraction, 1.0) * 100.0));
+    const int whole = static_cast<int>(seconds);
+    text += Format("  %d:%02d", whole / 60, whole % 60);
+    return text;
+}
+
 }
 
 TerminalLogSink::TerminalLogSink(std::FILE* out)
@@ -37,9 +61,9 @@ TerminalLogSink::TerminalLogSink(std::FILE* out)
 {
 }
 
-TerminalLogSink::TerminalLogSink(std::FILE* out, bool redrawProgress)
+TerminalLogSink::TerminalLogSink(std::FILE* out, bool drawProgress)
     : m_out(out)
-    , m_redrawProgress(redrawProgress)
+    , m_drawProgress(drawProgress)
 {
 }
 
@@ -73,36 +97,67 @@ void TerminalLogSink::Send(std::string_view message)
     std::fflush(m_out);
 }
 
+void TerminalLogSink::ShowProgress(std::string_view phase, double fraction, double seconds)
+{
+    if (!m_drawProgress)
+        return;
+    if (phase.empty()) {
+        EraseBar();
+    } else {
+        std::string bar = BarText(phase, fraction, seconds);
+        if (bar == m_bar)
+            return;
+        std::fputc('\r', m_out);
+        std::fputs(bar.c_str(), m_out);
+        std::fputs(ClearToEnd, m_out);
+        m_bar = std::move(bar);
+    }
+    std::fflush(m_out);
+}
+
 void TerminalLogSink::EndLine()
 {
-    if (!m_lineOpen)
-        return;
-    std::fputc('\n', m_out);
+    EraseBar();
+    // Whatever is written next may come between the counter line and the next one.
+    m_counterShape.clear();
     std::fflush(m_out);
-    m_lineOpen = false;
-    m_openLineShape.clear();
+}
+
+void TerminalLogSink::EraseBar()
+{
+    if (m_bar.empty())
+        return;
+    std::fputc('\r', m_out);
+    std::fputs(ClearToEnd, m_out);
+    m_bar.clear();
 }
 
 void TerminalLogSink::WriteLine(std::string_view line)
 {
-    if (!m_redrawProgress) {
+    if (!m_drawProgress) {
         std::fwrite(line.data(), 1, line.size(), m_out);
         std::fputc('\n', m_out);
         return;
     }
 
+    // The bar's row takes the line, and the bar moves one row down below it.
+    const std::string bar = m_bar;
+    EraseBar();
     std::string shape = ShapeOf(line);
     const bool isCounter = std::any_of(line.begin(), line.end(), IsDigit);
-    if (m_lineOpen && isCounter && shape == m_openLineShape) {
-        // Back to the start of the line, then clear what the longer previous text leaves behind.
+    const bool overwrite = isCounter && shape == m_counterShape;
+    if (overwrite) {
+        std::fputs(UpOneRow, m_out);
         std::fputc('\r', m_out);
-        std::fwrite(line.data(), 1, line.size(), m_out);
-        std::fputs("\x1b[K", m_out);
-        return;
     }
-    if (m_lineOpen)
-        std::fputc('\n', m_out);
     std::fwrite(line.data(), 1, line.size(), m_out);
-    m_lineOpen = true;
-    m_openLineShape = std::move(shape);
+    // What the longer previous counter text leaves behind.
+    if (overwrite)
+        std::fputs(ClearToEnd, m_out);
+    std::fputc('\n', m_out);
+    m_counterShape = isCounter ? std::move(shape) : std::string();
+    if (!bar.empty()) {
+        std::fputs(bar.c_str(), m_out);
+        m_bar = bar;
+    }
 }

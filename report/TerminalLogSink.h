@@ -2,11 +2,12 @@
 // The log window of the command line. Messages are split into lines (any "\r\n", "\n" or "\r" ends
 // one; a message without a line end is a line of its own) and written with native line ends.
 //
-// On a terminal a progress counter redraws itself instead of scrolling: a line that has the same
-// text as the line before it apart from its numbers ("Frame: 3 / 40" after "Frame: 2 / 40")
-// overwrites that line. To allow this the last line is left open until the next one arrives, and
-// ended by EndLine, by the viewer's quit message or when the sink is destroyed. Elsewhere (a pipe,
-// a file) every line is written as it comes.
+// On a terminal the output stays readable while an export runs for minutes: the phase under way is
+// a progress bar on the last row (phase, bar, percentage, elapsed time), redrawn in place, with the
+// log lines scrolling above it; and a counter line that has the same text as the line before it
+// apart from its numbers ("Frame: 3 / 40" after "Frame: 2 / 40") overwrites that line. Elsewhere
+// (a pipe, a file, or when asked for plain output) every line is written as it comes and progress
+// is not drawn.
 
 #include <cstdio>
 #include <string>
@@ -16,23 +17,27 @@
 
 class TerminalLogSink final : public VLogSink {
 public:
-    // Redraws progress lines when out is a terminal.
+    // Draws progress when out is a terminal.
     explicit TerminalLogSink(std::FILE* out);
-    TerminalLogSink(std::FILE* out, bool redrawProgress);
+    TerminalLogSink(std::FILE* out, bool drawProgress);
     ~TerminalLogSink() override;
 
     TerminalLogSink(const TerminalLogSink&) = delete;
     TerminalLogSink& operator=(const TerminalLogSink&) = delete;
 
     void Send(std::string_view message) override;
-    // Ends an open line, so that other output to the terminal starts on a line of its own.
+    void ShowProgress(std::string_view phase, double fraction, double seconds) override;
+    // Takes the progress bar off the screen, so that other output starts on a row of its own.
     void EndLine();
 
 private:
     void WriteLine(std::string_view line);
+    void EraseBar();
 
     std::FILE* m_out;
-    bool m_redrawProgress;
-    bool m_lineOpen = false;
-    std::string m_openLineShape;
+    bool m_drawProgress;
+    // The shape of the last line written when it was a counter, which the next one may overwrite.
+    std::string m_counterShape;
+    // The bar as drawn on the last row; empty when none is shown.
+    std::string m_bar;
 };
