@@ -130,7 +130,7 @@ bool VExportFormatPrefab::Save(VMWorld& world, const std::string& targetPath, co
     }
 
     saved = SavePrefabXML(shapes, targetPath) == 0 && saved;
-    LogPrint("SavePrefab(%s) returned %i\r\n", targetPath.c_str(), saved ? 1 : 0);
+    LogPrint("SavePrefab(%s) returned %i\r\n", ShownPath(targetPath).c_str(), saved ? 1 : 0);
     if (HasGeometry(world))
         shapes.Shapes.erase(shapes.Shapes.begin());
     return saved;
