@@ -135,7 +135,7 @@ TEST_P(UnreadableMaterialsXml, IsRefusedAndLeftUntouched)
 
     EXPECT_FALSE(SaveMaterialsXml(world.Materials, folder.Path("materials.xml"), SaveFlagMaterialGroups));
     EXPECT_EQ(LastError().Text,
-              "Error reading XML file '" + folder.Path("materials.xml") + "'. Please fix or delete this file");
+              "Error reading XML file '" + folder.Native("materials.xml").string() + "'. Please fix or delete this file");
     EXPECT_EQ(folder.Read("materials.xml"), GetParam());
 }
 
@@ -167,7 +167,7 @@ TEST(MaterialsXmlTest, UnwritableFileFailsWithItsPath)
     const std::string path = folder.Path("missing\\materials.xml");
 
     EXPECT_FALSE(SaveMaterialsXml(world.Materials, path, SaveFlagMaterialGroups));
-    EXPECT_EQ(LastError().Text, "Error writing XML file '" + path + "'");
+    EXPECT_EQ(LastError().Text, "Error writing XML file '" + folder.Native("missing/materials.xml").string() + "'");
 }
 
 } // namespace

@@ -138,7 +138,7 @@ TEST_F(SaveCollisionMeshTest, UncreatableFileFailsWithTheTargetInTheMessage)
 {
     VMWorld world;
     EXPECT_FALSE(SaveCollisionMesh(world, "\\no\\such\\folder\\level.qcolmesh"));
-    EXPECT_EQ(LastError().Text, "Failed to create file '\\no\\such\\folder\\level.qcolmesh'");
+    EXPECT_EQ(LastError().Text, "Failed to create file '/no/such/folder/level.qcolmesh'");
 }
 
 TEST_F(SaveCollisionMeshTest, CornerOutsideTheVertexListFails)

@@ -70,7 +70,8 @@ TEST(SaveSideFilesTest, UnmakeableSettingsFolderFailsWithItsName)
     const std::string target = folder.Path("blocked\\level.qmesh");
 
     EXPECT_FALSE(SaveSideFiles(world, target, params));
-    EXPECT_EQ(LastError().Text, "Failed to create settings directory : " + target + "_data.\r\n");
+    EXPECT_EQ(LastError().Text,
+              "Failed to create settings directory : " + folder.Native("blocked/level.qmesh_data").string() + ".\r\n");
 }
 
 TEST(SaveSideFilesTest, SaveWorldWritesTheMeshAndItsSideFilesOnDisk)
@@ -108,7 +109,7 @@ TEST(SaveSideFilesTest, TargetThatIsAFolderFailsWithoutCrashing)
     AddGrid(world, 1, AddMaterial(world, "brick"));
 
     EXPECT_FALSE(SaveWorld(world, folder.Path("level.qmesh"), VSaveParams {}));
-    EXPECT_EQ(LastError().Text, "Failed to create file '" + folder.Path("level.qmesh") + "'");
+    EXPECT_EQ(LastError().Text, "Failed to create file '" + folder.Native("level.qmesh").string() + "'");
 }
 
 TEST(SaveSideFilesTest, ReadOnlyTargetFolderFailsWithoutCrashing)

@@ -404,7 +404,7 @@ TEST_F(SaveWorldTest, UncreatableFileFailsWithTheTargetInTheMessage)
     VSaveParams params;
 
     EXPECT_FALSE(SaveWorld(world, "\\no\\such\\folder\\level.qmesh", params));
-    EXPECT_EQ(LastError().Text, "Failed to create file '\\no\\such\\folder\\level.qmesh'");
+    EXPECT_EQ(LastError().Text, "Failed to create file '/no/such/folder/level.qmesh'");
 }
 
 TEST_F(SaveWorldTest, CornerOutsideTheVertexListFailsWithoutWritingAFile)

@@ -88,8 +88,11 @@ TEST_F(SharedSceneBytes, EveryFileMatchesTheRecordedTable)
             continue;
         std::ifstream in(entry.path(), std::ios::binary);
         std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-        ReplaceAll(bytes, FromNativePath(scenes.string()), "<scenes>");
-        ReplaceAll(bytes, FromNativePath(outputs.string()), "<outputs>");
+        // In the system's form (the debug file) and in the host's (what a person reads).
+        for (const std::string& form : {FromNativePath(scenes.string()), scenes.string()})
+            ReplaceAll(bytes, form, "<scenes>");
+        for (const std::string& form : {FromNativePath(outputs.string()), outputs.string()})
+            ReplaceAll(bytes, form, "<outputs>");
         char hash[17];
         std::snprintf(hash, sizeof hash, "%016llx", static_cast<unsigned long long>(Fnv1a(bytes)));
         actual[entry.path().lexically_relative(outputs).generic_string()] = hash;

@@ -116,7 +116,7 @@ TEST_F(ModelExport, RunsTheLogLinesOfEveryPhaseInOrder)
         "Calculating skeleton bounding boxes...\r\n", "Middle Enumeration...\r\n", "Optimizing mesh (1)...\r\n",
         "Adjusting animations...\r\n", "Sorting primitives...\r\n",
         "Calculating bone animation boundaries...\r\n", "Final enumeration...\r\n",
-        "Saving model to '" + SystemPath("log.model") + "'...\r\n", "Model saved: " + SystemPath("log.model") + ".\r\n",
+        "Saving model to '" + ShownPath(SystemPath("log.model")) + "'...\r\n", "Model saved: " + ShownPath(SystemPath("log.model")) + ".\r\n",
         "Finished\r\n"};
     auto from = Log.Messages.begin();
     for (const std::string& phase : phases) {
@@ -150,7 +150,7 @@ TEST_F(ModelExport, TheAnimationTableIsSampledIntoTheAnimationFileBesideTheModel
                "// Animation: flex\r\n// AnimType: 2\r\n// UseMaxFrames: 0\r\n");
 
     ASSERT_TRUE(Export("hero.model"));
-    EXPECT_TRUE(Log.Has("Animation saved: " + SystemPath("hero.anim") + ".\r\n"));
+    EXPECT_TRUE(Log.Has("Animation saved: " + ShownPath(SystemPath("hero.anim")) + ".\r\n"));
 
     VAnimationFile file;
     ASSERT_TRUE(ReadAnimationFile(SystemPath("hero.anim"), file)) << LastError().Text;

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Path.h"
 #include "report/DebugFile.h"
 #include "report/ExportBracket.h"
 #include "report/KestrelReportMessage.h"
@@ -190,7 +191,7 @@ TEST_F(ExportBracketTest, BatchEndKeepsTheLogWindowAndSendsTheClosingLine)
     EndExportBracket(m_report, m_params);
 
     EXPECT_EQ(m_window.Messages,
-              (std::vector<std::string> { "Closing debug file for " + m_params.TargetFile + "\r\n" }));
+              (std::vector<std::string> { "Closing debug file for " + ShownPath(m_params.TargetFile) + "\r\n" }));
     EXPECT_EQ(FindLogWindow(), 0);
 }
 

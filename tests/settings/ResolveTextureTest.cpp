@@ -68,7 +68,8 @@ TEST_F(ResolveTextureTest, CopyPutsTheTextureIntoTheTextureDirectory)
     EXPECT_EQ(Resolve(source), "Textures\\Wood.tga");
     EXPECT_EQ(m_folder.Read("town/props/Textures/Wood.tga"), "wood pixels");
     const std::string target = m_folder.SystemPath("town\\props\\Textures\\Wood.tga");
-    EXPECT_EQ(m_log.Messages, std::vector<std::string> {"Copying file '" + source + "' to '" + target + "'\r\n"});
+    EXPECT_EQ(m_log.Messages,
+              std::vector<std::string> {"Copying file '" + ShownPath(source) + "' to '" + ShownPath(target) + "'\r\n"});
     EXPECT_TRUE(m_report.Issues().empty());
 }
 
@@ -115,7 +116,7 @@ TEST_F(ResolveTextureTest, FailedCopyIsRaisedAndStillNamed)
     EXPECT_EQ(Resolve(source), "Textures\\Missing.tga");
     ASSERT_EQ(IssueKinds(), std::vector<uint32_t> {IssueFileNotCopied});
     EXPECT_EQ(m_report.Issues()[0].Detail,
-              "'" + source + "' to '" + m_folder.SystemPath("town\\props\\Textures\\Missing.tga") + "'\r\n");
+              "'" + ShownPath(source) + "' to '" + ShownPath(m_folder.SystemPath("town\\props\\Textures\\Missing.tga")) + "'\r\n");
 }
 
 TEST_F(ResolveTextureTest, AnimatedTextureTakesThePlaceOfItsSource)
@@ -151,7 +152,7 @@ TEST_F(ResolveTextureTest, LocateFindsTheTextureInASubfolderOrRaisesNotFoundWith
     EXPECT_FALSE(m_folder.Has("town/props/Textures/bark.DDS"));
     EXPECT_EQ(Resolve("C:\\art\\Stone.dds"), "Textures\\Stone.dds");
     ASSERT_EQ(IssueKinds(), std::vector<uint32_t> {IssueTextureNotFound});
-    EXPECT_EQ(m_report.Issues()[0].Detail, m_folder.SystemPath("town\\props\\Textures\\Stone.dds"));
+    EXPECT_EQ(m_report.Issues()[0].Detail, ShownPath(m_folder.SystemPath("town\\props\\Textures\\Stone.dds")));
 }
 
 // A folder listed before the matching file is searched first, one listed after it is not.
