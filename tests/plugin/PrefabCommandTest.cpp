@@ -109,7 +109,7 @@ TEST_F(PrefabCommand, NewProjectHoldsTheFileChosenForANodeAndItsSettingsCentredA
     const std::string settings = Read("game/Meshes/crate.qmesh_data/_config.Xportel");
     EXPECT_THAT(settings, HasSubstr("// CenterMethod : 4\r\n"));
     EXPECT_THAT(settings, HasSubstr("// MeshFactor : 2.5"));
-    EXPECT_TRUE(Log.Has("Settings saved: " + SystemPath("game/Meshes/crate.qmesh_data/_config.Xportel") + ".\r\n"));
+    EXPECT_TRUE(Log.Has("Settings saved: " + ShownPath(SystemPath("game/Meshes/crate.qmesh_data/_config.Xportel")) + ".\r\n"));
     EXPECT_FALSE(Has("game/Meshes/crate.qmesh"));
 }
 
