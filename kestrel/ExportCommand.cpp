@@ -3,13 +3,17 @@
 #include "base/FileSystem.h"
 #include "base/Path.h"
 #include "base/TextUtil.h"
+#include "formats/LoadModel.h"
 #include "formats/StaticMeshReader.h"
 #include "formats/chunk/LastError.h"
 #include "geometry/lightmap/GenerateLightmapUVs.h"
 #include "importers/ImportScene.h"
 #include "kestrel/AnimationEntries.h"
+#include "kestrel/BatchExport.h"
+#include "kestrel/ExportReportPage.h"
 #include "kestrel/LightmapPicture.h"
 #include "kestrel/LoadedPlugin.h"
+#include "model/VMModel.h"
 #include "plugin/PluginModule.h"
 #include "report/LogWindow.h"
 #include "report/Progress.h"
@@ -44,8 +48,11 @@ class PrintedReport final : public VReportView {
 public:
     PrintedReport(std::FILE* out, TerminalLogSink& log) : m_out(out), m_log(log) {}
 
+    const std::vector<VReportEntry>& Shown() const { return m_shown; }
+
     void ShowReport(std::string_view caption, const std::vector<VReportEntry>& entries) override
     {
+        m_shown.insert(m_shown.end(), entries.begin(), entries.end());
         m_log.EndLine();
         std::string text = ReportText(entries, caption);
         std::erase(text, '\r');
@@ -55,6 +62,7 @@ public:
 private:
     std::FILE* m_out;
     TerminalLogSink& m_log;
+    std::vector<VReportEntry> m_shown;
 };
 
 // "Key=Value" lines as the settings block stores them; nothing (with the reason) for an
@@ -173,6 +181,72 @@ bool SetsOption(const std::vector<std::string>& settings, std::string_view key)
     });
 }
 
+// The triangles of the asset written, read back through our own readers; 0 for other targets.
+int TrianglesOf(const std::string& target)
+{
+    if (EqualsNoCase(ExtensionOf(target), ".qmesh")) {
+        VStaticMeshFile mesh;
+        return ReadStaticMesh(target, mesh) ? mesh.TriangleCount : 0;
+    }
+    if (EqualsNoCase(ExtensionOf(target), ".model")) {
+        VMModel model;
+        return LoadModel(model, target) ? model.Faces.Count() : 0;
+    }
+    return 0;
+}
+
+// What the command line asks of a batch: several scenes into one folder, or a batch file, or both.
+struct BatchCommand {
+    std::vector<std::string> Scenes;
+    std::string File;
+    std::string Extension;
+    BatchOptions Options;
+};
+
+int RunBatchCommand(const ExportRequest& request, BatchCommand batch, std::FILE* out, std::FILE* err)
+{
+    std::vector<BatchEntry> entries;
+    if (!batch.Scenes.empty() && request.Target.empty()) {
+        std::fputs("kestrel export: with several scenes, --output names the folder to export them into\n", err);
+        return 2;
+    }
+    for (const std::string& scene : batch.Scenes)
+        entries.push_back(BatchEntry {scene, TargetInFolder(scene, request.Target, batch.Extension), {}});
+    std::string error;
+    if (!batch.File.empty() && !ReadBatchFile(batch.File, entries, error)) {
+        std::fprintf(err, "kestrel export: %s\n", error.c_str());
+        return 2;
+    }
+    if (entries.empty()) {
+        std::fputs("kestrel export: no scene to export\n", err);
+        return 2;
+    }
+    if (!request.Selection.empty() || !request.LightmapPicture.empty()) {
+        std::fputs("kestrel export: --selection and --lightmap-png take a single scene\n", err);
+        return 2;
+    }
+    // Options of the command line come first, so that a line of the batch file can change them.
+    for (BatchEntry& entry : entries)
+        entry.Settings.insert(entry.Settings.begin(), request.Settings.begin(), request.Settings.end());
+    std::error_code ignored;
+    batch.Options.Program = std::filesystem::read_symlink("/proc/self/exe", ignored).string();
+    if (request.Debug)
+        batch.Options.ExtraOptions.push_back("--debug");
+    if (request.Clips)
+        batch.Options.ExtraOptions.push_back("--clips");
+    for (const std::string& animation : request.Animations)
+        batch.Options.ExtraOptions.insert(batch.Options.ExtraOptions.end(), {"--anim", animation});
+    return ExportBatch(entries, batch.Options, out, err);
+}
+
+// What a batch run gathers from each export process: "triangles issues".
+void WriteCounts(const std::string& nativePath, const std::string& target, int issues)
+{
+    std::error_code ignored;
+    const std::string absolute = std::filesystem::absolute(nativePath, ignored).string();
+    WriteFileAtomically(FromNativePath(absolute), Format("%d %d\n", TrianglesOf(target), issues));
+}
+
 } // namespace
 
 std::string AbsoluteNative(const std::string& path)
@@ -199,6 +273,7 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
     }
 
     TerminalLogSink log(out, request.Progress && isatty(fileno(out)) != 0);
+    TakePhaseTimes();
     const std::string scene = FromNativePath(AbsoluteNative(request.Scene));
     SetLogSink(request.Quiet ? nullptr : &log);
     BeginPhase("Importing");
@@ -279,6 +354,11 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
         selection.empty() ? MPxFileTranslator::kExportAccessMode : MPxFileTranslator::kExportActiveAccessMode;
     const MStatus status = standin::ExportFile(*translator, target, mode);
     log.EndLine();
+    if (!request.ResultFile.empty())
+        WriteCounts(request.ResultFile, target, static_cast<int>(report.Shown().size()));
+    if (request.ReportPage && !WriteExportReportPage(request.Scene, target, report.Shown(), error))
+        std::fprintf(err, "kestrel export: cannot write the report page beside '%s': %s\n", targetNative.c_str(),
+                     error.c_str());
     if (!status) {
         std::fprintf(err, "kestrel export: the export to '%s' failed\n", targetNative.c_str());
         return 1;
@@ -293,10 +373,19 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
 void AddExportCommand(CLI::App& app)
 {
     auto request = std::make_shared<ExportRequest>();
+    auto batch = std::make_shared<BatchCommand>();
     CLI::App* command = app.add_subcommand("export", "Export a scene (Maya ASCII, FBX, glTF, COLLADA, OBJ) to an "
                                                      "engine asset (.qmesh, .model, .prefab)");
-    command->add_option("SCENE", request->Scene, "The scene file")->required();
-    command->add_option("-o,--output", request->Target, "The asset file to write")->required();
+    command->add_option("SCENE", batch->Scenes, "The scene file; with several, each is exported in a process of its own");
+    command->add_option("-o,--output", request->Target,
+                        "The asset file to write; with several scenes, the folder that gets a folder per scene");
+    command->add_option("--batch", batch->File, "Export each line \"scene target [--set Key=Value ...]\" of this file");
+    command->add_option("-j,--jobs", batch->Options.Jobs, "Run up to N exports of a batch at once")
+        ->check(CLI::Range(1, 256));
+    command->add_option("--json", batch->Options.JsonPath, "Write the summary of a batch to this file as JSON");
+    command->add_option("--format", batch->Extension, "The asset type of several scenes exported to one folder")
+        ->default_val(".qmesh");
+    command->add_option("--result-file", request->ResultFile, "")->group("");
     command->add_option("--selection", request->Selection, "Export only these nodes, as Export Selection does");
     command->add_option("--set", request->Settings, "Change an export option for this export (Key=Value)");
     command->add_option("--anim", request->Animations,
@@ -304,11 +393,25 @@ void AddExportCommand(CLI::App& app)
                         "NAME:START-END[:loop][:type=bone|muscle|morph][:motion=xyz][:rot=x|y|z]");
     command->add_flag("--clips", request->Clips, "Export each animation clip of the scene as an animation");
     command->add_flag("--debug", request->Debug, "Write debug.txt beside the target");
+    command->add_flag("!--no-report-page", request->ReportPage, "Do not write report.html beside the target");
     command->add_flag("!--no-progress", request->Progress, "Print plain lines, no progress bar, even on a terminal");
     command->add_flag("-q,--quiet", request->Quiet, "Print only the report of issues and errors");
     command->add_option("--lightmap-png", request->LightmapPicture,
                         "Draw the lightmap atlas of each material into this PNG file (with LightmapUVs=1)");
-    command->callback([request] {
+    command->footer("Exit codes: 0 every export succeeded; 1 an export failed (in a batch: any); 2 the command "
+                    "line or a batch file is wrong.");
+    command->callback([request, batch] {
+        if (batch->Scenes.size() != 1 || !batch->File.empty() || !batch->Options.JsonPath.empty()) {
+            const int code = RunBatchCommand(*request, *batch, stdout, stderr);
+            if (code == 0)
+                throw CLI::Success();
+            throw CLI::RuntimeError(code);
+        }
+        request->Scene = batch->Scenes.front();
+        if (request->Target.empty()) {
+            std::fputs("kestrel export: --output is required\n", stderr);
+            throw CLI::RuntimeError(2);
+        }
         const int code = RunExport(*request, [](const std::string& path) { return ImportScene(path); }, stdout, stderr);
         // The exit code travels through CLI11's own exit path, so that main stays one dispatch.
         if (code == 0)

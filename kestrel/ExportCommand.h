@@ -1,9 +1,10 @@
 #pragma once
 // "kestrel export SCENE -o TARGET [--selection NODE...] [--set Key=Value...] [--anim ENTRY...]
-// [--clips] [--debug] [--no-progress] [--quiet] [--lightmap-png PICTURE]": loads the scene into the Maya stand-in, loads the
-// plug-in through the host and runs the translator of the target's format in batch mode, as
-// Maya's export-all or export-selection would; then, if asked, draws the target's lightmap
-// atlases.
+// [--clips] [--debug] [--no-progress] [--quiet] [--no-report-page] [--lightmap-png PICTURE]": loads
+// the scene into the Maya stand-in, loads the plug-in through the host and runs the translator of
+// the target's format in batch mode, as Maya's export-all or export-selection would; then writes
+// the report page and, if asked, draws the target's lightmap atlases. Several scenes, or
+// "--batch FILE", run as a batch of export processes (BatchExport.h).
 
 #include "importers/ImportResult.h"
 
@@ -35,8 +36,12 @@ struct ExportRequest {
     bool Progress = true;
     // Only the report of issues and errors is printed.
     bool Quiet = false;
+    // "report.html" beside the target.
+    bool ReportPage = true;
     // Native path of the picture of the lightmap atlas; empty draws none.
     std::string LightmapPicture;
+    // Native path that gets "triangles issues" of the export, for a batch run to gather.
+    std::string ResultFile;
 };
 
 // Replaces the stand-in's scene by the file's (a system path).

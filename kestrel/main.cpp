@@ -4,6 +4,7 @@
 #include "kestrel/ExportCommand.h"
 #include "kestrel/ImportCommand.h"
 #include "kestrel/InfoCommand.h"
+#include "kestrel/PreviewCommand.h"
 #include "kestrel/OptionsCommand.h"
 
 #include "base/Version.h"
@@ -97,11 +98,18 @@ int main(int argc, char** argv)
     info->add_option("FILE", infoFile, "The file to describe")->required();
 
     AddExportCommand(app);
+    AddPreviewCommand(app);
     AddImportCommand(app);
     Desktop desktop(argv[0]);
     AddOptionsCommand(app, [&desktop] { return desktop.Open(); });
 
-    CLI11_PARSE(app, argc, argv);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        const int code = app.exit(error);
+        // The commands' own exit codes pass through; a command line the parser refused is a usage error.
+        return code == 0 || dynamic_cast<const CLI::RuntimeError*>(&error) ? code : 2;
+    }
     if (info->parsed())
         return RunInfo(infoFile, stdout, stderr);
     std::fputs(app.help().c_str(), stdout);

@@ -9,7 +9,8 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev libmeshoptimizer-dev
   libqhull-dev
   qt6-base-dev
-  libeigen3-dev zlib1g-dev
+  libeigen3-dev zlib1g-dev libstb-dev
+  chromium
   locales
 )
 

@@ -1,6 +1,8 @@
 // "kestrel export" run in-process: the scene loader is handed in, the terminal is a temporary file.
 
 #include "kestrel/ExportCommand.h"
+#include "kestrel/PreviewCommand.h"
+#include "preview/RenderPreview.h"
 #include "kestrel/InfoCommand.h"
 #include "kestrel/ImportCommand.h"
 
@@ -29,6 +31,8 @@
 #include <maya/MPoint.h>
 #include <standin/SceneBuilder.h>
 
+#include <tinyxml2.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -48,6 +52,7 @@
 #include <vector>
 
 using ::testing::HasSubstr;
+using ::testing::Not;
 using ::testing::Not;
 
 namespace {
@@ -108,6 +113,45 @@ ImportResult LoadCubesWithMissingTexture(const std::string& scene)
     ImportResult result = LoadTwoCubes(scene);
     standin::CreateFileTexture("bark", "/nowhere/bark.tga", "nearStone.color");
     return result;
+}
+
+// An uncompressed 24-bit TGA of 2 x 2 pixels, stored bottom row first as blue, green, red.
+std::string TwoByTwoTga()
+{
+    std::string tga(18, '\0');
+    tga[2] = 2;
+    tga[12] = 2;
+    tga[14] = 2;
+    tga[16] = 24;
+    return tga + std::string("\xff\0\0" "\0\xff\0" "\0\0\xff" "\xff\xff\xff", 12);
+}
+
+std::string FromBase64(std::string_view text)
+{
+    const std::string digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string bytes;
+    uint32_t bits = 0;
+    int count = 0;
+    for (const char c : text) {
+        const size_t digit = digits.find(c);
+        if (digit == std::string::npos)
+            break;
+        bits = (bits << 6) | static_cast<uint32_t>(digit);
+        if ((count += 6) >= 8) {
+            count -= 8;
+            bytes += static_cast<char>((bits >> count) & 0xff);
+        }
+    }
+    return bytes;
+}
+
+void CollectElements(const tinyxml2::XMLElement* element, const char* name, std::vector<const tinyxml2::XMLElement*>& found)
+{
+    for (; element; element = element->NextSiblingElement()) {
+        if (std::string_view(element->Name()) == name)
+            found.push_back(element);
+        CollectElements(element->FirstChildElement(), name, found);
+    }
 }
 
 // Loads through the importers, as the command line does.
@@ -347,6 +391,151 @@ INSTANTIATE_TEST_SUITE_P(
         BadEntry {"walk:1-9:type=dance", "'type=dance': the type is bone, muscle or morph"},
         BadEntry {"walk:1-9:rot=xy", "'rot=xy': rot names one axis: x, y or z"},
         BadEntry {"smile:4-4:type=morph:loop", "a morph target is one pose and cannot loop"}));
+
+TEST_F(ExportCommand, ReportPageShowsTheIssuesWithWhatTheyNameTheTexturesAndAPreviewThatDecodes)
+{
+    std::filesystem::create_directories(Native("src"));
+    std::ofstream(Native("src/wood.tga"), std::ios::binary) << TwoByTwoTga();
+    const std::string wood = Native("src/wood.tga").string();
+    const SceneLoader scene = [&](const std::string& path) {
+        ImportResult result = LoadCubesWithMissingTexture(path);
+        standin::CreateFileTexture("wood", wood, "farStone.color");
+        return result;
+    };
+    ASSERT_EQ(Run(Request("page/level.qmesh"), scene), 0) << Err;
+
+    tinyxml2::XMLDocument page;
+    const std::string html = Read("page/report.html");
+    ASSERT_EQ(page.Parse(html.c_str(), html.size()), tinyxml2::XML_SUCCESS) << page.ErrorStr();
+    std::vector<const tinyxml2::XMLElement*> items;
+    CollectElements(page.RootElement(), "li", items);
+    ASSERT_EQ(items.size(), 1u);
+    EXPECT_EQ(std::string(items[0]->GetText()), "'/nowhere/bark.tga' to '" + Native("page/Textures/bark.tga").string() + "'");
+    EXPECT_THAT(html, HasSubstr("<b>error</b>: Could not copy file"));
+    EXPECT_THAT(html, HasSubstr("<p>The following files could not be copied:</p>"));
+    EXPECT_THAT(html, HasSubstr("<b>nearStone</b><br/>Textures/bark.tga</div>"));
+
+    std::vector<const tinyxml2::XMLElement*> pictures;
+    CollectElements(page.RootElement(), "img", pictures);
+    std::map<std::string, std::string> pngs;
+    for (const tinyxml2::XMLElement* picture : pictures)
+        pngs[picture->Attribute("alt")] = FromBase64(std::string_view(picture->Attribute("src")).substr(22));
+    ASSERT_EQ(pngs.size(), 2u);
+    for (const auto& [alt, png] : pngs) {
+        std::ofstream(Native("decoded.png"), std::ios::binary | std::ios::trunc) << png;
+        RgbImage image;
+        std::string error;
+        ASSERT_TRUE(DecodeImageFile(Native("decoded.png").string(), image, error)) << alt << ": " << error;
+        if (alt == "Textures/wood.tga")
+            EXPECT_EQ(image.Rgb, std::vector<uint8_t>({255, 0, 0, 255, 255, 255, 0, 0, 255, 0, 255, 0})) << alt;
+        else
+            EXPECT_EQ(std::make_pair(alt, image.Width), std::make_pair(std::string("Preview of the asset"), 640));
+    }
+
+    ExportRequest quiet = Request("page/level.qmesh");
+    quiet.ReportPage = false;
+    std::filesystem::remove(Native("page/report.html"));
+    EXPECT_EQ(Run(quiet, scene), 0);
+    EXPECT_FALSE(std::filesystem::exists(Native("page/report.html")));
+}
+
+// Chromium as Debian ships it, started bare: no network, no profile of the user's.
+TEST_F(ExportCommand, ReportPageLoadsInAHeadlessBrowserWithoutConsoleErrorsAndShowsThePreview)
+{
+    if (!std::filesystem::exists("/usr/bin/chromium"))
+        GTEST_SKIP() << "chromium is not installed";
+    ExportRequest request = Request("crate/crate.qmesh");
+    request.Scene = KESTREL_SOURCE_DIR "/examples/crate/crate.obj";
+    ASSERT_EQ(Run(request, ImportFromFile), 0) << Err;
+
+    const std::string command =
+        "timeout 120 /usr/bin/chromium --headless --no-sandbox --disable-gpu --disable-quic --no-first-run "
+        "--disable-background-networking --disable-component-update --disable-sync --hide-scrollbars "
+        "--force-device-scale-factor=1 --window-size=1000,1400 --enable-logging=stderr --v=0 --user-data-dir='" +
+        Native("profile").string() + "' --screenshot='" + Native("shot.png").string() + "' 'file://" +
+        Native("crate/report.html").string() + "' >'" + Native("browser.log").string() + "' 2>&1";
+    ASSERT_EQ(std::system(command.c_str()), 0) << Read("browser.log");
+    EXPECT_THAT(Read("browser.log"), Not(HasSubstr("CONSOLE")));
+
+    const std::string html = Read("crate/report.html");
+    const size_t data = html.find("alt=\"Preview of the asset\" src=\"data:image/png;base64,");
+    ASSERT_NE(data, std::string::npos);
+    std::ofstream(Native("preview.png"), std::ios::binary) << FromBase64(std::string_view(html).substr(html.find(',', data) + 1));
+    RgbImage preview;
+    RgbImage shot;
+    std::string error;
+    ASSERT_TRUE(DecodeImageFile(Native("preview.png").string(), preview, error)) << error;
+    ASSERT_TRUE(DecodeImageFile(Native("shot.png").string(), shot, error)) << error;
+    // A row of the preview's middle, pixel for pixel somewhere on the screen.
+    const size_t run = 64;
+    const size_t rowStart = (static_cast<size_t>(preview.Height / 2) * static_cast<size_t>(preview.Width) +
+                             static_cast<size_t>(preview.Width / 2) - run / 2) * 3;
+    const std::string_view needle(reinterpret_cast<const char*>(&preview.Rgb[rowStart]), run * 3);
+    bool shown = false;
+    for (int y = 0; y < shot.Height && !shown; ++y) {
+        const std::string_view row(reinterpret_cast<const char*>(&shot.Rgb[static_cast<size_t>(y) * static_cast<size_t>(shot.Width) * 3]),
+                                   static_cast<size_t>(shot.Width) * 3);
+        for (size_t at = row.find(needle); at != std::string_view::npos && !shown; at = row.find(needle, at + 1))
+            shown = at % 3 == 0;
+    }
+    EXPECT_TRUE(shown);
+}
+
+TEST_F(ExportCommand, PreviewOfTheExampleAssetsFillsThePictureAndTurnsWithTheAngle)
+{
+    const PreviewMesh nothing;
+    const RgbImage background = RenderPreview(nothing, PreviewView {});
+    for (const char* target : {"crate/crate.qmesh", "pillar/pillar.model"}) {
+        SCOPED_TRACE(target);
+        const std::string name = std::filesystem::path(target).stem().string();
+        ExportRequest request = Request(target);
+        request.Scene = KESTREL_SOURCE_DIR "/examples/" + name + "/" + name + ".obj";
+        ASSERT_EQ(Run(request, ImportFromFile), 0) << Err;
+        std::vector<RgbImage> pictures;
+        for (const char* angle : {"35,25", "125,-10"}) {
+            PreviewRequest preview {Native(target).string(), Native(name + ".png").string(), "640x480", angle};
+            std::FILE* out = std::tmpfile();
+            EXPECT_EQ(RunPreview(preview, out, stderr), 0);
+            std::fclose(out);
+            RgbImage picture;
+            std::string error;
+            ASSERT_TRUE(DecodeImageFile(preview.Picture, picture, error)) << error;
+            ASSERT_EQ(picture.Rgb.size(), background.Rgb.size());
+            pictures.push_back(std::move(picture));
+        }
+        const auto differing = [](const RgbImage& a, const RgbImage& b) {
+            size_t count = 0;
+            for (size_t pixel = 0; pixel < a.Rgb.size(); pixel += 3)
+                count += !std::equal(&a.Rgb[pixel], &a.Rgb[pixel] + 3, &b.Rgb[pixel]);
+            return static_cast<double>(count) / static_cast<double>(a.Rgb.size() / 3);
+        };
+        const double covered = differing(pictures[0], background);
+        EXPECT_GT(covered, 0.10);
+        EXPECT_LT(covered, 0.90);
+        EXPECT_GT(differing(pictures[0], pictures[1]), 0.05);
+    }
+}
+
+TEST(PreviewCommand, RefusesWhatItCannotReadWithTheReason)
+{
+    const auto refusal = [](const PreviewRequest& request, int code) {
+        std::FILE* err = std::tmpfile();
+        EXPECT_EQ(RunPreview(request, stdout, err), code);
+        std::string text(256, '\0');
+        std::rewind(err);
+        text.resize(std::fread(text.data(), 1, text.size(), err));
+        std::fclose(err);
+        return text;
+    };
+    EXPECT_EQ(refusal({"a.qmesh", "a.png", "640", "35"}, 2),
+              "kestrel preview: --size '640' is not WIDTHxHEIGHT between 16 and 8192\n");
+    EXPECT_EQ(refusal({"a.qmesh", "a.png", "640x480", "35,up"}, 2),
+              "kestrel preview: --angle '35,up' is not YAW or YAW,PITCH in degrees\n");
+    EXPECT_EQ(refusal({"level.obj", "a.png", "640x480", "35"}, 1),
+              "kestrel preview: 'level.obj': only .qmesh and .model files can be drawn\n");
+    EXPECT_THAT(refusal({"/nowhere/a.model", "a.png", "640x480", "35"}, 1),
+                HasSubstr("kestrel preview: '/nowhere/a.model': Failed to open file"));
+}
 
 TEST_F(ExportCommand, LightmapPictureIsDrawnForEachMaterialOfTheAtlas)
 {
