@@ -2,6 +2,7 @@
 // formats whatever the locale, unique IDs, and reading files back.
 
 #include "TempDirectory.h"
+#include "tests/ScopedLocale.h"
 
 #include "formats/PrefabShapes.h"
 #include "formats/PrefabXml.h"
@@ -11,7 +12,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <regex>
 
 namespace {
@@ -145,21 +145,6 @@ INSTANTIATE_TEST_SUITE_P(
                    {"BoxSizeX", "BoxSizeY", "BoxSizeZ", "SubDivX", "SubDivY", "SubDivZ"}},
         ClassCase {"CameraPositionShape", "Shape007", {}}),
     [](const ::testing::TestParamInfo<ClassCase>& param) { return std::string(param.param.ClassName); });
-
-// Restores the process locale when a test leaves, also after a failed assertion.
-class ScopedLocale {
-public:
-    explicit ScopedLocale(const char* name) : m_previous(std::setlocale(LC_ALL, nullptr))
-    {
-        m_active = std::setlocale(LC_ALL, name) != nullptr;
-    }
-    ~ScopedLocale() { std::setlocale(LC_ALL, m_previous.c_str()); }
-    bool IsActive() const { return m_active; }
-
-private:
-    std::string m_previous;
-    bool m_active = false;
-};
 
 VMLight SpotLight()
 {

@@ -3,10 +3,10 @@
 #include "model/VMModel.h"
 
 #include "WorldBuilder.h"
+#include "tests/ScopedLocale.h"
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <string>
 
 namespace {
@@ -70,11 +70,10 @@ TEST(DumpSceneTest, AWorldDumpsItsRecordsByListPositionWithADecimalPointInAnyLoc
 {
     VMWorld world;
     EXPECT_EQ(DumpScene(SmallWorld(world)), SmallWorldDump);
-    if (std::setlocale(LC_ALL, "de_DE.utf8") == nullptr)
+    const ScopedLocale german("de_DE.UTF-8");
+    if (!german.IsActive())
         GTEST_SKIP() << "no German locale installed";
-    const std::string dump = DumpScene(world);
-    std::setlocale(LC_ALL, "C");
-    EXPECT_EQ(dump, SmallWorldDump);
+    EXPECT_EQ(DumpScene(world), SmallWorldDump);
 }
 
 TEST(DumpSceneTest, AModelDumpsInfluencesFacesAndBones)

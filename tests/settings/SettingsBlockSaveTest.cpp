@@ -1,10 +1,10 @@
 #include "settings/SettingsBlock.h"
 
 #include "DebugCapture.h"
+#include "tests/ScopedLocale.h"
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cstdio>
 #include <string>
 
@@ -16,21 +16,6 @@ VExportOptions DefaultsFor(int formatKind)
     SetExportOptionDefaults(options, ExportOptionDefaults {.FormatKind = formatKind});
     return options;
 }
-
-// Restores the process locale when a test leaves, also after a failed assertion.
-class ScopedLocale {
-public:
-    explicit ScopedLocale(const char* name) : m_previous(std::setlocale(LC_ALL, nullptr))
-    {
-        m_active = std::setlocale(LC_ALL, name) != nullptr;
-    }
-    ~ScopedLocale() { std::setlocale(LC_ALL, m_previous.c_str()); }
-    bool IsActive() const { return m_active; }
-
-private:
-    std::string m_previous;
-    bool m_active = false;
-};
 
 } // namespace
 

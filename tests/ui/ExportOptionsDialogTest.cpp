@@ -7,10 +7,10 @@
 
 #include "DialogScript.h"
 #include "TempSettings.h"
+#include "tests/ScopedLocale.h"
 
 #include <gmock/gmock.h>
 
-#include <clocale>
 #include <memory>
 
 namespace oc = OptionsControl;
@@ -63,26 +63,12 @@ private:
     std::unique_ptr<ExportOptionsDialog> m_dialog;
 };
 
-// The process locale would write "1,000" and read "0,5" as 0; the dialog must do neither.
-class CommaLocale {
-public:
-    CommaLocale() : m_previous(std::setlocale(LC_ALL, nullptr))
-    {
-        m_active = std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr;
-    }
-    ~CommaLocale() { std::setlocale(LC_ALL, m_previous.c_str()); }
-    bool Active() const { return m_active; }
-
-private:
-    std::string m_previous;
-    bool m_active = false;
-};
-
 } // namespace
 
 TEST_F(OptionsDialogTest, MeshDialogShowsTheRecordWithDecimalPointsUnderACommaLocale)
 {
-    CommaLocale locale;
+    // The process locale would write "1,000" and read "0,5" as 0; the dialog must do neither.
+    const ScopedLocale locale("de_DE.UTF-8");
     Options.LightMapStretchFactor = 0.25f;
     ExportOptionsDialog& dialog = Open(kFormatKindStatic);
 
@@ -106,7 +92,7 @@ TEST_F(OptionsDialogTest, MeshDialogShowsTheRecordWithDecimalPointsUnderACommaLo
     ASSERT_TRUE(dialog.Ended());
     EXPECT_EQ(dialog.Result(), 1);
     EXPECT_FLOAT_EQ(Options.MeshFactor, 0.5f);
-    if (!locale.Active())
+    if (!locale.IsActive())
         GTEST_SKIP() << "no de_DE locale here: the numbers were only checked under the C locale";
 }
 
