@@ -44,6 +44,13 @@
 
 namespace {
 
+// The log window of a quiet run: it takes every line and shows none. Having a window at all keeps
+// the export from going to look for the log viewer program, which a build machine never has.
+class SilentLogSink final : public VLogSink {
+public:
+    void Send(std::string_view) override {}
+};
+
 class PrintedReport final : public VReportView {
 public:
     PrintedReport(std::FILE* out, TerminalLogSink& log) : m_out(out), m_log(log) {}
@@ -272,10 +279,12 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
         return 2;
     }
 
-    TerminalLogSink log(out, request.Progress && isatty(fileno(out)) != 0);
+    TerminalLogSink terminal(out, request.Progress && isatty(fileno(out)) != 0);
+    SilentLogSink silent;
+    VLogSink& log = request.Quiet ? static_cast<VLogSink&>(silent) : terminal;
     TakePhaseTimes();
     const std::string scene = FromNativePath(AbsoluteNative(request.Scene));
-    SetLogSink(request.Quiet ? nullptr : &log);
+    SetLogSink(&log);
     BeginPhase("Importing");
     const ImportResult import = loadScene(scene);
     EndPhase();
@@ -302,7 +311,7 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
     store.Load();
     PosixProcessLauncher launcher;
     BatchMessageBox messageBox(out);
-    PrintedReport report(out, log);
+    PrintedReport report(out, terminal);
     PluginServices services;
     services.SettingsStore = &store;
     services.ProcessLauncher = &launcher;
@@ -327,9 +336,8 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
     LoadedPlugin plugin(services);
     if (request.Debug)
         TheApplicationSettings().DebugPrint = 1;
-    // The terminal is the log window of a batch run, whatever the user chose for Maya's; a quiet
-    // run has none.
-    SetLogSink(request.Quiet ? nullptr : &log);
+    // The terminal is the log window of a batch run, whatever the user chose for Maya's.
+    SetLogSink(&log);
     if (!plugin.Load()) {
         std::fprintf(err, "kestrel export: the plug-in did not load\n");
         return 1;
@@ -353,7 +361,7 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
     const MPxFileTranslator::FileAccessMode mode =
         selection.empty() ? MPxFileTranslator::kExportAccessMode : MPxFileTranslator::kExportActiveAccessMode;
     const MStatus status = standin::ExportFile(*translator, target, mode);
-    log.EndLine();
+    terminal.EndLine();
     if (!request.ResultFile.empty())
         WriteCounts(request.ResultFile, target, static_cast<int>(report.Shown().size()));
     if (request.ReportPage && !WriteExportReportPage(request.Scene, target, report.Shown(), error))

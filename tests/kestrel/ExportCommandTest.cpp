@@ -238,6 +238,17 @@ TEST_F(ExportCommand, ExportsTheWholeSceneAndSaysWhere)
     EXPECT_TRUE(Err.empty()) << Err;
 }
 
+// A quiet run has no log to show, so it must not go looking for the log viewer either.
+TEST_F(ExportCommand, QuietRunPrintsNeitherLogNorViewerErrors)
+{
+    ExportRequest request = Request("out/level.qmesh");
+    request.Quiet = true;
+    EXPECT_EQ(Run(request), 0);
+    EXPECT_EQ(Triangles("out/level.qmesh"), 24);
+    EXPECT_EQ(Out, "");
+    EXPECT_TRUE(Err.empty()) << Err;
+}
+
 TEST_F(ExportCommand, FiledReportIsPrinted)
 {
     EXPECT_EQ(Run(Request("out/level.qmesh"), LoadCubesWithMissingTexture), 0);
