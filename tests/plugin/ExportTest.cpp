@@ -91,13 +91,19 @@ TEST_F(StaticExport, NodeTaggedExportSkipIsLeftOut)
     EXPECT_FLOAT_EQ(mesh.Bounds.Max[0], 100.0f);
 }
 
-TEST_F(StaticExport, DoubledExtensionIsExportedUnderTheSingleOne)
+TEST_F(StaticExport, TargetNameIsSettledBeforeAnythingIsWritten)
 {
     AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+
+    EXPECT_FALSE(ExportAll("out/rock.model"));
+    EXPECT_FALSE(Has("out"));
+    EXPECT_TRUE(Report.Entries.empty());
 
     ASSERT_TRUE(ExportAll("rock.qmesh.qmesh"));
     EXPECT_TRUE(Has("rock.qmesh"));
     EXPECT_FALSE(Has("rock.qmesh.qmesh"));
+    // Without DebugPrint no trace is left beside the target.
+    EXPECT_FALSE(Has("debug.txt"));
 }
 
 TEST_F(StaticExport, MissingTargetFolderIsIssueFourWithSuccessStatus)
@@ -111,15 +117,6 @@ TEST_F(StaticExport, MissingTargetFolderIsIssueFourWithSuccessStatus)
     const VReportEntry* entry = Report.Find("Could not save file");
     ASSERT_NE(entry, nullptr);
     EXPECT_THAT(entry->Detail, HasSubstr("town.qmesh"));
-}
-
-TEST_F(StaticExport, TargetOfAnotherFormatIsRefusedWithoutWritingAnything)
-{
-    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-
-    EXPECT_FALSE(ExportAll("out/rock.model"));
-    EXPECT_FALSE(Has("out"));
-    EXPECT_TRUE(Report.Entries.empty());
 }
 
 TEST_F(StaticExport, ExportRunsTheLogLinesOfEveryPhaseInOrder)
@@ -177,15 +174,6 @@ TEST_F(StaticExport, DebugPrintTracesTheExportIntoDebugTxtBesideTheTarget)
     EXPECT_THAT(trace, HasSubstr("Export only selection\r\n"));
     EXPECT_THAT(trace, HasSubstr("Texture directory: " + SystemPath("traced/Textures") + "\\\r\n"));
     EXPECT_THAT(trace, HasSubstr("Managed to save. Now, trying to deinitialize\r\nFreeing mesh nodes...\r\nFile dir\r\n"));
-}
-
-TEST_F(StaticExport, WithoutDebugPrintNoDebugFileIsWritten)
-{
-    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-
-    std::filesystem::create_directories(Native("quiet"));
-    ASSERT_TRUE(ExportAll("quiet/town.qmesh"));
-    EXPECT_FALSE(Has("quiet/debug.txt"));
 }
 
 TEST_F(StaticExport, TexturesAreCopiedIntoTheEnclosingProject)
