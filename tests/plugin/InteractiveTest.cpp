@@ -51,32 +51,32 @@ protected:
     ScriptedDialog Dialog;
 };
 
-TEST_F(InteractiveExport, CancelledOptionsDialogWritesNothing)
+TEST_F(InteractiveExport, CancelledOptionsDialogWritesNothingAndConfirmedChoicesAreExportedAndStored)
 {
     AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
     Dialog.Confirm = false;
-
     EXPECT_FALSE(ExportAll("cancelled.qmesh"));
     EXPECT_EQ(Dialog.Shown, 1);
     EXPECT_FALSE(Has("cancelled.qmesh"));
     EXPECT_FALSE(Has("cancelled.qmesh_data"));
-}
 
-TEST_F(InteractiveExport, ConfirmedChoicesAreExportedAndStored)
-{
-    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    Dialog.Confirm = true;
     Dialog.Edit = [](VExportOptions& options) { options.ColMesh = 0; };
-
     EXPECT_TRUE(ExportAll("chosen.qmesh"));
     EXPECT_TRUE(Has("chosen.qmesh"));
     EXPECT_FALSE(Has("chosen.qcolmesh"));
     EXPECT_THAT(Read("chosen.qmesh_data/_config.Xportel"), HasSubstr("// ExportStrips : 1\r\n"));
 }
 
-TEST_F(InteractiveExport, UnregisteredMeshViewerIsReportedAndTheExportStillSucceeds)
+TEST_F(InteractiveExport, UnregisteredMeshViewerIsReportedOnlyWhenDisplayViewerIsOnAndTheExportStillSucceeds)
 {
     AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
+    Dialog.Edit = [](VExportOptions& options) { options.DisplayViewer = false; };
+    EXPECT_TRUE(ExportAll("unviewed.qmesh"));
+    for (const VMessageBoxRequest& request : MessageBoxes.Requests)
+        EXPECT_THAT(request.Text, ::testing::Not(HasSubstr("Worldlook")));
 
+    Dialog.Edit = nullptr;
     EXPECT_TRUE(ExportAll("viewed.qmesh"));
     ASSERT_FALSE(MessageBoxes.Requests.empty());
     EXPECT_EQ(MessageBoxes.Requests.back().Text,
@@ -84,27 +84,7 @@ TEST_F(InteractiveExport, UnregisteredMeshViewerIsReportedAndTheExportStillSucce
     EXPECT_TRUE(Launcher.Started.empty());
 }
 
-TEST_F(InteractiveExport, ViewerIsNotStartedWhenDisplayViewerIsOff)
-{
-    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-    Dialog.Edit = [](VExportOptions& options) { options.DisplayViewer = false; };
-
-    EXPECT_TRUE(ExportAll("unviewed.qmesh"));
-    for (const VMessageBoxRequest& request : MessageBoxes.Requests)
-        EXPECT_THAT(request.Text, ::testing::Not(HasSubstr("Worldlook")));
-}
-
-TEST_F(InteractiveExport, InteractiveReportIsShownAndNotFiled)
-{
-    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-    std::filesystem::create_directories(Native("blocked.qmesh"));
-
-    EXPECT_TRUE(ExportAll("blocked.qmesh"));
-    EXPECT_NE(Report.Find("Could not save file"), nullptr);
-    EXPECT_FALSE(Has("ErrLog.txt"));
-}
-
-TEST_F(InteractiveExport, StrippingReportsItsStatistics)
+TEST_F(InteractiveExport, StrippingStatisticsAndFailuresAreShownAndNotFiled)
 {
     AssignMaterial(AddCube("boxA", 0, 0, 0, 100), "stone");
     AssignMaterial(AddCube("boxB", 300, 0, 0, 100), "wood");
@@ -114,6 +94,11 @@ TEST_F(InteractiveExport, StrippingReportsItsStatistics)
     ASSERT_NE(entry, nullptr);
     EXPECT_EQ(entry->Detail, "Strips and lists: 2\r\nMaterials: 2\r\nVis areas: 0\r\n");
     EXPECT_EQ(entry->Severity, SeverityInformation);
+
+    std::filesystem::create_directories(Native("blocked.qmesh"));
+    EXPECT_TRUE(ExportAll("blocked.qmesh"));
+    EXPECT_NE(Report.Find("Could not save file"), nullptr);
+    EXPECT_FALSE(Has("ErrLog.txt"));
 }
 
 // "crates": two cubes 100 wide, 100 apart, in one mesh; "floor": one flat quad.
@@ -170,28 +155,21 @@ void AddSeparatePolygons(int triangles, int quads)
     AssignMaterial(standin::CreateMesh("soupShape", transform, description), "ground");
 }
 
-TEST_F(InteractiveExport, WorldOf65535VerticesRaisesNoVertexCountWarning)
+// 65535 vertices stay quiet, 65536 warn.
+class VertexCountWarning : public InteractiveExport, public ::testing::WithParamInterface<int> {};
+
+TEST_P(VertexCountWarning, StartsAt65536Vertices)
 {
-    AddSeparatePolygons(21845, 0);
     Dialog.Edit = [](VExportOptions& options) {
         options.WarnIfMoreThan64kVerts = true;
         options.ExportStrips = false;
     };
-
-    EXPECT_TRUE(ExportAll("small.qmesh"));
-    EXPECT_EQ(Report.Find("Model has more than 65536 vertices"), nullptr);
+    const int quads = GetParam();
+    AddSeparatePolygons(21845 - quads, quads);
+    EXPECT_TRUE(ExportAll("soup.qmesh"));
+    EXPECT_EQ(Report.Find("Model has more than 65536 vertices") != nullptr, quads == 1);
 }
 
-TEST_F(InteractiveExport, WorldOf65536VerticesRaisesTheVertexCountWarning)
-{
-    AddSeparatePolygons(21844, 1);
-    Dialog.Edit = [](VExportOptions& options) {
-        options.WarnIfMoreThan64kVerts = true;
-        options.ExportStrips = false;
-    };
-
-    EXPECT_TRUE(ExportAll("large.qmesh"));
-    EXPECT_NE(Report.Find("Model has more than 65536 vertices"), nullptr);
-}
+INSTANTIATE_TEST_SUITE_P(InteractiveExport, VertexCountWarning, ::testing::Values(0, 1));
 
 } // namespace
