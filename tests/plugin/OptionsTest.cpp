@@ -25,22 +25,14 @@ protected:
     }
 };
 
-TEST_F(ExportOptions, ColMeshZeroWritesNoCollisionFile)
-{
-    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-    SetOptions("// ColMesh : 0\r\n");
-
-    ASSERT_TRUE(ExportAll("nocol.qmesh"));
-    EXPECT_TRUE(Has("nocol.qmesh"));
-    EXPECT_FALSE(Has("nocol.qcolmesh"));
-    EXPECT_TRUE(Log.Has("Not saving collision file\r\n"));
-}
-
-TEST_F(ExportOptions, SecondExportStartsFromTheStoredOptions)
+TEST_F(ExportOptions, ColMeshZeroWritesNoCollisionFileAndTheNextExportStartsFromTheStoredOptions)
 {
     AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
     SetOptions("// ColMesh : 0\r\n");
     ASSERT_TRUE(ExportAll("kept.qmesh"));
+    EXPECT_TRUE(Has("kept.qmesh"));
+    EXPECT_FALSE(Has("kept.qcolmesh"));
+    EXPECT_TRUE(Log.Has("Not saving collision file\r\n"));
     EXPECT_THAT(Read("kept.qmesh_data/_config.Xportel"), HasSubstr("// ColMesh : 0\r\n"));
 
     SetOptions("");
@@ -105,23 +97,28 @@ TEST_F(ExportOptions, CenterMethodFourPutsTheWorldInTheFirstMeshsLocalSpace)
     EXPECT_NEAR(mesh.Bounds.Max[2], 100.0f, 1e-3f);
 }
 
-TEST_F(ExportOptions, WithoutVisibilityNoVisibilityLineIsLogged)
+struct BatchRefusal {
+    const char* Options;
+    const char* Message;
+};
+
+TEST_F(ExportOptions, InvalidTextureSubfolderOrStripLengthRefusesTheBatchExport)
 {
     AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-
-    ASSERT_TRUE(ExportAll("novis.qmesh"));
-    EXPECT_FALSE(Log.Has("Calculating visibility...\r\n"));
-}
-
-TEST_F(ExportOptions, InvalidTextureSubfolderRefusesTheBatchExport)
-{
-    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-    SetOptions("// TextureSubdir : C:\\textures\r\n");
-
-    EXPECT_FALSE(ExportAll("badtex.qmesh"));
-    EXPECT_FALSE(Has("badtex.qmesh"));
-    ASSERT_FALSE(MessageBoxes.Requests.empty());
-    EXPECT_THAT(MessageBoxes.Requests.back().Text, HasSubstr("not allowed to be an absolute path"));
+    for (const BatchRefusal& refusal :
+         {BatchRefusal {"// TextureSubdir : C:\\textures\r\n",
+                        "The texture subdirectory is not allowed to be an absolute path or contain '..\\'.\r\n"
+                        "Please specify just a relative subdirectory like 'textures'"},
+          BatchRefusal {"// MaxStripLength : 10001\r\n", "Error! The max strip length must be below 10000.\r\n"}}) {
+        SCOPED_TRACE(refusal.Options);
+        SetOptions(refusal.Options);
+        EXPECT_FALSE(ExportAll("refused.qmesh"));
+        EXPECT_FALSE(Has("refused.qmesh"));
+        ASSERT_FALSE(MessageBoxes.Requests.empty());
+        EXPECT_EQ(MessageBoxes.Requests.back().Text, refusal.Message);
+    }
+    SetOptions("// MaxStripLength : 10000\r\n");
+    EXPECT_TRUE(ExportAll("longest.qmesh"));
 }
 
 TEST_F(ExportOptions, BatchConfirmationStoresStripsAndTheDialogsMaterialBits)
@@ -129,31 +126,12 @@ TEST_F(ExportOptions, BatchConfirmationStoresStripsAndTheDialogsMaterialBits)
     AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
 
     ASSERT_TRUE(ExportAll("confirmed.qmesh"));
+    EXPECT_FALSE(Log.Has("Calculating visibility...\r\n"));
     const std::string stored = Read("confirmed.qmesh_data/_config.Xportel");
     EXPECT_THAT(stored, HasSubstr("// ExportStrips : 1\r\n"));
     EXPECT_THAT(stored, HasSubstr("// StripPerformance : 4\r\n"));
     // 61 less bit 5, which no check box of the dialog shows.
     EXPECT_THAT(stored, HasSubstr("// ExportMaterialSettings : 29\r\n"));
-}
-
-TEST_F(ExportOptions, MaxStripLengthAboveTenThousandRefusesTheBatchExport)
-{
-    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-    SetOptions("// MaxStripLength : 10001\r\n");
-
-    EXPECT_FALSE(ExportAll("long.qmesh"));
-    EXPECT_FALSE(Has("long.qmesh"));
-    ASSERT_FALSE(MessageBoxes.Requests.empty());
-    EXPECT_EQ(MessageBoxes.Requests.back().Text, "Error! The max strip length must be below 10000.\r\n");
-}
-
-TEST_F(ExportOptions, MaxStripLengthOfTenThousandIsAccepted)
-{
-    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-    SetOptions("// MaxStripLength : 10000\r\n");
-
-    EXPECT_TRUE(ExportAll("longest.qmesh"));
-    EXPECT_TRUE(Has("longest.qmesh"));
 }
 
 TEST_F(ExportOptions, ExtremelyLowScalingIsConfirmedByTheWarningsDefaultAnswer)
