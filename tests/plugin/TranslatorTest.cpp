@@ -24,15 +24,11 @@ std::vector<std::string> TranslatorNames()
     return names;
 }
 
-TEST_F(Translators, LoadingRegistersTheTranslatorsAndCommands)
+TEST_F(Translators, LoadingRegistersTheTranslatorsAndCommandsAndUnloadingRemovesThem)
 {
     EXPECT_THAT(TranslatorNames(),
                 ElementsAre("Zephra_Scene_Prefab", "Zephra_Static_Mesh", "Zephra_Model_File", "Tessor_Project"));
     EXPECT_THAT(standin::RegisteredCommands(), ElementsAre("ZephraNodeProperties", "ZephraPrefab"));
-}
-
-TEST_F(Translators, UnloadingRemovesThemAgain)
-{
     Stop();
     EXPECT_TRUE(standin::RegisteredTranslators().empty());
     EXPECT_TRUE(standin::RegisteredCommands().empty());
@@ -68,7 +64,7 @@ TEST(ExportTargetPath, DoubledExtensionIsCutOnce)
     EXPECT_EQ(ExportTargetPath("noextension"), "noextension");
 }
 
-TEST_F(Translators, ProjectTranslatorCreatesTheProjectAndSaysSo)
+TEST_F(Translators, ProjectTranslatorCreatesTheProjectAndSaysSoButRefusesAnExistingOne)
 {
     EXPECT_TRUE(standin::ExportFile("Tessor_Project", MayaName("game/town"), MPxFileTranslator::kExportAccessMode));
     EXPECT_TRUE(Has("game/town.project"));
@@ -76,15 +72,11 @@ TEST_F(Translators, ProjectTranslatorCreatesTheProjectAndSaysSo)
     ASSERT_EQ(MessageBoxes.Requests.size(), 1u);
     EXPECT_EQ(MessageBoxes.Requests[0].Caption, "Finished");
     EXPECT_EQ(MessageBoxes.Requests[0].Text, "Tessor project '" + MayaName("game/town") + "' created");
-}
 
-TEST_F(Translators, ProjectTranslatorRefusesAnExistingProject)
-{
-    Write("game/town.project", "");
     EXPECT_FALSE(
         standin::ExportFile("Tessor_Project", MayaName("game/town.project"), MPxFileTranslator::kExportAccessMode));
-    ASSERT_EQ(MessageBoxes.Requests.size(), 1u);
-    EXPECT_EQ(MessageBoxes.Requests[0].Text, "Tessor project '" + MayaName("game/town.project") + "' create failed");
+    ASSERT_EQ(MessageBoxes.Requests.size(), 2u);
+    EXPECT_EQ(MessageBoxes.Requests[1].Text, "Tessor project '" + MayaName("game/town.project") + "' create failed");
 }
 
 TEST_F(Translators, PrefabCommandWithoutArgumentIsAnInvalidParameter)
