@@ -55,29 +55,27 @@ protected:
 
 }
 
-TEST_F(ExportBracketTest, BeginEmptiesTheReport)
+TEST_F(ExportBracketTest, DebugFileHasItsHeaderClosesAtTheEndAndTheNextExportTruncatesIt)
 {
+    m_params.DebugPrint = true;
     m_report.AddIssue(IssueCrash, "previous export");
 
     BeginExportBracket(m_report, m_params);
-
     EXPECT_TRUE(m_report.Issues().empty());
-}
-
-TEST_F(ExportBracketTest, BeginOpensTheDebugFileWithItsHeaderLines)
-{
-    m_params.DebugPrint = true;
-
-    BeginExportBracket(m_report, m_params);
-    DebugPrint("trace\r\n");
-    CloseDebugFile();
-
+    DebugPrint("first export only\r\n");
+    EndExportBracket(m_report, m_params);
+    EXPECT_FALSE(IsDebugFileOpen());
     EXPECT_EQ(m_folder.Read("debug.txt"),
               "Opening debug file for " + m_params.TargetFile + "\r\n\r\n"
               "Exporter version: 7, 6, 3, 0\r\n"
               "Settings version: 4\r\n"
               "Maya version: 2024\r\n"
-              "trace\r\n");
+              "first export only\r\n");
+
+    BeginExportBracket(m_report, m_params);
+    ASSERT_TRUE(IsDebugFileOpen());
+    EndExportBracket(m_report, m_params);
+    EXPECT_EQ(m_folder.Read("debug.txt").find("first export only"), std::string::npos);
 }
 
 TEST_F(ExportBracketTest, WithoutDebugPrintOrTargetDirectoryNoDebugFileIsOpened)
@@ -93,47 +91,32 @@ TEST_F(ExportBracketTest, WithoutDebugPrintOrTargetDirectoryNoDebugFileIsOpened)
     EXPECT_FALSE(IsDebugFileOpen());
 }
 
-TEST_F(ExportBracketTest, ShowLogStartsTheViewerWhenNoneRunsAndLooksOnceMore)
+TEST_F(ExportBracketTest, ShowLogLooksForTheViewerAndStartsItOnlyWhenNoneRuns)
 {
-    m_params.ShowLog = true;
     bool viewerRunning = false;
     int lookups = 0;
+    int launches = 0;
     SetLogWindowLocator([&]() -> VLogSink* {
         ++lookups;
         return viewerRunning ? &m_window : nullptr;
     });
-    m_params.LaunchLogViewer = [&] { viewerRunning = true; };
+    m_params.LaunchLogViewer = [&] {
+        ++launches;
+        viewerRunning = true;
+    };
 
+    BeginExportBracket(m_report, m_params);
+    EXPECT_EQ(lookups, 0);
+
+    m_params.ShowLog = true;
     BeginExportBracket(m_report, m_params);
     LogRaw("status\r\n");
-
     EXPECT_EQ(lookups, 2);
+    EXPECT_EQ(launches, 1);
     EXPECT_EQ(m_window.Messages, (std::vector<std::string> { "status\r\n" }));
-}
-
-TEST_F(ExportBracketTest, ShowLogLeavesARunningViewerAlone)
-{
-    m_params.ShowLog = true;
-    SetLogWindowLocator([&] { return &m_window; });
-    int launches = 0;
-    m_params.LaunchLogViewer = [&] { ++launches; };
 
     BeginExportBracket(m_report, m_params);
-
-    EXPECT_EQ(launches, 0);
-}
-
-TEST_F(ExportBracketTest, WithoutShowLogTheWindowIsNotLookedFor)
-{
-    int lookups = 0;
-    SetLogWindowLocator([&] {
-        ++lookups;
-        return &m_window;
-    });
-
-    BeginExportBracket(m_report, m_params);
-
-    EXPECT_EQ(lookups, 0);
+    EXPECT_EQ(launches, 1);
 }
 
 TEST_F(ExportBracketTest, BatchEndFilesOnlyErrorsAsErrLog)
@@ -141,8 +124,11 @@ TEST_F(ExportBracketTest, BatchEndFilesOnlyErrorsAsErrLog)
     m_params.NoPrompt = true;
     BeginExportBracket(m_report, m_params);
     m_report.AddIssue(IssueTextureNotFound, "a.tga");
-    m_report.AddIssue(IssueFileNotSaved, "crate.qmesh");
+    EndExportBracket(m_report, m_params);
+    EXPECT_FALSE(m_folder.Has("ErrLog.txt"));
 
+    m_report.AddIssue(IssueTextureNotFound, "a.tga");
+    m_report.AddIssue(IssueFileNotSaved, "crate.qmesh");
     EndExportBracket(m_report, m_params);
 
     const std::vector<VReportEntry> expected {
@@ -154,17 +140,6 @@ TEST_F(ExportBracketTest, BatchEndFilesOnlyErrorsAsErrLog)
     EXPECT_EQ(m_folder.Read("ErrLog.txt"), ReportText(expected));
     EXPECT_TRUE(m_report.Entries().empty());
     EXPECT_TRUE(m_report.Issues().empty());
-}
-
-TEST_F(ExportBracketTest, BatchEndWithOnlyWarningsWritesNoErrLog)
-{
-    m_params.NoPrompt = true;
-    BeginExportBracket(m_report, m_params);
-    m_report.AddIssue(IssueTextureNotFound, "a.tga");
-
-    EndExportBracket(m_report, m_params);
-
-    EXPECT_FALSE(m_folder.Has("ErrLog.txt"));
 }
 
 TEST_F(ExportBracketTest, BatchEndOpensNoDialogAndHandsOnlyTheFiledEntriesOn)
@@ -195,27 +170,20 @@ TEST_F(ExportBracketTest, BatchEndKeepsTheLogWindowAndSendsTheClosingLine)
     EXPECT_EQ(FindLogWindow(), 0);
 }
 
-TEST_F(ExportBracketTest, InteractiveEndShowsAllSeveritiesInTheDialog)
+TEST_F(ExportBracketTest, InteractiveEndShowsAllSeveritiesInTheDialogOnlyWhenThereAreIssues)
 {
     m_params.ReportView = &m_view;
+    EndExportBracket(m_report, m_params);
+    EXPECT_TRUE(m_view.Captions.empty());
+
     m_report.AddIssue(IssueStripStatistics, "12 strips");
     m_report.AddIssue(IssueTextureNotFound, "a.tga");
-
     EndExportBracket(m_report, m_params);
 
     EXPECT_EQ(m_view.Captions, (std::vector<std::string> { "Exporter: Issues during export" }));
     EXPECT_EQ(m_view.Titles, (std::vector<std::string> { "Texture not found", "Triangle stripping and listing statistics" }));
     EXPECT_FALSE(m_folder.Has("ErrLog.txt"));
     EXPECT_TRUE(m_report.Issues().empty());
-}
-
-TEST_F(ExportBracketTest, InteractiveEndWithoutIssuesOpensNoDialog)
-{
-    m_params.ReportView = &m_view;
-
-    EndExportBracket(m_report, m_params);
-
-    EXPECT_TRUE(m_view.Captions.empty());
 }
 
 TEST_F(ExportBracketTest, InteractiveEndStartsTheViewerOnlyWhenAsked)
@@ -240,28 +208,4 @@ TEST_F(ExportBracketTest, InteractiveEndLetsTheLogViewerQuitBeforeTheClosingLine
 
     EXPECT_EQ(m_window.Messages, (std::vector<std::string> { "VGL_LOG_ENABLEQUIT", "VGL_LOG_QUIT" }));
     EXPECT_EQ(FindLogWindow(), LogWindowNotFound);
-}
-
-TEST_F(ExportBracketTest, EndClosesTheDebugFile)
-{
-    m_params.DebugPrint = true;
-    BeginExportBracket(m_report, m_params);
-    ASSERT_TRUE(IsDebugFileOpen());
-
-    EndExportBracket(m_report, m_params);
-
-    EXPECT_FALSE(IsDebugFileOpen());
-}
-
-TEST_F(ExportBracketTest, SecondExportToTheSameFolderTruncatesTheDebugFile)
-{
-    m_params.DebugPrint = true;
-    BeginExportBracket(m_report, m_params);
-    DebugPrint("first export only\r\n");
-    EndExportBracket(m_report, m_params);
-
-    BeginExportBracket(m_report, m_params);
-    EndExportBracket(m_report, m_params);
-
-    EXPECT_EQ(m_folder.Read("debug.txt").find("first export only"), std::string::npos);
 }
