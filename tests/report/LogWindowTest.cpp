@@ -22,43 +22,31 @@ protected:
 
 }
 
-TEST_F(LogWindowTest, LogPrintSendsTheFormattedTextToTheHeldWindow)
-{
-    SetLogSink(&m_window);
-
-    LogPrint("Frame: %d / %d\r\n", 3, 40);
-    LogRaw("Finished!\r\n");
-
-    EXPECT_EQ(m_window.Messages, (std::vector<std::string> { "Frame: 3 / 40\r\n", "Finished!\r\n" }));
-}
-
-TEST_F(LogWindowTest, LinesAreDroppedWhileNoWindowIsHeld)
+TEST_F(LogWindowTest, LinesReachOnlyTheHeldWindowFormattedOrForwarded)
 {
     LogPrint("Frame: %d\r\n", 1);
     LogRaw("status\r\n");
     SetLogSink(&m_window);
-    LogRaw("kept\r\n");
+    LogPrint("Frame: %d / %d\r\n", 3, 40);
+    LogRaw("Finished!\r\n");
+    LogWindowForwarder().Send("Generating triangle strips...\r\n");
 
-    EXPECT_EQ(m_window.Messages, (std::vector<std::string> { "kept\r\n" }));
+    EXPECT_EQ(m_window.Messages, (std::vector<std::string> { "Frame: 3 / 40\r\n", "Finished!\r\n",
+                                                             "Generating triangle strips...\r\n" }));
 }
 
-TEST_F(LogWindowTest, FindLogWindowAnswersNotFoundWhenNoViewerRuns)
+TEST_F(LogWindowTest, FindLogWindowHoldsTheWindowTheLocatorFindsOrAnswersNotFound)
 {
     EXPECT_EQ(FindLogWindow(), LogWindowNotFound);
     EXPECT_EQ(LogWindowNotFound, -2001);
-
     SetLogWindowLocator([] { return nullptr; });
     EXPECT_EQ(FindLogWindow(), -2001);
-}
 
-TEST_F(LogWindowTest, FindLogWindowHoldsTheWindowTheLocatorFinds)
-{
     int lookups = 0;
     SetLogWindowLocator([&] {
         ++lookups;
         return &m_window;
     });
-
     EXPECT_EQ(FindLogWindow(), 0);
     EXPECT_EQ(FindLogWindow(), 0);
     LogRaw("x");
@@ -67,58 +55,28 @@ TEST_F(LogWindowTest, FindLogWindowHoldsTheWindowTheLocatorFinds)
     EXPECT_EQ(m_window.Messages, (std::vector<std::string> { "x" }));
 }
 
-TEST_F(LogWindowTest, LogControlSendsTheQuitSwitchTexts)
+TEST_F(LogWindowTest, ControlTextsAndQuitForgetTheWindow)
 {
     SetLogSink(&m_window);
 
     LogControl(true);
     LogControl(false);
-
-    EXPECT_EQ(m_window.Messages, (std::vector<std::string> { "VGL_LOG_DISABLEQUIT", "VGL_LOG_ENABLEQUIT" }));
-}
-
-TEST_F(LogWindowTest, LogQuitSendsQuitAndForgetsTheWindow)
-{
-    SetLogSink(&m_window);
-
     LogQuit();
     LogPrint("Closing debug file for %s\r\n", "a.model");
 
-    EXPECT_EQ(m_window.Messages, (std::vector<std::string> { "VGL_LOG_QUIT" }));
+    EXPECT_EQ(m_window.Messages,
+              (std::vector<std::string> { "VGL_LOG_DISABLEQUIT", "VGL_LOG_ENABLEQUIT", "VGL_LOG_QUIT" }));
     EXPECT_EQ(FindLogWindow(), LogWindowNotFound);
 }
 
-TEST_F(LogWindowTest, TextOfFullProtocolLengthIsSentWhole)
+TEST_F(LogWindowTest, TextIsSentWholeUpToTheProtocolLengthAndCutBeyond)
 {
     SetLogSink(&m_window);
-    const std::string text(32767, 'a');
+    const std::string whole(32767, 'a');
 
-    LogRaw(text);
+    LogRaw(whole);
+    LogRaw(whole + "bc");
+    LogPrint("%s", (whole + "bc").c_str());
 
-    ASSERT_EQ(m_window.Messages.size(), 1u);
-    EXPECT_EQ(m_window.Messages[0], text);
-}
-
-TEST_F(LogWindowTest, LongerTextIsCutToWhatTheProtocolCarries)
-{
-    SetLogSink(&m_window);
-    std::string text(32767, 'a');
-    text += "bc";
-
-    LogRaw(text);
-    LogPrint("%s", text.c_str());
-
-    ASSERT_EQ(m_window.Messages.size(), 2u);
-    EXPECT_EQ(m_window.Messages[0], std::string(32767, 'a'));
-    EXPECT_EQ(m_window.Messages[1], std::string(32767, 'a'));
-}
-
-TEST_F(LogWindowTest, ForwarderPassesMessagesOnToTheLogWindow)
-{
-    SetLogSink(&m_window);
-    LogWindowForwarder forwarder;
-
-    forwarder.Send("Generating triangle strips...\r\n");
-
-    EXPECT_EQ(m_window.Messages, (std::vector<std::string> { "Generating triangle strips...\r\n" }));
+    EXPECT_EQ(m_window.Messages, (std::vector<std::string> { whole, whole, whole }));
 }
