@@ -36,31 +36,17 @@ TEST(ReportText, WritesSeverityTitleExplanationAndDetailOfEachEntry)
     EXPECT_EQ(ReportText(TwoEntries()), expected);
 }
 
-TEST(ReportText, PutsTheHeaderAndABlankLineFirst)
+TEST(ReportText, HeaderFirstUnknownSeveritiesNamedLatin1KeptAndNothingWithoutEntries)
 {
-    const std::vector<VReportEntry> entries { { "T", "E", "D", SeverityInformation } };
-    EXPECT_EQ(ReportText(entries, "Export of a.qmesh"),
+    EXPECT_EQ(ReportText({ { "T", "E", "D", SeverityInformation } }, "Export of a.qmesh"),
               "Export of a.qmesh\r\n\r\n"
               "Information:\r\nT\r\nE\r\nD\r\n\r\n");
-}
-
-TEST(ReportText, NamesAnyOtherSeverityAsUnknownType)
-{
-    const std::vector<VReportEntry> entries { { "T", "E", "D", 7 }, { "U", "F", "G", -1 } };
-    EXPECT_EQ(ReportText(entries),
+    EXPECT_EQ(ReportText({ { "T", "E", "D", 7 }, { "U", "F", "G", -1 } }),
               "*** UNKNOWN TYPE ***:\r\nT\r\nE\r\nD\r\n\r\n"
               "*** UNKNOWN TYPE ***:\r\nU\r\nF\r\nG\r\n\r\n");
-}
-
-TEST(ReportText, IsEmptyWithoutEntriesEvenWithAHeader)
-{
+    EXPECT_EQ(ReportText({ { "T", "E", "M\xFC" "ller.tga\r\n", SeverityWarning } }),
+              "Warning:\r\nT\r\nE\r\nM\xFC" "ller.tga\r\n\r\n\r\n");
     EXPECT_EQ(ReportText({}, "header"), "");
-}
-
-TEST(ReportText, CopiesLatin1BytesUnchanged)
-{
-    const std::vector<VReportEntry> entries { { "T", "E", "M\xFC" "ller.tga\r\n", SeverityWarning } };
-    EXPECT_EQ(ReportText(entries), "Warning:\r\nT\r\nE\r\nM\xFC" "ller.tga\r\n\r\n\r\n");
 }
 
 TEST(WriteReportToFile, WritesTheFinalisedReportByteForByte)
@@ -104,24 +90,17 @@ TEST(WriteReportToFile, ReplacesAnExistingFile)
     EXPECT_EQ(folder.Read("ErrLog.txt"), ReportText(report.Entries(), "second"));
 }
 
-TEST(WriteReportToFile, WritesNothingWithoutEntries)
+TEST(WriteReportToFile, WritesNothingWithoutEntriesAndAnswersFalseWithoutTheFolder)
 {
     TempFolder folder;
     KestrelReportMessage report;
     report.AddIssue(IssueTextureNotFound, "a.tga");
     report.Finalize(SeverityError);
-
     EXPECT_TRUE(report.WriteReportToFile(folder.SystemPath() + "ErrLog.txt", "header"));
     EXPECT_FALSE(folder.Has("ErrLog.txt"));
-}
 
-TEST(WriteReportToFile, AnswersFalseWhenTheFolderDoesNotExist)
-{
-    TempFolder folder;
-    KestrelReportMessage report;
     report.AddIssue(IssueCrash, "Export");
     report.Finalize(0);
-
     EXPECT_FALSE(report.WriteReportToFile(folder.SystemPath() + "missing\\ErrLog.txt"));
     EXPECT_FALSE(folder.Has("missing"));
 }
