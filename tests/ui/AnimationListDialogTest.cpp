@@ -275,21 +275,3 @@ INSTANTIATE_TEST_SUITE_P(Fields, AnimationEntryRefusal, ::testing::Values(
     EntryRefusal {"NegativeStart", ec::RangeStart, "-1", "The range must start at frame 0 or later"},
     EntryRefusal {"EndBeforeStart", ec::RangeEnd, "-2", "The range must not end before it starts"}),
     [](const auto& test) { return test.param.Name; });
-
-TEST(CheckAnimationNames, NamesDifferingOnlyInCaseAreDuplicates)
-{
-    VAnimationTable animations;
-    ScriptedMessageBox boxes;
-    for (const char* name : {"Idle", "Walk"}) {
-        VAnimationDescription entry;
-        entry.Name = name;
-        animations.Add(entry);
-    }
-    EXPECT_TRUE(CheckAnimationNames(animations, boxes));
-    VAnimationDescription walk;
-    walk.Name = "walk";
-    animations.Add(walk);
-    EXPECT_FALSE(CheckAnimationNames(animations, boxes));
-    ASSERT_EQ(boxes.Requests.size(), 1u);
-    EXPECT_EQ(boxes.Requests[0].Buttons, VMessageBoxButtons::OkCancel);
-}
