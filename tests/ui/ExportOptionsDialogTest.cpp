@@ -96,11 +96,15 @@ TEST_F(OptionsDialogTest, MeshDialogShowsTheRecordWithDecimalPointsUnderACommaLo
         GTEST_SKIP() << "no de_DE locale here: the numbers were only checked under the C locale";
 }
 
-TEST_F(OptionsDialogTest, ConfirmingTheMeshDialogStoresStripsAndOnlyTheShownMaterialBits)
+TEST_F(OptionsDialogTest, ConfirmingTheMeshDialogStoresStripsLimitsAndOnlyTheShownMaterialBits)
 {
     ExportOptionsDialog& dialog = Open(kFormatKindStatic);
     Options.ExportStrips = false;
     Options.DoLighting = true;
+    Type(dialog, oc::MaxStripLength, "10000");
+    Type(dialog, oc::Tolerance, "-0.5");
+    Choose(dialog, oc::LightmapUVs, 1);
+    Type(dialog, oc::LightmapStretch, "3");
 
     dialog.Command(oc::Save);
     EXPECT_EQ(dialog.Result(), 1);
@@ -110,6 +114,10 @@ TEST_F(OptionsDialogTest, ConfirmingTheMeshDialogStoresStripsAndOnlyTheShownMate
     EXPECT_EQ(Options.ExportMaterialSettings, 29);
     EXPECT_EQ(dialog.TextureDirectory(), "\\work\\Textures\\");
     EXPECT_TRUE(Boxes.Requests.empty());
+    // The largest strip length is accepted, a negative tolerance becomes zero, the stretch is capped.
+    EXPECT_EQ(Options.MaxStripLength, 10000);
+    EXPECT_EQ(Options.EpsVert, 0.0f);
+    EXPECT_EQ(Options.LightMapStretchFactor, 1.0f);
 }
 
 TEST_F(OptionsDialogTest, BlendThresholdIsShownInPercentAndStoredAsAFraction)
@@ -174,21 +182,6 @@ INSTANTIATE_TEST_SUITE_P(Fields, OptionsRefusal, ::testing::Values(
     RefusalCase {"NumberWithUnit", kFormatKindModel, oc::RotateYaw, "90deg", "Error",
                  "'90deg' is not a number.\r\nPlease enter a number."}),
     [](const auto& test) { return test.param.Name; });
-
-TEST_F(OptionsDialogTest, LargestStripLengthIsAcceptedAndNegativeTolerancesBecomeZero)
-{
-    ExportOptionsDialog& dialog = Open(kFormatKindStatic);
-    Type(dialog, oc::MaxStripLength, "10000");
-    Type(dialog, oc::Tolerance, "-0.5");
-    Choose(dialog, oc::LightmapUVs, 1);
-    Type(dialog, oc::LightmapStretch, "3");
-
-    dialog.Command(oc::Save);
-    EXPECT_EQ(dialog.Result(), 1);
-    EXPECT_EQ(Options.MaxStripLength, 10000);
-    EXPECT_EQ(Options.EpsVert, 0.0f);
-    EXPECT_EQ(Options.LightMapStretchFactor, 1.0f);
-}
 
 TEST_F(OptionsDialogTest, ExtremelyLowScalingAnsweredNoKeepsTheDialogOpenWithZeroInTheRecord)
 {
@@ -281,7 +274,8 @@ TEST_F(OptionsDialogTest, RootBoneListRunsFromTheLastRootToTheFirst)
 TEST_F(OptionsDialogTest, DuplicateAnimationNamesRefuseTheModelDialog)
 {
     ExportOptionsDialog& dialog = Open(kFormatKindModel);
-    for (const char* name : {"Walk", "Run", "walk"}) {
+    // "Run" first: two names that differ in more than case are no duplicates.
+    for (const char* name : {"Run", "Walk", "walk"}) {
         VAnimationDescription entry;
         entry.Name = name;
         Animations.Add(entry);
@@ -292,6 +286,7 @@ TEST_F(OptionsDialogTest, DuplicateAnimationNamesRefuseTheModelDialog)
     EXPECT_EQ(dialog.Focus(), oc::AddAnimations);
     ASSERT_EQ(Boxes.Requests.size(), 1u);
     EXPECT_EQ(Boxes.Requests[0].Caption, "Duplicate animation found");
+    EXPECT_EQ(Boxes.Requests[0].Buttons, VMessageBoxButtons::OkCancel);
     EXPECT_EQ(Boxes.Requests[0].Text,
               "You have two animations named [Walk].\nPlease, make sure that all animations\nhave unique names.\n");
 }
