@@ -96,9 +96,12 @@ TEST_F(NodePropertiesCommand, BitmaskEditorNamesTheBitsFromTheInstallationFolder
     EXPECT_EQ(IntAttribute("CollisionFlags", hidden), 15);
 }
 
-TEST_F(NodePropertiesCommand, ASelectedShapeIsRefusedAndWithoutAViewNothingIsWritten)
+TEST_F(NodePropertiesCommand, ASelectedShapeOrTwoNodesAreRefusedAndWithoutAViewNothingIsWritten)
 {
     standin::Select({standin::PathTo("boxAShape")});
+    EXPECT_FALSE(standin::RunCommand("ZephraNodeProperties", {}));
+    AddCube("boxB", 2, 0, 0, 1);
+    standin::Select({standin::PathTo("boxA"), standin::PathTo("boxB")});
     EXPECT_FALSE(standin::RunCommand("ZephraNodeProperties", {}));
 
     Stop();
