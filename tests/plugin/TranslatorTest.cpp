@@ -85,17 +85,6 @@ TEST_F(Translators, PrefabCommandWithoutArgumentIsAnInvalidParameter)
     EXPECT_EQ(standin::RunCommand("ZephraPrefab", {"-unknown"}).statusCode(), MS::kSuccess);
 }
 
-TEST_F(Translators, NodePropertiesNeedsExactlyOneSelectedMesh)
-{
-    AddCube("boxA", 0, 0, 0, 1);
-    AddCube("boxB", 2, 0, 0, 1);
-    standin::Select({standin::PathTo("boxA"), standin::PathTo("boxB")});
-    EXPECT_FALSE(standin::RunCommand("ZephraNodeProperties", {}));
-
-    standin::Select({standin::PathTo("boxA")});
-    EXPECT_TRUE(standin::RunCommand("ZephraNodeProperties", {}));
-}
-
 TEST(TotalTimeLine, CountsWholeMinutesAndTheSecondsLeft)
 {
     EXPECT_EQ(TotalTimeLine(125400), "Total time taken : 2 minutes, 5 seconds\r\n");
