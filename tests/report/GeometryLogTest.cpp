@@ -21,16 +21,19 @@ protected:
 
 }
 
-TEST_F(GeometryLogTest, InstalledSinkReceivesTheFormattedLine)
+TEST_F(GeometryLogTest, InstalledSinkReceivesTheFormattedLinesUntilRemoved)
 {
     RecordingLogSink sink;
     SetGeometryLogSink(&sink);
 
     GeometryLog("AdjustTri: Merging Vertices (%d / %d)\r\n", 4096, 10000);
     GeometryLog("%i stray vertices removed\r\n", 7);
+    SetGeometryLogSink(nullptr);
+    GeometryLog("two\r\n");
 
     EXPECT_EQ(sink.Messages,
               (std::vector<std::string> { "AdjustTri: Merging Vertices (4096 / 10000)\r\n", "7 stray vertices removed\r\n" }));
+    EXPECT_EQ(GeometryLogSink(), nullptr);
 }
 
 TEST_F(GeometryLogTest, DoesNotFormatWithoutASink)
@@ -50,19 +53,7 @@ TEST_F(GeometryLogTest, DoesNotFormatWithoutASink)
     munmap(unreadable, static_cast<size_t>(pageSize));
 }
 
-TEST_F(GeometryLogTest, RemovingTheSinkStopsTheLines)
-{
-    RecordingLogSink sink;
-    SetGeometryLogSink(&sink);
-    GeometryLog("one\r\n");
-    SetGeometryLogSink(nullptr);
-    GeometryLog("two\r\n");
-
-    EXPECT_EQ(sink.Messages, (std::vector<std::string> { "one\r\n" }));
-    EXPECT_EQ(GeometryLogSink(), nullptr);
-}
-
-TEST_F(GeometryLogTest, ScopedSinkPutsThePreviousSinkBack)
+TEST_F(GeometryLogTest, ScopedSinkPutsThePreviousSinkBackEvenWhenAnExceptionLeavesTheScope)
 {
     RecordingLogSink outer;
     RecordingLogSink inner;
@@ -72,19 +63,13 @@ TEST_F(GeometryLogTest, ScopedSinkPutsThePreviousSinkBack)
         GeometryLog("inside\r\n");
     }
     GeometryLog("outside\r\n");
-
-    EXPECT_EQ(inner.Messages, (std::vector<std::string> { "inside\r\n" }));
-    EXPECT_EQ(outer.Messages, (std::vector<std::string> { "outside\r\n" }));
-}
-
-TEST_F(GeometryLogTest, ScopedSinkIsRemovedWhenAnExceptionLeavesTheScope)
-{
-    RecordingLogSink sink;
     try {
-        ScopedGeometryLogSink scope(&sink);
+        ScopedGeometryLogSink scope(&inner);
         throw std::runtime_error("stripping failed");
     } catch (const std::runtime_error&) {
     }
 
-    EXPECT_EQ(GeometryLogSink(), nullptr);
+    EXPECT_EQ(inner.Messages, (std::vector<std::string> { "inside\r\n" }));
+    EXPECT_EQ(outer.Messages, (std::vector<std::string> { "outside\r\n" }));
+    EXPECT_EQ(GeometryLogSink(), &outer);
 }
