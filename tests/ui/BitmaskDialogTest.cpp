@@ -30,21 +30,17 @@ std::vector<bool> Checks(const Dialog& dialog)
 
 } // namespace
 
-TEST(CollisionBitNames, LinesNameTheirBitsUpToTheHighestNamed)
+TEST(CollisionBitNames, LinesNameTheirBitsUpToTheHighestNamedAndAMissingFileSixteenUnknownBits)
 {
     EXPECT_THAT(ParseBitNames("0: Player\r\n// 1: comment\r\n3 :Vehicles\t\r\n40: Ignored\r\nno colon\r\n"),
                 ::testing::ElementsAre("Player", "", "", "Vehicles"));
     EXPECT_THAT(ParseBitNames("2: Old\n2: New\n-1: Negative\n"), ::testing::ElementsAre("", "", "New"));
-}
 
-TEST(CollisionBitNames, MissingFileNamesSixteenUnknownBits)
-{
     TempSettings folder;
     const std::vector<std::string> names = LoadBitNames(folder.SystemPath("CollisionBitsWorld.txt"), 16);
     ASSERT_EQ(names.size(), 16u);
     EXPECT_EQ(names.front(), "Unknown (bit 0)");
     EXPECT_EQ(names.back(), "Unknown (bit 15)");
-
     std::ofstream(folder.Native("CollisionBitsWorld.txt")) << "1: Water\n";
     EXPECT_THAT(LoadBitNames(folder.SystemPath("CollisionBitsWorld.txt"), 16), ::testing::ElementsAre("", "Water"));
 }
