@@ -63,10 +63,12 @@ TEST_F(StaticExport, ExportDeletesTheCookedMeshesBesideTheTarget)
     EXPECT_TRUE(Has("town.qmesh_data/materials.xml"));
 }
 
-TEST_F(StaticExport, ExportSelectionWritesOnlyTheSelectedNodes)
+TEST_F(StaticExport, ExportSelectionWritesOnlyTheSelectedNodesAndNodesTaggedExportSkipAreLeftOut)
 {
     AssignMaterial(AddCube("boxA", 0, 0, 0, 100), "stone");
     AssignMaterial(AddCube("boxB", 300, 0, 0, 100), "wood");
+    AssignMaterial(AddCube("skipped", 600, 0, 0, 100), "wood");
+    ASSERT_TRUE(standin::AddAttr(standin::NodeByName("skipped"), "ExportSkip", standin::AttrType::Int, 1.0));
     standin::Select({standin::PathTo("boxB")});
 
     ASSERT_TRUE(ExportSelection("sel.qmesh"));
@@ -75,20 +77,9 @@ TEST_F(StaticExport, ExportSelectionWritesOnlyTheSelectedNodes)
     EXPECT_FLOAT_EQ(selected.Bounds.Min[0], 300.0f);
 
     ASSERT_TRUE(ExportAll("all.qmesh"));
-    EXPECT_EQ(ReadMesh("all.qmesh").TriangleCount, 24);
-}
-
-TEST_F(StaticExport, NodeTaggedExportSkipIsLeftOut)
-{
-    AssignMaterial(AddCube("boxA", 0, 0, 0, 100), "stone");
-    AssignMaterial(AddCube("skipped", 300, 0, 0, 100), "wood");
-    const MObject skipped = standin::NodeByName("skipped");
-    ASSERT_TRUE(standin::AddAttr(skipped, "ExportSkip", standin::AttrType::Int, 1.0));
-
-    ASSERT_TRUE(ExportAll("skip.qmesh"));
-    const VStaticMeshFile mesh = ReadMesh("skip.qmesh");
-    EXPECT_EQ(mesh.TriangleCount, 12);
-    EXPECT_FLOAT_EQ(mesh.Bounds.Max[0], 100.0f);
+    const VStaticMeshFile all = ReadMesh("all.qmesh");
+    EXPECT_EQ(all.TriangleCount, 24);
+    EXPECT_FLOAT_EQ(all.Bounds.Max[0], 400.0f);
 }
 
 TEST_F(StaticExport, TargetNameIsSettledBeforeAnythingIsWritten)
