@@ -106,7 +106,7 @@ private:
     std::unique_ptr<NodePropertiesDialog> m_dialog;
 };
 
-TEST_F(NodePropertiesTest, BitmaskEditorSetsTheLowSixteenBitsOfTheField)
+TEST_F(NodePropertiesTest, BitmaskEditorSetsTheLowSixteenBitsOfTheFieldAndANegativeFieldIsRefused)
 {
     NodePropertiesDialog& dialog = Open();
     EXPECT_EQ(dialog.Layout().Caption, "Zephra Geometry Properties");
@@ -124,16 +124,6 @@ TEST_F(NodePropertiesTest, BitmaskEditorSetsTheLowSixteenBitsOfTheField)
     dialog.Command(nc::EditBits);
     EXPECT_EQ(dialog.Text(nc::CollisionFlags), "65530");
 
-    Click(dialog, nc::Visible);
-    dialog.Command(kIdOk);
-    EXPECT_EQ(dialog.Result(), 1);
-    EXPECT_FALSE(Properties.Visible);
-    EXPECT_EQ(Properties.CollisionFlags, 65530u);
-}
-
-TEST_F(NodePropertiesTest, FieldWithoutANumberIsRefusedAndCancelChangesNothing)
-{
-    NodePropertiesDialog& dialog = Open();
     Type(dialog, nc::CollisionFlags, "-3");
     dialog.Command(kIdOk);
     EXPECT_FALSE(dialog.Ended());
@@ -141,9 +131,10 @@ TEST_F(NodePropertiesTest, FieldWithoutANumberIsRefusedAndCancelChangesNothing)
     ASSERT_EQ(Boxes.Requests.size(), 1u);
     EXPECT_EQ(Boxes.Requests[0].Text, "'-3' is not a number.\r\nPlease enter a number.");
 
+    Type(dialog, nc::CollisionFlags, "65530");
     Click(dialog, nc::Visible);
-    dialog.Command(kIdCancel);
-    EXPECT_EQ(dialog.Result(), 0);
-    EXPECT_TRUE(Properties.Visible);
-    EXPECT_EQ(Properties.CollisionFlags, 65535u);
+    dialog.Command(kIdOk);
+    EXPECT_EQ(dialog.Result(), 1);
+    EXPECT_FALSE(Properties.Visible);
+    EXPECT_EQ(Properties.CollisionFlags, 65530u);
 }
