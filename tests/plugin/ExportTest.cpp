@@ -29,10 +29,13 @@ protected:
     }
 };
 
-TEST_F(StaticExport, ExportAllWritesMeshCollisionMeshAndSettingsFolder)
+TEST_F(StaticExport, ExportAllWritesMeshCollisionMeshAndSettingsFolderAndDeletesTheCookedMeshes)
 {
     AssignMaterial(AddCube("boxA", 0, 0, 0, 100), "stone");
     AssignMaterial(AddCube("boxB", 300, 0, 0, 100), "wood");
+    Write("level/town.qmesh_data/cookedMesh_0.bin", "x");
+    Write("level/town.qmesh_data/CookedMesh17", "x");
+    Write("level/town.qmesh_data/cookedMeshes/keep", "x");
 
     ASSERT_TRUE(ExportAll("level/town.qmesh"));
 
@@ -46,21 +49,9 @@ TEST_F(StaticExport, ExportAllWritesMeshCollisionMeshAndSettingsFolder)
     EXPECT_TRUE(Has("level/town.qmesh_data/materials.xml"));
     EXPECT_TRUE(Has("level/town.qmesh_data/resources.xml"));
     EXPECT_THAT(Read("level/town.qmesh_data/materials.xml"), HasSubstr("name=\"wood\""));
-}
-
-TEST_F(StaticExport, ExportDeletesTheCookedMeshesBesideTheTarget)
-{
-    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
-    Write("town.qmesh_data/cookedMesh_0.bin", "x");
-    Write("town.qmesh_data/CookedMesh17", "x");
-    Write("town.qmesh_data/cookedMeshes/keep", "x");
-
-    ASSERT_TRUE(ExportAll("town.qmesh"));
-
-    EXPECT_FALSE(Has("town.qmesh_data/cookedMesh_0.bin"));
-    EXPECT_FALSE(Has("town.qmesh_data/CookedMesh17"));
-    EXPECT_TRUE(Has("town.qmesh_data/cookedMeshes/keep"));
-    EXPECT_TRUE(Has("town.qmesh_data/materials.xml"));
+    EXPECT_FALSE(Has("level/town.qmesh_data/cookedMesh_0.bin"));
+    EXPECT_FALSE(Has("level/town.qmesh_data/CookedMesh17"));
+    EXPECT_TRUE(Has("level/town.qmesh_data/cookedMeshes/keep"));
 }
 
 TEST_F(StaticExport, ExportSelectionWritesOnlyTheSelectedNodesAndNodesTaggedExportSkipAreLeftOut)
