@@ -58,48 +58,24 @@ const char* const kTwoMaterialObj = "mtllib board.mtl\n"
                                     "usemtl red\nf 1/1 2/2 3/3 4/4\n"
                                     "usemtl blue\nf 4/4 3/3 5/5\n";
 
-class InfoOnObj : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        WriteFile("board.mtl", "newmtl red\nKd 1 0 0\nmap_Kd red.png\nnewmtl blue\nKd 0 0 1\n");
-        m_path = WriteFile("board.obj", kTwoMaterialObj);
-        m_info = RunInfoOn(m_path);
-    }
-
-    std::string m_path;
-    Captured m_info;
-};
-
-TEST_F(InfoOnObj, SucceedsAndNamesTheScene)
+// The scene, its DAG with node types and mesh statistics, each shading set with its shader, texture and
+// members, and no skins or animation.
+TEST(InfoOnScene, ShowsTheDagShadingSetsSkinsAndAnimationOfAnObj)
 {
-    EXPECT_EQ(m_info.ExitCode, 0) << m_info.Err;
-    EXPECT_EQ(m_info.Out.rfind("Scene: " + m_path + "\n", 0), 0u) << m_info.Out;
-    EXPECT_NE(m_info.Out.find("Units: centimetre, time film (24 fps)\n"), std::string::npos) << m_info.Out;
-}
-
-TEST_F(InfoOnObj, ShowsTheDagWithNodeTypesAndMeshStatistics)
-{
-    EXPECT_NE(m_info.Out.find("DAG:\n  board (transform)\n"
-                              "    boardShape (mesh): 5 vertices, 2 polygons, 7 face-vertices, UV sets: map1 (current)\n"),
-              std::string::npos)
-        << m_info.Out;
-}
-
-TEST_F(InfoOnObj, ShowsEachShadingSetWithItsShaderTextureAndMembers)
-{
-    EXPECT_NE(m_info.Out.find("  redSG: 1 members\n    shader red (lambert)\n      colour texture \""),
-              std::string::npos)
-        << m_info.Out;
-    EXPECT_NE(m_info.Out.find("red.png\"\n    member boardShape: 1 faces\n"), std::string::npos) << m_info.Out;
-    EXPECT_NE(m_info.Out.find("  blueSG: 1 members\n    shader blue (lambert)\n    member boardShape: 1 faces\n"),
-              std::string::npos)
-        << m_info.Out;
-}
-
-TEST_F(InfoOnObj, ReportsNoSkinsAndNoAnimation)
-{
-    EXPECT_NE(m_info.Out.find("Skins:\nAnimation: 0 curves\n"), std::string::npos) << m_info.Out;
+    WriteFile("board.mtl", "newmtl red\nKd 1 0 0\nmap_Kd red.png\nnewmtl blue\nKd 0 0 1\n");
+    const std::string path = WriteFile("board.obj", kTwoMaterialObj);
+    const Captured info = RunInfoOn(path);
+    EXPECT_EQ(info.ExitCode, 0) << info.Err;
+    EXPECT_EQ(info.Out.rfind("Scene: " + path + "\n", 0), 0u) << info.Out;
+    for (const char* part :
+         {"Units: centimetre, time film (24 fps)\n",
+          "DAG:\n  board (transform)\n"
+          "    boardShape (mesh): 5 vertices, 2 polygons, 7 face-vertices, UV sets: map1 (current)\n",
+          "  redSG: 1 members\n    shader red (lambert)\n      colour texture \"",
+          "red.png\"\n    member boardShape: 1 faces\n",
+          "  blueSG: 1 members\n    shader blue (lambert)\n    member boardShape: 1 faces\n",
+          "Skins:\nAnimation: 0 curves\n"})
+        EXPECT_NE(info.Out.find(part), std::string::npos) << part << "\nin\n" << info.Out;
 }
 
 TEST(InfoOnScene, ShowsCustomAttributesUnderTheirNode)
@@ -133,37 +109,29 @@ TEST(InfoOnScene, ShowsEachSkinsInfluencesWithWhereTheyWereBoundAndWhatTheyMove)
         << info.Out;
 }
 
-TEST(InfoFailures, ATruncatedSceneNamesTheFileAndTheReasonAndFails)
+// A truncated scene, a file of unknown kind, a missing scene and a missing asset: each fails with its name.
+TEST(InfoFailures, WhatCannotBeReadFailsNamingTheFileAndTheReason)
 {
-    const std::string path = WriteFile("cut.gltf", "{\"asset\":{\"version\":\"2.0\"},\"nodes\":[");
-    const Captured info = RunInfoOn(path);
-    EXPECT_EQ(info.ExitCode, 1);
-    EXPECT_TRUE(info.Out.empty());
-    EXPECT_EQ(info.Err.rfind("kestrel info: cannot load 'cut.gltf': ", 0), 0u) << info.Err;
-}
+    const Captured truncated = RunInfoOn(WriteFile("cut.gltf", "{\"asset\":{\"version\":\"2.0\"},\"nodes\":["));
+    EXPECT_EQ(truncated.ExitCode, 1);
+    EXPECT_TRUE(truncated.Out.empty());
+    EXPECT_EQ(truncated.Err.rfind("kestrel info: cannot load 'cut.gltf': ", 0), 0u) << truncated.Err;
 
-TEST(InfoFailures, AFileOfUnknownKindIsRefused)
-{
-    const std::string path = WriteFile("notes.txt", "hello");
-    const Captured info = RunInfoOn(path);
-    EXPECT_EQ(info.ExitCode, 1);
-    EXPECT_NE(info.Err.find("'" + path + "': not a scene or asset file kestrel can read"), std::string::npos) << info.Err;
-}
+    const std::string notes = WriteFile("notes.txt", "hello");
+    const Captured unknown = RunInfoOn(notes);
+    EXPECT_EQ(unknown.ExitCode, 1);
+    EXPECT_NE(unknown.Err.find("'" + notes + "': not a scene or asset file kestrel can read"), std::string::npos)
+        << unknown.Err;
 
-TEST(InfoFailures, AMissingSceneFileIsNamedAsMissing)
-{
-    const std::string path = WriteFile("here", "") + "-not.fbx";
-    const Captured info = RunInfoOn(path);
-    EXPECT_EQ(info.ExitCode, 1);
-    EXPECT_EQ(info.Err, "kestrel info: '" + path + "': no such file\n");
-}
+    const std::string scene = WriteFile("here", "") + "-not.fbx";
+    const Captured missingScene = RunInfoOn(scene);
+    EXPECT_EQ(missingScene.ExitCode, 1);
+    EXPECT_EQ(missingScene.Err, "kestrel info: '" + scene + "': no such file\n");
 
-TEST(InfoFailures, AMissingAssetFileNamesTheFile)
-{
-    const std::string path = WriteFile("gone", "") + ".qmesh";
-    const Captured info = RunInfoOn(path);
-    EXPECT_EQ(info.ExitCode, 1);
-    EXPECT_EQ(info.Err.rfind("kestrel info: '" + path + "': ", 0), 0u) << info.Err;
+    const std::string asset = WriteFile("gone", "") + ".qmesh";
+    const Captured missingAsset = RunInfoOn(asset);
+    EXPECT_EQ(missingAsset.ExitCode, 1);
+    EXPECT_EQ(missingAsset.Err.rfind("kestrel info: '" + asset + "': ", 0), 0u) << missingAsset.Err;
 }
 
 } // namespace
