@@ -50,28 +50,24 @@ ImportResult ImportGltf(const std::string& name, const std::string& json)
     return ImportScene(WriteTestFile(folder, name + ".gltf", json));
 }
 
-TEST(ImportGltf, MetresBecomeCentimetresWithMetreAsTheUnitShown)
+// Two nodes share the triangle, a third has its name: instancing, Maya's naming and extras in one scene.
+TEST(ImportGltf, NodesBecomeMayaNodesInCentimetresWithBottomUpUVsSharedShapesAndExtras)
 {
     Triangle triangle;
     const ImportResult result = ImportGltf(
-        "units", triangle.Writer.Json(triangle.Mesh() + ",\"nodes\":[{\"name\":\"tri\",\"mesh\":0,\"translation\":[0,0,2]}],"
-                                                        "\"scenes\":[{\"nodes\":[0]}],\"scene\":0"));
+        "nodes", triangle.Writer.Json(triangle.Mesh() +
+                                      ",\"nodes\":[{\"name\":\"tri\",\"mesh\":0,\"translation\":[0,0,2],\"extras\":"
+                                      "{\"ExportSkip\":1,\"CollisionFlags\":255,\"visarea\":\"hall\"}},"
+                                      "{\"name\":\"tri\",\"mesh\":0},{\"name\":\"a b\"}],"
+                                      "\"scenes\":[{\"nodes\":[0,1,2]}],\"scene\":0"));
     ASSERT_TRUE(result.Ok) << result.Error;
     EXPECT_EQ(MDistance::uiUnit(), MDistance::kMeters);
     MPoint point;
-    MFnMesh(standin::PathTo("triShape")).getPoint(1, point, MSpace::kWorld);
+    MFnMesh(standin::PathTo("|tri|triShape")).getPoint(1, point, MSpace::kWorld);
     EXPECT_NEAR(point.x, 100.0, 1e-4);
     EXPECT_NEAR(point.z, 200.0, 1e-4);
-}
 
-TEST(ImportGltf, UVsAreFlippedToMayasBottomUpV)
-{
-    Triangle triangle;
-    const ImportResult result = ImportGltf(
-        "uvs", triangle.Writer.Json(triangle.Mesh() + ",\"nodes\":[{\"name\":\"tri\",\"mesh\":0}],"
-                                                      "\"scenes\":[{\"nodes\":[0]}],\"scene\":0"));
-    ASSERT_TRUE(result.Ok) << result.Error;
-    MFnMesh mesh(standin::PathTo("triShape"));
+    MFnMesh mesh(standin::PathTo("|tri|triShape"));
     int uvId = -1;
     float u = 0.0f;
     float v = 0.0f;
@@ -79,45 +75,15 @@ TEST(ImportGltf, UVsAreFlippedToMayasBottomUpV)
     mesh.getUV(uvId, u, v);
     EXPECT_FLOAT_EQ(u, 0.25f);
     EXPECT_NEAR(v, 0.4f, 1e-6);
-}
 
-TEST(ImportGltf, NodesSharingAMeshAreInstancesOfOneShape)
-{
-    Triangle triangle;
-    const ImportResult result = ImportGltf(
-        "instances", triangle.Writer.Json(triangle.Mesh() +
-                                          ",\"nodes\":[{\"name\":\"a\",\"mesh\":0},{\"name\":\"b\",\"mesh\":0,"
-                                          "\"translation\":[5,0,0]}],\"scenes\":[{\"nodes\":[0,1]}],\"scene\":0"));
-    ASSERT_TRUE(result.Ok) << result.Error;
     int shapes = 0;
     for (MItDependencyNodes it(MFn::kMesh); !it.isDone(); it.next())
         ++shapes;
     EXPECT_EQ(shapes, 1);
-    EXPECT_EQ(MFnDagNode(standin::NodeByName("aShape")).instanceCount(true), 2u);
-}
-
-TEST(ImportGltf, NodesOfOneNameAreNumberedAsMayaDoes)
-{
-    Triangle triangle;
-    const ImportResult result = ImportGltf(
-        "names", triangle.Writer.Json(triangle.Mesh() +
-                                      ",\"nodes\":[{\"name\":\"box\",\"mesh\":0},{\"name\":\"box\"},{\"name\":\"a b\"}],"
-                                      "\"scenes\":[{\"nodes\":[0,1,2]}],\"scene\":0"));
-    ASSERT_TRUE(result.Ok) << result.Error;
-    EXPECT_FALSE(standin::NodeByName("box").isNull());
-    EXPECT_FALSE(standin::NodeByName("box1").isNull());
+    EXPECT_EQ(MFnDagNode(standin::NodeByName("triShape")).instanceCount(true), 2u);
+    EXPECT_FALSE(standin::NodeByName("tri1").isNull());
     EXPECT_FALSE(standin::NodeByName("a_b").isNull());
-}
 
-TEST(ImportGltf, ExtrasBecomeDynamicAttributesTheExporterReads)
-{
-    Triangle triangle;
-    const ImportResult result = ImportGltf(
-        "extras", triangle.Writer.Json(triangle.Mesh() +
-                                       ",\"nodes\":[{\"name\":\"tri\",\"mesh\":0,\"extras\":{\"ExportSkip\":1,"
-                                       "\"CollisionFlags\":255,\"visarea\":\"hall\"}}],"
-                                       "\"scenes\":[{\"nodes\":[0]}],\"scene\":0"));
-    ASSERT_TRUE(result.Ok) << result.Error;
     EXPECT_EQ(standin::Plug("tri.ExportSkip").asInt(), 1);
     EXPECT_EQ(standin::Plug("tri.CollisionFlags").asInt(), 255);
     EXPECT_EQ(std::string(standin::Plug("tri.visarea").asString().asChar()), "hall");
@@ -213,7 +179,7 @@ double CurveValue(const char* plug, double frame)
     return MFnAnimCurve(standin::Plug(plug)).evaluate(MTime(frame, MTime::kFilm));
 }
 
-TEST(ImportGltfAnimation, CurvesPassThroughTheFilesKeysOnFilmTime)
+TEST(ImportGltfAnimation, CurvesPassThroughTheFilesKeysOnFilmTimeAndClipsFollowOneAnother)
 {
     const ImportResult result = ImportGltf("animation", AnimatedTriangle());
     ASSERT_TRUE(result.Ok) << result.Error;
@@ -223,12 +189,6 @@ TEST(ImportGltfAnimation, CurvesPassThroughTheFilesKeysOnFilmTime)
     EXPECT_NEAR(CurveValue("tri.translateX", 48.0), 100.0, 1e-4);
     EXPECT_NEAR(CurveValue("tri.translateY", 24.0), 0.0, 1e-4);
     EXPECT_NEAR(CurveValue("tri.translateY", 48.0), 200.0, 1e-4);
-}
-
-TEST(ImportGltfAnimation, ClipsFollowOneAnotherAndThePlaybackRangeCoversThem)
-{
-    const ImportResult result = ImportGltf("clips", AnimatedTriangle());
-    ASSERT_TRUE(result.Ok) << result.Error;
     ASSERT_EQ(result.Clips.size(), 2u);
     EXPECT_EQ(result.Clips[0].Name, "move");
     EXPECT_NEAR(result.Clips[0].StartFrame, 0.0, 1e-6);
@@ -251,7 +211,8 @@ TEST(ImportGltfAnimation, ClipsFollowOneAnotherAndThePlaybackRangeCoversThem)
 //   |  /|
 //   | / |
 //   0---1   bound to j0 (at the origin)
-std::string SkinnedStrip(float firstWeight = 1.0f)
+// With a hat, j1 stands upright and carries a mesh of its own, without a skin.
+std::string SkinnedStrip(float firstWeight = 1.0f, bool hat = false)
 {
     GltfWriter w;
     const int positions = w.AddFloats({0, 0, 0, 1, 0, 0, 1, 2, 0, 0, 2, 0}, "VEC3");
@@ -261,35 +222,19 @@ std::string SkinnedStrip(float firstWeight = 1.0f)
     const int inverseBinds =
         w.AddFloats({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, -1, 0, 1},
                     "MAT4");
+    const std::string hatMesh =
+        hat ? ",{\"primitives\":[{\"attributes\":{\"POSITION\":" +
+                  std::to_string(w.AddFloats({0, 0, 0, 1, 0, 0, 0, 1, 0}, "VEC3")) + "}}]}"
+            : "";
     return w.Json("\"meshes\":[{\"primitives\":[{\"attributes\":{\"POSITION\":" + std::to_string(positions) +
                   ",\"JOINTS_0\":" + std::to_string(joints) + ",\"WEIGHTS_0\":" + std::to_string(weights) +
-                  "},\"indices\":" + std::to_string(indices) +
-                  "}]}],\"skins\":[{\"joints\":[1,2],\"inverseBindMatrices\":" + std::to_string(inverseBinds) +
+                  "},\"indices\":" + std::to_string(indices) + "}]}" + hatMesh +
+                  "],\"skins\":[{\"joints\":[1,2],\"inverseBindMatrices\":" + std::to_string(inverseBinds) +
                   "}],\"nodes\":[{\"name\":\"strip\",\"mesh\":0,\"skin\":0},{\"name\":\"j0\",\"children\":[2]},"
-                  "{\"name\":\"j1\",\"translation\":[0,1,0],\"rotation\":[0,0,0.7071068,0.7071068]}],"
-                  "\"scenes\":[{\"nodes\":[0,1]}],\"scene\":0");
-}
-
-// The strip's skeleton with a hat: a mesh of its own hanging below j1, without a skin.
-std::string StripWithHat()
-{
-    GltfWriter w;
-    const int positions = w.AddFloats({0, 0, 0, 1, 0, 0, 1, 2, 0, 0, 2, 0}, "VEC3");
-    const int indices = w.AddIndices({0, 1, 2, 0, 2, 3});
-    const int joints = w.AddJoints({0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0});
-    const int weights = w.AddFloats({1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0}, "VEC4");
-    const int inverseBinds =
-        w.AddFloats({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, -1, 0, 1},
-                    "MAT4");
-    const int hat = w.AddFloats({0, 0, 0, 1, 0, 0, 0, 1, 0}, "VEC3");
-    return w.Json("\"meshes\":[{\"primitives\":[{\"attributes\":{\"POSITION\":" + std::to_string(positions) +
-                  ",\"JOINTS_0\":" + std::to_string(joints) + ",\"WEIGHTS_0\":" + std::to_string(weights) +
-                  "},\"indices\":" + std::to_string(indices) + "}]},{\"primitives\":[{\"attributes\":{\"POSITION\":" +
-                  std::to_string(hat) + "}}]}],\"skins\":[{\"joints\":[1,2],\"inverseBindMatrices\":" +
-                  std::to_string(inverseBinds) +
-                  "}],\"nodes\":[{\"name\":\"strip\",\"mesh\":0,\"skin\":0},{\"name\":\"j0\",\"children\":[2]},"
-                  "{\"name\":\"j1\",\"translation\":[0,1,0],\"children\":[3]},{\"name\":\"hat\",\"mesh\":1}],"
-                  "\"scenes\":[{\"nodes\":[0,1]}],\"scene\":0");
+                  "{\"name\":\"j1\",\"translation\":[0,1,0]," +
+                  (hat ? std::string("\"children\":[3]},{\"name\":\"hat\",\"mesh\":1}")
+                       : std::string("\"rotation\":[0,0,0.7071068,0.7071068]}")) +
+                  "],\"scenes\":[{\"nodes\":[0,1]}],\"scene\":0");
 }
 
 MPointArray WorldPoints(const char* shape)
@@ -326,7 +271,7 @@ TEST(ImportGltfAnimation, MorphTargetsBlendTheMeshByTheirKeyedWeights)
     }
 }
 
-TEST(ImportGltfSkin, BonesBecomeJointsOfASkinClusterOverAnIntermediateShape)
+TEST(ImportGltfSkin, BonesBecomeJointsOfASkinClusterBendingTheMeshToTheRestPoseAndBackToTheBindPose)
 {
     const ImportResult result = ImportGltf("skin", SkinnedStrip());
     ASSERT_TRUE(result.Ok) << result.Error;
@@ -344,23 +289,14 @@ TEST(ImportGltfSkin, BonesBecomeJointsOfASkinClusterOverAnIntermediateShape)
     EXPECT_DOUBLE_EQ(weights[1], 0.0);
     EXPECT_DOUBLE_EQ(weights[4], 0.0);
     EXPECT_DOUBLE_EQ(weights[5], 1.0);
-}
 
-TEST(ImportGltfSkin, TheRestPoseBendsTheMeshAsTheFileSays)
-{
-    const ImportResult result = ImportGltf("skin_rest", SkinnedStrip());
-    ASSERT_TRUE(result.Ok) << result.Error;
-    const MPointArray skinned = WorldPoints("stripShape");
-    ASSERT_EQ(skinned.length(), 4u);
+    const MPointArray posed = WorldPoints("stripShape");
+    ASSERT_EQ(posed.length(), 4u);
     // Vertex 2 sits 1 m right of and 1 m above j1; turned 90 degrees about z around j1 it lands at (-100, 200).
-    EXPECT_NEAR(skinned[2].x, -100.0, 1e-3);
-    EXPECT_NEAR(skinned[2].y, 200.0, 1e-3);
-}
+    EXPECT_NEAR(posed[2].x, -100.0, 1e-3);
+    EXPECT_NEAR(posed[2].y, 200.0, 1e-3);
 
-TEST(ImportGltfSkin, AtTheBindPoseTheSkinnedMeshEqualsThePreSkinMesh)
-{
-    const ImportResult result = ImportGltf("skin_bind", SkinnedStrip());
-    ASSERT_TRUE(result.Ok) << result.Error;
+    // At the bind pose the skinned mesh equals the pre-skin mesh.
     ASSERT_TRUE(MGlobal::executeCommand("dagPose -r -g -bp j1"));
     const MPointArray skinned = WorldPoints("stripShape");
     const MPointArray original = WorldPoints("stripShapeOrig");
@@ -391,7 +327,7 @@ TEST(ImportGltfSkin, WeightsThatDoNotAddUpToOneAreNormalisedAndCounted)
 
 TEST(ImportGltfSkin, AMeshBelowAJointIsBoundRigidlyToItWithEveryVertexAtFullWeight)
 {
-    const ImportResult result = ImportGltf("skin_rigid", StripWithHat());
+    const ImportResult result = ImportGltf("skin_rigid", SkinnedStrip(1.0f, true));
     ASSERT_TRUE(result.Ok) << result.Error;
     MItDependencyNodes clusters(MFn::kJointCluster);
     ASSERT_FALSE(clusters.isDone());
