@@ -94,20 +94,17 @@ protected:
     ImportResult m_result;
 };
 
-TEST_F(ImportObj, CornersOfOnePositionBecomeOneVertexAndPolygonsKeepTheirCornerCount)
+TEST_F(ImportObj, CornersOfOnePositionBecomeOneVertexAndPolygonsKeepTheirCornersInCentimetres)
 {
     MFnMesh mesh(standin::PathTo("boardShape"));
     EXPECT_EQ(mesh.numVertices(), 5);
     ASSERT_EQ(mesh.numPolygons(), 2);
     EXPECT_EQ(mesh.polygonVertexCount(0), 4);
     EXPECT_EQ(mesh.polygonVertexCount(1), 3);
-}
-
-TEST_F(ImportObj, PolygonsKeepTheFilesCornerOrder)
-{
-    MFnMesh mesh(standin::PathTo("boardShape"));
+    // The polygons keep the file's corner order, its numbers taken as centimetres.
+    EXPECT_EQ(MDistance::uiUnit(), MDistance::kCentimeters);
     MPointArray points;
-    mesh.getPoints(points);
+    mesh.getPoints(points, MSpace::kWorld);
     const std::vector<int> quad = PolygonVertices(mesh, 0);
     const std::vector<int> triangle = PolygonVertices(mesh, 1);
     ASSERT_EQ(quad.size(), 4u);
@@ -120,14 +117,6 @@ TEST_F(ImportObj, PolygonsKeepTheFilesCornerOrder)
     EXPECT_EQ(triangle[0], quad[3]);
     EXPECT_EQ(triangle[1], quad[2]);
     EXPECT_DOUBLE_EQ(points[triangle[2]].y, 2.0);
-}
-
-TEST_F(ImportObj, ObjNumbersAreTakenAsCentimetres)
-{
-    EXPECT_EQ(MDistance::uiUnit(), MDistance::kCentimeters);
-    MPoint point;
-    MFnMesh(standin::PathTo("boardShape")).getPoint(4, point, MSpace::kWorld);
-    EXPECT_DOUBLE_EQ(point.y, 2.0);
 }
 
 TEST_F(ImportObj, UVsAreMayasOwnWithTheVFlipLeftToTheHarvest)
@@ -147,25 +136,18 @@ TEST_F(ImportObj, UVsAreMayasOwnWithTheVFlipLeftToTheHarvest)
     EXPECT_EQ(mesh.numUVs(), 5);
 }
 
-TEST_F(ImportObj, EachMaterialGetsAShadingSetHoldingItsFaces)
+TEST_F(ImportObj, EachMaterialGetsAShaderOfItsModelAndColourInAShadingSetHoldingItsFaces)
 {
     EXPECT_EQ(ShaderOf("redSG"), "red");
     EXPECT_EQ(ShaderOf("blueSG"), "blue");
     EXPECT_EQ(FacesIn("redSG"), std::vector<int>({0}));
     EXPECT_EQ(FacesIn("blueSG"), std::vector<int>({1}));
-}
-
-TEST_F(ImportObj, ShadingModelAndDiffuseColourComeFromTheMaterial)
-{
     EXPECT_EQ(std::string(MFnDependencyNode(standin::NodeByName("red")).typeName().asChar()), "lambert");
     EXPECT_EQ(std::string(MFnDependencyNode(standin::NodeByName("blue")).typeName().asChar()), "phong");
     EXPECT_DOUBLE_EQ(standin::Plug("blue.colorB").asDouble(), 1.0);
     EXPECT_DOUBLE_EQ(standin::Plug("blue.colorR").asDouble(), 0.0);
     EXPECT_DOUBLE_EQ(standin::Plug("blue.cosinePower").asDouble(), 30.0);
-}
-
-TEST_F(ImportObj, ColourMapBecomesAFileTextureBesideTheScene)
-{
+    // The colour map becomes a file texture beside the scene.
     MPlugArray sources;
     MFnDependencyNode(standin::NodeByName("red")).findPlug("color").connectedTo(sources, true, false);
     ASSERT_EQ(sources.length(), 1u);
