@@ -71,19 +71,11 @@ Connections:  {
 }
 )";
 
-class ImportFbx : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        m_result = ImportScene(WriteTestFile(MakeTestFolder("fbx_axes"), "zup.fbx", kZUpInchesFbx));
-        ASSERT_TRUE(m_result.Ok) << m_result.Error;
-    }
-
-    ImportResult m_result;
-};
-
-TEST_F(ImportFbx, TheFilesAxesAndUnitBecomeMayasYUpCentimetres)
+// The unit and frame rate shown are the source's; user properties become dynamic attributes.
+TEST(ImportFbx, TheFilesAxesAndUnitBecomeMayasYUpCentimetres)
 {
+    const ImportResult result = ImportScene(WriteTestFile(MakeTestFolder("fbx_axes"), "zup.fbx", kZUpInchesFbx));
+    ASSERT_TRUE(result.Ok) << result.Error;
     MFnMesh mesh(standin::PathTo("triShape"));
     ASSERT_EQ(mesh.numVertices(), 3);
     MPoint side;
@@ -96,16 +88,10 @@ TEST_F(ImportFbx, TheFilesAxesAndUnitBecomeMayasYUpCentimetres)
     EXPECT_NEAR(front.z, -2.54, 1e-5);
     EXPECT_NEAR(up.y, 2.54, 1e-5);
     EXPECT_NEAR(up.z, 0.0, 1e-5);
-}
 
-TEST_F(ImportFbx, TheSourceUnitAndFrameRateBecomeTheUnitsShown)
-{
     EXPECT_EQ(MDistance::uiUnit(), MDistance::kInches);
     EXPECT_EQ(MTime::uiUnit(), MTime::kNTSCFrame);
-}
 
-TEST_F(ImportFbx, UserPropertiesBecomeDynamicAttributes)
-{
     EXPECT_EQ(standin::Plug("tri.ExportSkip").asInt(), 1);
     EXPECT_EQ(std::string(standin::Plug("tri.visarea").asString().asChar()), "hall");
     EXPECT_TRUE(standin::Plug("tri.IsNull").isNull());
