@@ -30,23 +30,20 @@ TEST(TransformMath, RotationOrderIsXFirstAsMayasDefault)
     EXPECT_TRUE(ComposeTransform(transform).isEquivalent(expected, 1e-12));
 }
 
-TEST(TransformMath, AMirroringMatrixKeepsAProperRotationWithANegativeXScale)
+// A mirror keeps a proper rotation with a negative x scale; gimbal lock still rebuilds the same matrix.
+TEST(TransformMath, MirroredAndGimbalLockedMatricesAreRebuiltFromTheirDecomposition)
 {
-    RecordTransform transform;
-    transform.Rotate = MVector(0.0, 0.5, 0.0);
-    transform.Scale = MVector(-1.0, 1.0, 1.0);
-    const MMatrix matrix = ComposeTransform(transform);
-    const RecordTransform back = DecomposeTransform(matrix);
-    EXPECT_LT(back.Scale.x, 0.0);
-    EXPECT_TRUE(ComposeTransform(back).isEquivalent(matrix, 1e-9));
-}
-
-TEST(TransformMath, GimbalLockStillRebuildsTheSameMatrix)
-{
-    RecordTransform transform;
-    transform.Rotate = MVector(0.3, kPi / 2.0, 0.6);
-    const MMatrix matrix = ComposeTransform(transform);
-    EXPECT_TRUE(ComposeTransform(DecomposeTransform(matrix)).isEquivalent(matrix, 1e-9));
+    RecordTransform mirrored;
+    mirrored.Rotate = MVector(0.0, 0.5, 0.0);
+    mirrored.Scale = MVector(-1.0, 1.0, 1.0);
+    RecordTransform locked;
+    locked.Rotate = MVector(0.3, kPi / 2.0, 0.6);
+    for (const RecordTransform& transform : {mirrored, locked}) {
+        const MMatrix matrix = ComposeTransform(transform);
+        const RecordTransform back = DecomposeTransform(matrix);
+        EXPECT_EQ(back.Scale.x < 0.0, transform.Scale.x < 0.0);
+        EXPECT_TRUE(ComposeTransform(back).isEquivalent(matrix, 1e-9));
+    }
 }
 
 TEST(TransformMath, NearestEulerUnwrapsAFullTurn)
@@ -55,9 +52,9 @@ TEST(TransformMath, NearestEulerUnwrapsAFullTurn)
     EXPECT_NEAR(near.x, -3.1 + 2.0 * kPi, 1e-12);
 }
 
+// (pi, pi - 0.1, pi) turns like (0, 0.1, 0), which lies next to the previous key.
 TEST(TransformMath, NearestEulerTakesTheOtherSolutionWhenItIsCloser)
 {
-    // (pi, pi - 0.1, pi) turns like (0, 0.1, 0), which lies next to the previous key.
     const MVector near = NearestEuler(MVector(kPi, kPi - 0.1, kPi), MVector(0.0, 0.1, 0.0));
     EXPECT_NEAR(near.x, 0.0, 1e-9);
     EXPECT_NEAR(near.y, 0.1, 1e-9);
