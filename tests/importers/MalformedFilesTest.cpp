@@ -26,22 +26,6 @@ bool SceneIsEmpty()
     return MItDependencyNodes(MFn::kDagNode).isDone();
 }
 
-TEST(MalformedFiles, AMissingFileIsNamedInTheError)
-{
-    const std::string folder = MakeTestFolder("missing");
-    const ImportResult result = ImportScene(folder + "\\nothing.fbx");
-    EXPECT_FALSE(result.Ok);
-    EXPECT_EQ(result.Error, "'nothing.fbx': no such file");
-}
-
-TEST(MalformedFiles, AFileOfAnotherKindIsRefused)
-{
-    const std::string folder = MakeTestFolder("other");
-    const ImportResult result = ImportScene(WriteTestFile(folder, "notes.txt", "hello"));
-    EXPECT_FALSE(result.Ok);
-    EXPECT_EQ(result.Error, "'notes.txt': not a Maya ASCII, FBX, glTF, COLLADA or OBJ file");
-}
-
 TEST(MalformedFiles, TruncatedGltfGivesAssimpsReasonAndAnEmptyScene)
 {
     const std::string folder = MakeTestFolder("truncated_gltf");
@@ -69,17 +53,6 @@ TEST(MalformedFiles, AGlbWithAHugeDeclaredLengthFails)
     ImportResult result;
     EXPECT_FALSE(ReadAssimpMemory(bytes.data(), bytes.size(), "glb", record, result));
     EXPECT_EQ(result.Error, "'scene.glb': the binary glTF file is shorter than its header says (truncated?)");
-}
-
-TEST(MalformedFiles, AsciiFbxContentThatIsNotWholeBase64IsRefusedBeforeAssimpReadsIt)
-{
-    const std::string folder = MakeTestFolder("fbx_content");
-    const ImportResult result = ImportScene(WriteTestFile(folder, "cut.fbx",
-                                                          "; FBX 7.5.0 project file\nObjects:  {\n"
-                                                          "  Video: 1, \"Video::a\", \"Clip\" {\n"
-                                                          "    Content: ,\n \"iVBORw0KGgo\"\n  }\n}\n"));
-    EXPECT_FALSE(result.Ok);
-    EXPECT_EQ(result.Error, "'cut.fbx': an embedded file of this ASCII FBX is not whole base64 (truncated?)");
 }
 
 TEST(FbxContentCheck, WholeBase64ContentPassesAndBrokenContentDoesNot)
@@ -136,12 +109,28 @@ TEST(ColladaSkinCheck, IndicesAndAccessorsInsideTheirSourcesPassAndOthersAreName
     EXPECT_EQ(ColladaSkinProblem("<COLLADA><skin"), "");
 }
 
-TEST(MalformedFiles, AColladaSkinNamingAJointPastItsSourceIsRefusedBeforeAssimpReadsIt)
+// A missing file, a file of another kind, and contents our own checks refuse before Assimp reads them.
+TEST(MalformedFiles, RefusalsNameTheFileAndTheReason)
 {
-    const std::string folder = MakeTestFolder("collada_skin");
-    const ImportResult result = ImportScene(WriteTestFile(folder, "skin.dae", SkinnedCollada("0 0 7 1 1 2 1 0")));
-    EXPECT_FALSE(result.Ok);
-    EXPECT_EQ(result.Error, "'skin.dae': the skin of 'mesh' names joint 7 of 2");
+    const std::string folder = MakeTestFolder("refused");
+    const ImportResult missing = ImportScene(folder + "\\nothing.fbx");
+    EXPECT_FALSE(missing.Ok);
+    EXPECT_EQ(missing.Error, "'nothing.fbx': no such file");
+    const struct {
+        const char* Name;
+        std::string Contents;
+        const char* Error;
+    } refusals[] = {
+        {"notes.txt", "hello", "'notes.txt': not a Maya ASCII, FBX, glTF, COLLADA or OBJ file"},
+        {"cut.fbx",
+         "; FBX 7.5.0 project file\nObjects:  {\n  Video: 1, \"Video::a\", \"Clip\" {\n    Content: ,\n \"iVBORw0KGgo\"\n  }\n}\n",
+         "'cut.fbx': an embedded file of this ASCII FBX is not whole base64 (truncated?)"},
+        {"skin.dae", SkinnedCollada("0 0 7 1 1 2 1 0"), "'skin.dae': the skin of 'mesh' names joint 7 of 2"}};
+    for (const auto& refusal : refusals) {
+        const ImportResult result = ImportScene(WriteTestFile(folder, refusal.Name, refusal.Contents));
+        EXPECT_FALSE(result.Ok) << refusal.Name;
+        EXPECT_EQ(result.Error, refusal.Error);
+    }
 }
 
 TEST(ChildProcessTrial, TheChildsBytesComeBackWholeAndACrashCostsOnlyTheChild)
