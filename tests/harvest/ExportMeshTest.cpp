@@ -44,7 +44,7 @@ protected:
     VMWorld world;
 };
 
-TEST_F(ExportMeshTest, CubeWithPerFaceNormalsGetsACopyForEveryCornerBeyondTheFirst)
+TEST_F(ExportMeshTest, CubeWithPerFaceNormalsGetsALinkedCopyForEveryCornerBeyondTheFirst)
 {
     const MObject shape = MakeCube("box", true);
     AssignNewShader(shape, "grey");
@@ -56,21 +56,7 @@ TEST_F(ExportMeshTest, CubeWithPerFaceNormalsGetsACopyForEveryCornerBeyondTheFir
     EXPECT_EQ(State().RunningVertexBase, 24);
     EXPECT_EQ(State().RunningPolygonCount, 6);
     EXPECT_EQ(report.Issues().size(), 0u);
-}
-
-TEST_F(ExportMeshTest, SmoothCubeKeepsEveryCornerOnItsVertex)
-{
-    const MObject shape = MakeCube("box", false);
-    AssignNewShader(shape, "grey");
-    ASSERT_TRUE(ExportMesh(State(), PathTo("boxShape"), world, 0));
-    EXPECT_EQ(world.Vertices.Count(), 8);
-}
-
-TEST_F(ExportMeshTest, SplitCopyLinksToItsSourceAndKeepsItsPosition)
-{
-    const MObject shape = MakeCube("box", true);
-    AssignNewShader(shape, "grey");
-    ASSERT_TRUE(ExportMesh(State(), PathTo("boxShape"), world, 0));
+    // Each copy links to its source and keeps its position.
     for (int i = 0; i < 8; ++i)
         EXPECT_EQ(world.Vertices[i]->MergeLink, nullptr);
     for (int i = 8; i < world.Vertices.Count(); ++i) {
@@ -261,28 +247,26 @@ TEST_F(ExportMeshTest, MeshNodeTableRecordsEachNodeAndPolygonsCarryTheNodeNumber
     EXPECT_EQ(State().RunningVertexBase, 32);
 }
 
+// Without attributes a node casts shadows, is visible and collides with everything; a smooth cube keeps
+// every corner on its vertex.
 TEST_F(ExportMeshTest, StaticExportStoresTheNodesRenderAttributesOnItsPolygons)
 {
-    const MObject shape = MakeCube("box", false);
-    AssignNewShader(shape, "grey");
+    AssignNewShader(MakeCube("plain", false), "grey");
+    AssignNewShader(MakeCube("box", false), "grey");
     SetAttr("boxShape.castsShadows", 0.0);
     AddAttr(NodeByName("box"), "Visible", AttrType::Int, 0);
     AddAttr(NodeByName("box"), "CollisionFlags", AttrType::Int, 0x10005);
+    ASSERT_TRUE(ExportMesh(State(), PathTo("plainShape"), world, 0));
+    EXPECT_EQ(world.Vertices.Count(), 8);
     ASSERT_TRUE(ExportMesh(State(), PathTo("boxShape"), world, 0));
-    const VMPolygon* polygon = world.Polygons[0];
-    EXPECT_EQ(polygon->CastShadows, 0);
-    EXPECT_EQ(polygon->Visible, 0);
-    EXPECT_EQ(polygon->CollisionFlags, 5);
-}
-
-TEST_F(ExportMeshTest, DefaultRenderAttributesAreShadowsOnVisibleAndAllCollisionBits)
-{
-    AssignNewShader(MakeCube("box", false), "grey");
-    ASSERT_TRUE(ExportMesh(State(), PathTo("boxShape"), world, 0));
-    const VMPolygon* polygon = world.Polygons[0];
-    EXPECT_EQ(polygon->CastShadows, 1);
-    EXPECT_EQ(polygon->Visible, 1);
-    EXPECT_EQ(polygon->CollisionFlags, 0xFFFF);
+    const VMPolygon* plain = world.Polygons[0];
+    EXPECT_EQ(plain->CastShadows, 1);
+    EXPECT_EQ(plain->Visible, 1);
+    EXPECT_EQ(plain->CollisionFlags, 0xFFFF);
+    const VMPolygon* box = world.Polygons[6];
+    EXPECT_EQ(box->CastShadows, 0);
+    EXPECT_EQ(box->Visible, 0);
+    EXPECT_EQ(box->CollisionFlags, 5);
 }
 
 TEST_F(ExportMeshTest, ModelExportMakesFacesOfSkinVertices)
