@@ -15,6 +15,8 @@
 
 #include <maya/MFnDependencyNode.h>
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
 
@@ -96,7 +98,8 @@ TEST_F(ExportTextureTest, TexturedSpecularAttributesGiveFixedValuesAndTheSpecula
     EXPECT_EQ(material->SpecularMap, "Textures\\ecc.tga");
 }
 
-TEST_F(ExportTextureTest, DiffuseBytesAreColourTimesDiffuseRounded)
+// Without a texture the shader is a colour material of the atlas; pure white ambient turns lighting off.
+TEST_F(ExportTextureTest, DiffuseBytesAreColourTimesDiffuseRoundedOfAColourMaterial)
 {
     const MObject lambert = Shader("lambert", "orange");
     SetAttr("orange.color", 1.0, 0.5, 0.0);
@@ -111,41 +114,33 @@ TEST_F(ExportTextureTest, DiffuseBytesAreColourTimesDiffuseRounded)
     EXPECT_EQ(material->Name, "orange");
     EXPECT_EQ(material->LightingFlag, 1);
     EXPECT_EQ(material->ModelFlag, 0);
-}
-
-TEST_F(ExportTextureTest, UntexturedShaderBecomesAColourMaterialOfTheAtlas)
-{
-    VMMaterial* material = Material(Shader("lambert", "plain"));
     EXPECT_EQ(material->AtlasFlag, 1u);
     EXPECT_EQ(material->DiffuseTexture, "\\VColors.dds");
     EXPECT_TRUE(report.Issues().empty());
+
+    SetAttr(Name(Shader("lambert", "lit")) + ".ambientColor", 1.0, 1.0, 1.0);
+    EXPECT_EQ(Material(NodeByName("lit"))->LightingFlag, 0);
 }
 
-TEST_F(ExportTextureTest, ColourMaterialUVsGoToTheCentreOfTheColoursAtlasTexel)
+TEST_F(ExportTextureTest, ColourMaterialUVsGoToTheCentreOfTheColoursAtlasTexelOthersThroughTheUVTransform)
 {
-    VMMaterial material;
-    material.AtlasFlag = 1;
-    material.DiffuseColour[0] = 255;
-    material.DiffuseColour[1] = 128;
-    material.DiffuseColour[2] = 8;
+    VMMaterial colour;
+    colour.AtlasFlag = 1;
+    colour.DiffuseColour[0] = 255;
+    colour.DiffuseColour[1] = 128;
+    colour.DiffuseColour[2] = 8;
     // texel = (8 >> 3) * 2048 + (128 >> 2) * 32 + (255 >> 3) = 3103: column 31, row 12
     float uv[2] = {0.7f, 0.2f};
-    MapMaterialUV(&material, uv);
+    MapMaterialUV(&colour, uv);
     EXPECT_FLOAT_EQ(uv[0], 31.5f / 256.0f);
     EXPECT_FLOAT_EQ(uv[1], 12.5f / 256.0f);
-}
 
-TEST_F(ExportTextureTest, TexturedMaterialUVsGoThroughTheUVTransform)
-{
-    VMMaterial material;
-    material.UVTransform[0] = 2.0f;
-    material.UVTransform[1] = 3.0f;
-    material.UVTransform[2] = 0.5f;
-    material.UVTransform[3] = -1.0f;
-    float uv[2] = {0.25f, 0.5f};
-    MapMaterialUV(&material, uv);
-    EXPECT_FLOAT_EQ(uv[0], 1.0f);
-    EXPECT_FLOAT_EQ(uv[1], 0.5f);
+    VMMaterial textured;
+    std::copy_n(std::array<float, 4> {2.0f, 3.0f, 0.5f, -1.0f}.begin(), 4, textured.UVTransform);
+    float mapped[2] = {0.25f, 0.5f};
+    MapMaterialUV(&textured, mapped);
+    EXPECT_FLOAT_EQ(mapped[0], 1.0f);
+    EXPECT_FLOAT_EQ(mapped[1], 0.5f);
 }
 
 TEST_F(ExportTextureTest, RepeatAndOffsetOfTheColourTextureBecomeTheUVTransform)
@@ -241,13 +236,6 @@ TEST_F(ExportTextureTest, CustomShaderAttributesOverrideTheHarvestedValues)
     EXPECT_EQ(material->NormalMap, "Textures\\custom_n.tga");
 }
 
-TEST_F(ExportTextureTest, PureWhiteAmbientClearsTheLightingFlag)
-{
-    const MObject lambert = Shader("lambert", "lit");
-    SetAttr("lit.ambientColor", 1.0, 1.0, 1.0);
-    EXPECT_EQ(Material(lambert)->LightingFlag, 0);
-}
-
 TEST_F(ExportTextureTest, ModelExportMaterialsCarryTheModelFlagAndNoLighting)
 {
     parameters.FormatKind = kFormatKindModel;
@@ -315,19 +303,13 @@ TEST_F(ExportTextureTest, MaterialNamesEqualButForCaseAreReportedOncePerPairInPa
 {
     Material(Shader("lambert", "Stone"));
     Material(Shader("lambert", "Moss"));
+    EXPECT_EQ(CheckDuplicateMaterialNames(world, report), 0);
+    EXPECT_TRUE(report.Issues().empty());
     Material(Shader("lambert", "moss"));
     Material(Shader("lambert", "stone"));
     Material(Shader("lambert", "marble"));
     EXPECT_EQ(CheckDuplicateMaterialNames(world, report), -1);
     EXPECT_EQ(report.Details(IssueDuplicateMaterialNames), (std::vector<std::string>{"stone", "moss"}));
-}
-
-TEST_F(ExportTextureTest, DistinctMaterialNamesPassTheCheck)
-{
-    Material(Shader("lambert", "a"));
-    Material(Shader("lambert", "b"));
-    EXPECT_EQ(CheckDuplicateMaterialNames(world, report), 0);
-    EXPECT_TRUE(report.Issues().empty());
 }
 
 TEST_F(ExportTextureTest, MaterialsWithoutPolygonsLeaveTheModelInOrder)
