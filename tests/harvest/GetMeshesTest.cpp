@@ -57,7 +57,7 @@ TEST_F(GetMeshesTest, PrecalculationCountsTrianglesVerticesJointsAndBounds)
     EXPECT_NE(text.find("Mesh: 12 faces, 8 vertices\r\n"), std::string::npos);
 }
 
-TEST_F(GetMeshesTest, InvisibleMeshCountsNoTrianglesButCountsAsAMeshNode)
+TEST_F(GetMeshesTest, InvisibleMeshCountsNoTrianglesButCountsAsAMeshNodeAndASelectionCountsOnlyItsSubtrees)
 {
     MeshNode("hidden");
     SetAttr("hidden.visibility", 0.0);
@@ -65,16 +65,14 @@ TEST_F(GetMeshesTest, InvisibleMeshCountsNoTrianglesButCountsAsAMeshNode)
     EXPECT_EQ(State().Stats.MeshNodeCount, 1);
     EXPECT_EQ(State().Stats.VertexCount, 0);
     EXPECT_NE(DebugText().find("Mesh: 0 faces, 0 vertices\r\n"), std::string::npos);
-}
 
-TEST_F(GetMeshesTest, PrecalculationOfASelectionCountsOnlyTheSelectedSubtrees)
-{
-    MeshNode("a");
     MeshNode("b");
     Select({PathTo("b")});
     parameters.SelectionOnly = true;
-    CountTriangles(State());
-    EXPECT_EQ(State().Stats.MeshNodeCount, 1);
+    HarvestState selected(parameters, report);
+    CountTriangles(selected);
+    EXPECT_EQ(selected.Stats.MeshNodeCount, 1);
+    EXPECT_EQ(selected.Stats.VertexCount, 8);
 }
 
 TEST_F(GetMeshesTest, StaticWalkSortsMeshesPortalsAndLightsAndSkipsSkippedSubtrees)
