@@ -59,12 +59,6 @@ TEST_F(LightsTest, PointLightTakesWorldPositionPackedColourAndDecayRadius)
     EXPECT_NEAR(light->Radius, std::sqrt(200.0) * 3.0, 1e-4);
 }
 
-TEST_F(LightsTest, LightWithoutDecayReachesTheEndlessRadiusTimesLightScale)
-{
-    const MDagPath path = Light("pointLight", "sun");
-    EXPECT_FLOAT_EQ(ExportLight(path, 0.5f)->Radius, 167772160.0f * 0.5f);
-}
-
 // The axes follow the light's world rotation: its own, then its parent's.
 TEST_F(LightsTest, SpotLightTakesConeInDegreesAndAxesFromItsWorldRotation)
 {
@@ -91,6 +85,8 @@ TEST_F(LightsTest, DirectionalLightIsTypeThreeAndAmbientAndAreaLightsGiveNone)
     EXPECT_EQ(light->Type, VMLight::DirectionalLight);
     // Pointing straight down: Maya's -Y is the engine's -Z.
     EXPECT_THAT(light->Direction, Pointwise(FloatNear(1e-6f), {0.0f, 0.0f, -1.0f}));
+    // Without decay a light reaches the endless radius times the light scale.
+    EXPECT_FLOAT_EQ(ExportLight(sun, 0.5f)->Radius, 167772160.0f * 0.5f);
     EXPECT_FALSE(ExportLight(Light("ambientLight", "fill"), 1.0f));
     EXPECT_FALSE(ExportLight(Light("areaLight", "panel"), 1.0f));
 }
