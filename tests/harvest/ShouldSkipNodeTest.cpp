@@ -40,11 +40,7 @@ TEST_F(ShouldSkipNodeTest, ExportSkipOnTheTransformSkipsTheTransformAndItsShape)
     EXPECT_TRUE(ShouldSkipNode(PathTo("boxShape")));
     const std::string text = DebugText();
     EXPECT_NE(text.find("hasFn( kTransform kMesh )\r\nSkipping ignored object>\r\n"), std::string::npos) << text;
-}
-
-TEST_F(ShouldSkipNodeTest, ShapeWhoseOwnExportSkipIsZeroIsKeptUnderASkippedTransform)
-{
-    AddAttr(box, "ExportSkip", AttrType::Int, 1);
+    // A shape whose own ExportSkip is zero is kept under the skipped transform.
     AddAttr(shape, "ExportSkip", AttrType::Int, 0);
     EXPECT_FALSE(ShouldSkipNode(PathTo("boxShape")));
 }
@@ -72,6 +68,8 @@ TEST_F(ShouldSkipNodeTest, NodeWithItsOwnVisibilityOffIsSkippedAsInvisible)
 
 TEST_F(ShouldSkipNodeTest, NodeBelowAHiddenAncestorIsInvisible)
 {
+    EXPECT_TRUE(IsNodeVisible(PathTo("boxShape")));
+    EXPECT_TRUE(IsNodeVisible(PathTo("group")));
     SetAttr("group.visibility", 0.0);
     EXPECT_FALSE(IsNodeVisible(PathTo("boxShape")));
     EXPECT_FALSE(IsNodeVisible(PathTo("box")));
@@ -88,13 +86,7 @@ TEST_F(ShouldSkipNodeTest, NodeInAHiddenDisplayLayerIsInvisible)
     EXPECT_TRUE(IsNodeVisible(PathTo("group")));
 }
 
-TEST_F(ShouldSkipNodeTest, VisibleNodesStayVisible)
-{
-    EXPECT_TRUE(IsNodeVisible(PathTo("boxShape")));
-    EXPECT_TRUE(IsNodeVisible(PathTo("group")));
-}
-
-TEST_F(ShouldSkipNodeTest, ShapeAttributeFallsBackToItsTransform)
+TEST_F(ShouldSkipNodeTest, ShapeAttributeFallsBackToItsTransformButNotToItsGrandparent)
 {
     AddAttr(box, "CollisionFlags", AttrType::Int, 0x12345);
     int32_t value = 7;
@@ -106,23 +98,18 @@ TEST_F(ShouldSkipNodeTest, ShapeAttributeFallsBackToItsTransform)
     int32_t own = 7;
     EXPECT_FALSE(GetOwnIntAttribute(MString("CollisionFlags"), PathTo("boxShape"), own));
     EXPECT_EQ(own, 7);
-}
 
-TEST_F(ShouldSkipNodeTest, AttributeIsNotLookedUpTwoLevelsUp)
-{
+    // Never two levels up.
     AddAttr(group, "Visible", AttrType::Int, 0);
-    int32_t value = 5;
-    EXPECT_FALSE(GetNodeIntAttribute(MString("Visible"), PathTo("boxShape"), value));
-    EXPECT_EQ(value, 5);
-}
+    int32_t visible = 5;
+    EXPECT_FALSE(GetNodeIntAttribute(MString("Visible"), PathTo("boxShape"), visible));
+    EXPECT_EQ(visible, 5);
 
-TEST_F(ShouldSkipNodeTest, StringAttributeIsRead)
-{
     AddAttr(box, "zephra_ExportTo", AttrType::String);
     SetAttr("box.zephra_ExportTo", std::string("meshes\\crate.qmesh"));
-    std::string value;
-    EXPECT_TRUE(GetNodeStringAttribute(MString("zephra_ExportTo"), PathTo("boxShape"), value));
-    EXPECT_EQ(value, "meshes\\crate.qmesh");
+    std::string target;
+    EXPECT_TRUE(GetNodeStringAttribute(MString("zephra_ExportTo"), PathTo("boxShape"), target));
+    EXPECT_EQ(target, "meshes\\crate.qmesh");
 }
 
 TEST_F(ShouldSkipNodeTest, NameHelpersAnswerTheirFixedTextsForMissingNodes)
