@@ -51,6 +51,7 @@ std::vector<std::string> WithoutWorld(std::vector<std::string> names)
     return names;
 }
 
+// A visit answering false keeps the walk out of that subtree; a walk may start at any valid path.
 TEST_F(NodeIteratorTest, WholeSceneIsVisitedDepthFirstParentsBeforeChildrenInChildOrder)
 {
     RecordingVisitor visitor;
@@ -58,24 +59,19 @@ TEST_F(NodeIteratorTest, WholeSceneIsVisitedDepthFirstParentsBeforeChildrenInChi
     EXPECT_EQ(WithoutWorld(visitor.visited), (std::vector<std::string>{"a", "b", "bShape", "c", "d"}));
     EXPECT_EQ(visitor.recurse, 1);
     EXPECT_EQ(visitor.selectionOnly, 0);
+
+    RecordingVisitor pruned;
+    pruned.stopAt = "b";
+    pruned.Iterate(MDagPath(), false, true);
+    EXPECT_EQ(WithoutWorld(pruned.visited), (std::vector<std::string>{"a", "b", "c", "d"}));
+
+    RecordingVisitor rooted;
+    rooted.Iterate(PathTo("b"), false, true);
+    EXPECT_EQ(rooted.visited, (std::vector<std::string>{"b", "bShape"}));
 }
 
-TEST_F(NodeIteratorTest, VisitReturningFalseKeepsTheWalkOutOfTheSubtree)
-{
-    RecordingVisitor visitor;
-    visitor.stopAt = "b";
-    visitor.Iterate(MDagPath(), false, true);
-    EXPECT_EQ(WithoutWorld(visitor.visited), (std::vector<std::string>{"a", "b", "c", "d"}));
-}
-
-TEST_F(NodeIteratorTest, WalkStartsAtAValidRootPath)
-{
-    RecordingVisitor visitor;
-    visitor.Iterate(PathTo("b"), false, true);
-    EXPECT_EQ(visitor.visited, (std::vector<std::string>{"b", "bShape"}));
-}
-
-TEST_F(NodeIteratorTest, SelectionWithoutRecursionVisitsExactlyTheSelectedNodes)
+// Without recursion exactly the selected nodes; with it, a node selected with its ancestor comes twice.
+TEST_F(NodeIteratorTest, SelectionIsVisitedInItsOrderWithOrWithoutTheSubtrees)
 {
     Select({PathTo("d"), PathTo("b")});
     RecordingVisitor visitor;
@@ -83,22 +79,16 @@ TEST_F(NodeIteratorTest, SelectionWithoutRecursionVisitsExactlyTheSelectedNodes)
     EXPECT_EQ(visitor.visited, (std::vector<std::string>{"d", "b"}));
     EXPECT_EQ(visitor.selectionOnly, 1);
     EXPECT_EQ(visitor.recurse, 0);
-}
 
-TEST_F(NodeIteratorTest, NodeSelectedWithItsAncestorIsVisitedTwice)
-{
     Select({PathTo("a"), PathTo("b")});
-    RecordingVisitor visitor;
-    visitor.Iterate(MDagPath(), true, true);
-    EXPECT_EQ(visitor.visited, (std::vector<std::string>{"a", "b", "bShape", "c", "b", "bShape"}));
-}
+    RecordingVisitor twice;
+    twice.Iterate(MDagPath(), true, true);
+    EXPECT_EQ(twice.visited, (std::vector<std::string>{"a", "b", "bShape", "c", "b", "bShape"}));
 
-TEST_F(NodeIteratorTest, EmptySelectionVisitsNothing)
-{
     Select({});
-    RecordingVisitor visitor;
-    visitor.Iterate(MDagPath(), true, true);
-    EXPECT_TRUE(visitor.visited.empty());
+    RecordingVisitor none;
+    none.Iterate(MDagPath(), true, true);
+    EXPECT_TRUE(none.visited.empty());
 }
 
 TEST_F(NodeIteratorTest, ClassifyNodeTellsJointsMeshShapesAndIntermediateObjects)
