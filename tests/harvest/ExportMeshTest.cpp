@@ -87,34 +87,24 @@ TEST_F(ExportMeshTest, PositionsAndNormalsEnterInEngineAxes)
     EXPECT_NEAR(v->Normal[2], 1.0f, 1e-6);
 }
 
+// Maya corners 3 4 1 0 of the first quad, reversed on the mirrored node (vertices 6 on).
 TEST_F(ExportMeshTest, MirroredNodeHasItsCornerOrderReversed)
 {
-    const MObject transform = CreateNode("transform", "quad");
-    const MObject shape = CreateMesh("quadShape", transform, TwoQuads());
-    AssignNewShader(shape, "grey");
-    SetAttr("quad.scaleX", -1.0);
+    AssignNewShader(CreateMesh("quadShape", CreateNode("transform", "quad"), TwoQuads()), "grey");
+    AssignNewShader(CreateMesh("mirrorShape", CreateNode("transform", "mirror"), TwoQuads()), "grey2");
+    SetAttr("mirror.scaleX", -1.0);
     ASSERT_TRUE(ExportMesh(State(), PathTo("quadShape"), world, 0));
-    ASSERT_EQ(world.Polygons.Count(), 2);
-    // Maya corners 3 4 1 0 of the first quad, reversed.
-    const std::vector<VMVertex*>& corners = world.Polygons[0]->Corners;
-    ASSERT_EQ(corners.size(), 4u);
-    EXPECT_EQ(world.Vertices.Find(corners[0]), 0);
-    EXPECT_EQ(world.Vertices.Find(corners[1]), 1);
-    EXPECT_EQ(world.Vertices.Find(corners[2]), 4);
-    EXPECT_EQ(world.Vertices.Find(corners[3]), 3);
-    EXPECT_FLOAT_EQ(world.Vertices[1]->Position[0], -1.0f);
-}
-
-TEST_F(ExportMeshTest, UnmirroredNodeKeepsMayaCornerOrder)
-{
-    const MObject shape = CreateMesh("quadShape", CreateNode("transform", "quad"), TwoQuads());
-    AssignNewShader(shape, "grey");
-    ASSERT_TRUE(ExportMesh(State(), PathTo("quadShape"), world, 0));
-    const std::vector<VMVertex*>& corners = world.Polygons[0]->Corners;
-    EXPECT_EQ(world.Vertices.Find(corners[0]), 3);
-    EXPECT_EQ(world.Vertices.Find(corners[1]), 4);
-    EXPECT_EQ(world.Vertices.Find(corners[2]), 1);
-    EXPECT_EQ(world.Vertices.Find(corners[3]), 0);
+    ASSERT_TRUE(ExportMesh(State(), PathTo("mirrorShape"), world, 0));
+    ASSERT_EQ(world.Polygons.Count(), 4);
+    const auto cornersOf = [&](int polygon) {
+        std::vector<int> corners;
+        for (const VMVertex* corner : world.Polygons[polygon]->Corners)
+            corners.push_back(world.Vertices.Find(corner));
+        return corners;
+    };
+    EXPECT_EQ(cornersOf(0), (std::vector<int> {3, 4, 1, 0}));
+    EXPECT_EQ(cornersOf(2), (std::vector<int> {6, 7, 10, 9}));
+    EXPECT_FLOAT_EQ(world.Vertices[7]->Position[0], -1.0f);
 }
 
 TEST_F(ExportMeshTest, BaseUVsAreFlippedInV)

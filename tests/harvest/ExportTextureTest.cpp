@@ -189,7 +189,7 @@ TEST_F(ExportTextureTest, MeshFlagIsIgnoredUnlessDoubleSidedComesFromTheMesh)
     EXPECT_EQ(world.Materials[0]->DoubleSided, 1);
 }
 
-TEST_F(ExportTextureTest, OpacityTextureWithoutColourTextureIsDroppedWithItsIssue)
+TEST_F(ExportTextureTest, OpacityTextureWithoutColourTextureIsDroppedAndOneUnlikeTheColourMapIsReported)
 {
     const MObject lambert = Shader("lambert", "glass");
     CreateFileTexture("alphaFile", SourceTexture("alpha.tga"), "glass.transparency");
@@ -197,19 +197,16 @@ TEST_F(ExportTextureTest, OpacityTextureWithoutColourTextureIsDroppedWithItsIssu
     EXPECT_EQ(material->Transparency, 2u);
     EXPECT_EQ(material->AtlasFlag, 1u);
     EXPECT_EQ(report.Details(IssueBumpOpacityOnUntextured), (std::vector<std::string>{"glass"}));
-}
 
-TEST_F(ExportTextureTest, OpacityMapThatDiffersFromTheColourMapIsReported)
-{
-    const MObject lambert = Shader("lambert", "leaf");
-    CreateFileTexture("leafColour", SourceTexture("leaf.tga"), "leaf.color");
+    // An opacity map that differs from the colour map is reported.
+    CreateFileTexture("leafColour", SourceTexture("leaf.tga"), Name(Shader("lambert", "leaf")) + ".color");
     CreateFileTexture("leafAlpha", SourceTexture("leaf_alpha.tga"), "leaf.transparency");
-    Material(lambert);
+    Material(NodeByName("leaf"));
     ASSERT_EQ(report.Count(IssueOpacityMapMismatch), 1);
     EXPECT_EQ(report.Details(IssueOpacityMapMismatch)[0].rfind("Materials: leaf\r\n  Colormap: ", 0), 0u);
 }
 
-TEST_F(ExportTextureTest, BumpTextureNeedsABumpNodeWithDepth)
+TEST_F(ExportTextureTest, BumpTextureNeedsABumpNodeAndCustomAttributesOverrideTheHarvestedValues)
 {
     const MObject lambert = Shader("lambert", "rock");
     CreateFileTexture("rockColour", SourceTexture("rock.tga"), "rock.color");
@@ -220,20 +217,18 @@ TEST_F(ExportTextureTest, BumpTextureNeedsABumpNodeWithDepth)
     VMMaterial* material = Material(lambert);
     EXPECT_EQ(material->DiffuseTexture, "Textures\\rock.tga");
     EXPECT_EQ(material->NormalMap, "Textures\\rock_n.tga");
-}
 
-TEST_F(ExportTextureTest, CustomShaderAttributesOverrideTheHarvestedValues)
-{
-    const MObject lambert = Shader("lambert", "custom");
-    AddAttr(lambert, "v_blendmode", AttrType::Int, 5);
-    AddAttr(lambert, "v_userdata", AttrType::String);
+    // Custom shader attributes override the harvested values.
+    const MObject custom = Shader("lambert", "custom");
+    AddAttr(custom, "v_blendmode", AttrType::Int, 5);
+    AddAttr(custom, "v_userdata", AttrType::String);
     SetAttr("custom.v_userdata", std::string("glow=1"));
-    AddAttr(lambert, "Bump_Texture_1", AttrType::String);
+    AddAttr(custom, "Bump_Texture_1", AttrType::String);
     SetAttr("custom.Bump_Texture_1", SourceTexture("custom_n.tga"));
-    VMMaterial* material = Material(lambert);
-    EXPECT_EQ(material->Transparency, 5u);
-    EXPECT_EQ(material->UserData, "glow=1");
-    EXPECT_EQ(material->NormalMap, "Textures\\custom_n.tga");
+    const VMMaterial* overridden = Material(custom);
+    EXPECT_EQ(overridden->Transparency, 5u);
+    EXPECT_EQ(overridden->UserData, "glow=1");
+    EXPECT_EQ(overridden->NormalMap, "Textures\\custom_n.tga");
 }
 
 TEST_F(ExportTextureTest, ModelExportMaterialsCarryTheModelFlagAndNoLighting)
