@@ -138,7 +138,7 @@ TEST_F(GetMeshesTest, StaticPassExportsEveryWorldMeshAndLightAndTracesEachOutcom
     EXPECT_NE(text.find("1. OK.\r\n#lights=2\r\n0  Error.\r\n1  OK.\r\n#portals=0\r\n"), std::string::npos);
 }
 
-TEST_F(GetMeshesTest, ModelPassExportsMeshesAndJointsWhenBonesAreExported)
+TEST_F(GetMeshesTest, ModelPassExportsMeshesAndJointsWhenBonesAreExportedAndOnlyTheSelectedWhenAsked)
 {
     parameters.FormatKind = kFormatKindModel;
     MeshNode("body");
@@ -157,6 +157,16 @@ TEST_F(GetMeshesTest, ModelPassExportsMeshesAndJointsWhenBonesAreExported)
     ASSERT_NE(withBones.Skeleton, nullptr);
     ASSERT_EQ(withBones.Skeleton->Bones.Count(), 1);
     EXPECT_EQ(withBones.Skeleton->Bones[0]->Name, "root");
+
+    // A selection's pass exports only the selected meshes.
+    MeshNode("other");
+    Select({PathTo("body")});
+    parameters.SelectionOnly = true;
+    VMModel selected;
+    HarvestState selection(parameters, report);
+    GetMeshes(selection, selected, 3);
+    ASSERT_EQ(selection.MeshNodes.Count(), 1);
+    EXPECT_EQ(selection.MeshNodes[0].Name, "|body|bodyShape");
 }
 
 TEST_F(GetMeshesTest, NurbsSurfaceIsSkippedWithItsOwnLineEndingPerExport)
@@ -193,19 +203,6 @@ TEST_F(GetMeshesTest, BoundsNodeGivesTheModelsCollisionBoxAndIsNotExported)
     EXPECT_FLOAT_EQ(box.Min[2], -198.0f);
     EXPECT_FLOAT_EQ(box.Max[2], 202.0f);
     EXPECT_NE(DebugText().find("Using node 'boundsShape' for model bounding box (-99.000000,-303.000000,-198.000000)-(101.000000,297.000000,202.000000)\r\n"), std::string::npos);
-}
-
-TEST_F(GetMeshesTest, SelectionOnlyModelPassExportsOnlyTheSelectedMeshes)
-{
-    parameters.FormatKind = kFormatKindModel;
-    parameters.SelectionOnly = true;
-    MeshNode("chosen");
-    MeshNode("other");
-    Select({PathTo("chosen")});
-    VMModel model;
-    GetMeshes(State(), model, 3);
-    ASSERT_EQ(State().MeshNodes.Count(), 1);
-    EXPECT_EQ(State().MeshNodes[0].Name, "|chosen|chosenShape");
 }
 
 }
