@@ -531,7 +531,7 @@ TEST(PreviewCommand, RefusesWhatItCannotReadWithTheReason)
                 HasSubstr("kestrel preview: '/nowhere/a.model': Failed to open file"));
 }
 
-TEST_F(ExportCommand, LightmapPictureIsDrawnForEachMaterialOfTheAtlas)
+TEST_F(ExportCommand, LightmapPictureIsDrawnForEachMaterialOfTheAtlasAndRefusedWithoutOne)
 {
     ExportRequest request = Request("lit.qmesh");
     request.Settings = {"LightmapUVs=1"};
@@ -548,16 +548,15 @@ TEST_F(ExportCommand, LightmapPictureIsDrawnForEachMaterialOfTheAtlas)
     }
     EXPECT_THAT(Out, HasSubstr("Lightmap atlas of material 'nearStone' drawn to '"));
     EXPECT_TRUE(Err.empty()) << Err;
-}
 
-TEST_F(ExportCommand, LightmapPictureOfAMeshWithoutLightmapUVsIsRefused)
-{
-    ExportRequest request = Request("unlit.qmesh");
+    // Without lightmap UVs there is nothing to draw.
+    request = Request("unlit.qmesh");
     request.Settings = {"LightmapUVs=0"};
-    request.LightmapPicture = Native("atlas.png").string();
+    request.LightmapPicture = Native("unlit.png").string();
     EXPECT_EQ(Run(request), 1);
     EXPECT_THAT(Err, HasSubstr("has no lightmap UVs to draw; export with --set LightmapUVs=1"));
-    EXPECT_FALSE(std::filesystem::exists(Native("atlas.png")));
+    EXPECT_FALSE(std::filesystem::exists(Native("unlit.png")));
+    EXPECT_FALSE(std::filesystem::exists(Native("unlit.0.png")));
 }
 
 // The atlases of a real textured scene, read back from the file and drawn texel by texel.
