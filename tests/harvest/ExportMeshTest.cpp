@@ -179,6 +179,11 @@ TEST_F(ExportMeshTest, NodeWithoutMaterialRaisesItsIssueAndOneIssuePerUnusedVert
         EXPECT_EQ(vertex->Normal[1], 0.0f);
     }
     EXPECT_NE(DebugText().find("No shaders at all!\r\n"), std::string::npos);
+
+    // A node that cannot be opened as a mesh is refused and not recorded.
+    CreateNode("transform", "empty");
+    EXPECT_FALSE(ExportMesh(State(), PathTo("empty"), world, 0));
+    EXPECT_EQ(State().MeshNodes.Count(), 1);
 }
 
 TEST_F(ExportMeshTest, VertexThatNoPolygonUsesRaisesVertexWithNoUVMapping)
@@ -366,13 +371,6 @@ TEST_F(ExportMeshTest, CornerWithoutUVsMakesTheTangentsInvalidForTheRestOfTheNod
     EXPECT_EQ(report.Details(IssueInvalidTangents), (std::vector<std::string>{"|quad|quadShape"}));
     EXPECT_EQ(report.Count(IssueInvalidTextureUVs), 0);
     EXPECT_NE(DebugText().find("Mesh had invalid tangents!\r\n"), std::string::npos);
-}
-
-TEST_F(ExportMeshTest, NodeThatCannotBeOpenedIsRefused)
-{
-    CreateNode("transform", "empty");
-    EXPECT_FALSE(ExportMesh(State(), PathTo("empty"), world, 0));
-    EXPECT_EQ(State().MeshNodes.Count(), 0);
 }
 
 }

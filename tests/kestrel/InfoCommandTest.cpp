@@ -1,5 +1,6 @@
 #include "kestrel/InfoCommand.h"
 
+#include "CapturedRun.h"
 #include "tests/UniqueTempFolder.h"
 
 #include <gtest/gtest.h>
@@ -11,31 +12,14 @@
 
 namespace {
 
-struct Captured {
+struct Captured : CapturedRun {
     int ExitCode = 0;
-    std::string Out;
-    std::string Err;
 };
-
-std::string ReadBack(std::FILE* file)
-{
-    std::string text;
-    std::rewind(file);
-    char buffer[4096];
-    for (size_t got; (got = std::fread(buffer, 1, sizeof(buffer), file)) > 0;)
-        text.append(buffer, got);
-    std::fclose(file);
-    return text;
-}
 
 Captured RunInfoOn(const std::string& path)
 {
-    std::FILE* out = std::tmpfile();
-    std::FILE* err = std::tmpfile();
     Captured captured;
-    captured.ExitCode = RunInfo(path, out, err);
-    captured.Out = ReadBack(out);
-    captured.Err = ReadBack(err);
+    captured.ExitCode = captured.Run([&](std::FILE* out, std::FILE* err) { return RunInfo(path, out, err); });
     return captured;
 }
 
