@@ -68,7 +68,7 @@ protected:
 // Exponent by shader kind: Blinn 128 below an eccentricity of 1/32, else 4 / eccentricity; Phong
 // four times the cosine power, PhongE four times the roughness, Lambert none. The multiplier is
 // the specular colour's average.
-TEST_F(ExportTextureTest, SpecularValuesFollowTheShaderKind)
+TEST_F(ExportTextureTest, SpecularValuesFollowTheShaderKindOrItsTextures)
 {
     SetAttr(Name(Shader("blinn", "sharp")) + ".eccentricity", 0.0);
     SetAttr(Name(Shader("blinn", "soft")) + ".eccentricity", 0.5);
@@ -84,10 +84,8 @@ TEST_F(ExportTextureTest, SpecularValuesFollowTheShaderKind)
     const VMMaterial* matte = Material(Shader("lambert", "matte"));
     EXPECT_EQ(matte->SpecularExponent, 0.0f);
     EXPECT_EQ(matte->SpecularMultiplier, 0.0f);
-}
 
-TEST_F(ExportTextureTest, TexturedSpecularAttributesGiveFixedValuesAndTheSpecularMap)
-{
+    // Textured specular attributes give fixed values and the specular map.
     const MObject blinn = Shader("blinn", "mapped");
     CreateFileTexture("specFile", SourceTexture("description.tga"), "mapped.specularColor");
     CreateFileTexture("eccFile", SourceTexture("ecc.tga"), "");
@@ -231,17 +229,6 @@ TEST_F(ExportTextureTest, BumpTextureNeedsABumpNodeAndCustomAttributesOverrideTh
     EXPECT_EQ(overridden->NormalMap, "Textures\\custom_n.tga");
 }
 
-TEST_F(ExportTextureTest, ModelExportMaterialsCarryTheModelFlagAndNoLighting)
-{
-    parameters.FormatKind = kFormatKindModel;
-    VMModel model;
-    VMMaterial* material = LookupMaterial(State(), model, Shader("lambert", "skin"), 0);
-    ASSERT_NE(material, nullptr);
-    EXPECT_EQ(material->ModelFlag, 1);
-    EXPECT_EQ(material->LightingFlag, 0);
-    EXPECT_EQ(model.Materials.Count(), 1);
-}
-
 TEST_F(ExportTextureTest, ShaderIsReadOncePerExportAndFlag)
 {
     const MObject lambert = Shader("lambert", "once");
@@ -307,6 +294,7 @@ TEST_F(ExportTextureTest, MaterialNamesEqualButForCaseAreReportedOncePerPairInPa
     EXPECT_EQ(report.Details(IssueDuplicateMaterialNames), (std::vector<std::string>{"stone", "moss"}));
 }
 
+// A model's materials carry the model flag and no lighting.
 TEST_F(ExportTextureTest, MaterialsWithoutPolygonsLeaveTheModelInOrder)
 {
     parameters.FormatKind = kFormatKindModel;
@@ -314,7 +302,10 @@ TEST_F(ExportTextureTest, MaterialsWithoutPolygonsLeaveTheModelInOrder)
     CreateShader("lambert", "used");
     const MObject mesh = CreateMesh("meshShape", CreateNode("transform", "mesh"), Cube());
     Assign(NodeByName("usedSG"), mesh);
-    LookupMaterial(State(), model, Shader("lambert", "unused"), 0);
+    const VMMaterial* unused = LookupMaterial(State(), model, Shader("lambert", "unused"), 0);
+    ASSERT_NE(unused, nullptr);
+    EXPECT_EQ(unused->ModelFlag, 1);
+    EXPECT_EQ(unused->LightingFlag, 0);
     ASSERT_TRUE(ExportMesh(State(), PathTo("meshShape"), model, 0));
     ASSERT_EQ(model.Materials.Count(), 2);
     DropUnusedMaterials(model);
