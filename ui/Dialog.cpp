@@ -8,21 +8,21 @@
 Dialog::Dialog(DialogLayout layout)
     : m_layout(std::move(layout))
 {
-    for (const ControlSpec& spec : m_layout.Controls) {
-        assert(!m_controls.contains(spec.Id) && "control ids are unique within a dialog");
-        const bool ownText = spec.Kind == ControlKind::Label || spec.Kind == ControlKind::Check ||
-                             spec.Kind == ControlKind::Radio || spec.Kind == ControlKind::Button;
+    for (const ControlSpec& definition : m_layout.Controls) {
+        assert(!m_controls.contains(definition.Id) && "control ids are unique within a dialog");
+        const bool ownText = definition.Kind == ControlKind::Label || definition.Kind == ControlKind::Check ||
+                             definition.Kind == ControlKind::Radio || definition.Kind == ControlKind::Button;
         if (ownText)
-            m_controls[spec.Id].Text = spec.Label;
+            m_controls[definition.Id].Text = definition.Label;
         else
-            m_controls[spec.Id];
+            m_controls[definition.Id];
     }
 }
 
-const ControlSpec& Dialog::Spec(int id) const
+const ControlSpec& Dialog::Definition(int id) const
 {
     const auto found = std::find_if(m_layout.Controls.begin(), m_layout.Controls.end(),
-                                    [id](const ControlSpec& spec) { return spec.Id == id; });
+                                    [id](const ControlSpec& definition) { return definition.Id == id; });
     assert(found != m_layout.Controls.end());
     return *found;
 }
@@ -43,10 +43,10 @@ const ControlState& Dialog::operator[](int id) const
 
 void Dialog::CheckRadio(int id)
 {
-    const int group = Spec(id).Group;
-    for (const ControlSpec& spec : m_layout.Controls) {
-        if (spec.Kind == ControlKind::Radio && spec.Group == group)
-            m_controls[spec.Id].Checked = spec.Id == id;
+    const int group = Definition(id).Group;
+    for (const ControlSpec& definition : m_layout.Controls) {
+        if (definition.Kind == ControlKind::Radio && definition.Group == group)
+            m_controls[definition.Id].Checked = definition.Id == id;
     }
 }
 

@@ -109,7 +109,7 @@ public:
     Dialog& operator=(const Dialog&) = delete;
 
     const DialogLayout& Layout() const { return m_layout; }
-    const ControlSpec& Spec(int id) const;
+    const ControlSpec& Definition(int id) const;
 
     // Fills the controls; the view calls it once before showing the dialog.
     virtual void Open() {}

@@ -23,14 +23,14 @@ DialogLayoutBuilder& DialogLayoutBuilder::NextRow()
 
 ControlSpec& DialogLayoutBuilder::Add(int id, ControlKind kind, std::string label, std::string toolTip)
 {
-    ControlSpec spec;
-    spec.Id = id;
-    spec.Kind = kind;
-    spec.Label = std::move(label);
-    spec.Section = static_cast<int>(m_layout.Sections.size()) - 1;
-    spec.Row = m_row;
-    spec.Column = m_column++;
-    spec.ToolTip = std::move(toolTip);
-    m_layout.Controls.push_back(std::move(spec));
+    ControlSpec definition;
+    definition.Id = id;
+    definition.Kind = kind;
+    definition.Label = std::move(label);
+    definition.Section = static_cast<int>(m_layout.Sections.size()) - 1;
+    definition.Row = m_row;
+    definition.Column = m_column++;
+    definition.ToolTip = std::move(toolTip);
+    m_layout.Controls.push_back(std::move(definition));
     return m_layout.Controls.back();
 }

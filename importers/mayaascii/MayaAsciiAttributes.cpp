@@ -248,13 +248,13 @@ bool WritePlugValues(const std::vector<MPlug>& plugs, const MaSetAttr& set, cons
 bool AddDynamicAttribute(const MObject& node, const MaAddAttr& add, std::string& why)
 {
     using standin::AttrType;
-    standin::AttrSpec spec;
-    spec.longName = add.LongName;
-    spec.shortName = add.ShortName;
-    spec.defaultValue = add.Default;
-    spec.parent = add.Parent;
-    spec.array = add.Multi;
-    spec.hidden = add.Hidden;
+    standin::AttrSpec definition;
+    definition.longName = add.LongName;
+    definition.shortName = add.ShortName;
+    definition.defaultValue = add.Default;
+    definition.parent = add.Parent;
+    definition.array = add.Multi;
+    definition.hidden = add.Hidden;
     const std::string& type = add.AttributeType.empty() ? add.DataType : add.AttributeType;
     struct Kind {
         const char* Name;
@@ -278,7 +278,7 @@ bool AddDynamicAttribute(const MObject& node, const MaAddAttr& add, std::string&
         why = "the attribute type '" + type + "' is not held by the stand-in";
         return false;
     }
-    spec.type = kind->Type;
+    definition.type = kind->Type;
     // Enum fields "a:b=4:c" take the value after '=', else one more than the field before.
     short next = 0;
     for (size_t at = 0; !add.EnumNames.empty() && at <= add.EnumNames.size();) {
@@ -288,11 +288,11 @@ bool AddDynamicAttribute(const MObject& node, const MaAddAttr& add, std::string&
         int value = next;
         if (equals != std::string::npos && ParseInt(field.substr(equals + 1), value))
             field.resize(equals);
-        spec.enumFields.emplace_back(field, static_cast<short>(value));
+        definition.enumFields.emplace_back(field, static_cast<short>(value));
         next = static_cast<short>(value + 1);
         at = end + 1;
     }
-    if (!standin::AddAttr(node, spec)) {
+    if (!standin::AddAttr(node, definition)) {
         why = add.Parent.empty() ? "the node already has an attribute of that name"
                                  : "the node has no compound attribute '" + add.Parent + "' to hold it";
         return false;

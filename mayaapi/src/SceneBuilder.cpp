@@ -329,35 +329,35 @@ bool ConnectAttr(const MPlug& src, const MPlug& dst)
 bool AddAttr(const MObject& node, const std::string& longName, AttrType type, double defaultValue,
              const std::vector<std::string>& enumFields)
 {
-  AttrSpec spec{longName, std::string(), type, defaultValue, {}, std::string(), false, false};
+  AttrSpec definition{longName, std::string(), type, defaultValue, {}, std::string(), false, false};
   short index = 0;
   for (const std::string& field : enumFields)
-    spec.enumFields.emplace_back(field, index++);
-  return AddAttr(node, spec);
+    definition.enumFields.emplace_back(field, index++);
+  return AddAttr(node, definition);
 }
 
-bool AddAttr(const MObject& node, const AttrSpec& spec)
+bool AddAttr(const MObject& node, const AttrSpec& definition)
 {
   standin::Node* n = NodeOf(node);
-  if (!n || spec.longName.empty() || n->FindAttribute(spec.longName) ||
-      (!spec.shortName.empty() && n->FindAttribute(spec.shortName)))
+  if (!n || definition.longName.empty() || n->FindAttribute(definition.longName) ||
+      (!definition.shortName.empty() && n->FindAttribute(definition.shortName)))
     return false;
-  Attribute* parent = spec.parent.empty() ? nullptr : n->FindAttribute(spec.parent);
-  if (!spec.parent.empty() && (!parent || parent->kind != AttrKind::Compound))
+  Attribute* parent = definition.parent.empty() ? nullptr : n->FindAttribute(definition.parent);
+  if (!definition.parent.empty() && (!parent || parent->kind != AttrKind::Compound))
     return false;
   static const AttrKind kKinds[] = {AttrKind::Bool, AttrKind::Int, AttrKind::Short, AttrKind::Float, AttrKind::Double,
                                     AttrKind::String, AttrKind::Enum, AttrKind::Distance, AttrKind::Angle,
                                     AttrKind::Time, AttrKind::Matrix, AttrKind::Message, AttrKind::Compound,
                                     AttrKind::ComponentList, AttrKind::Mesh, AttrKind::PointArray};
   auto a = std::make_unique<Attribute>();
-  a->name = spec.longName;
-  a->shortName = spec.shortName == spec.longName ? std::string() : spec.shortName;
+  a->name = definition.longName;
+  a->shortName = definition.shortName == definition.longName ? std::string() : definition.shortName;
   a->dynamic = true;
-  a->kind = kKinds[static_cast<int>(spec.type)];
-  a->defaultNumber = spec.defaultValue;
-  a->array = spec.array;
-  a->hidden = spec.hidden;
-  a->enumFields = spec.enumFields;
+  a->kind = kKinds[static_cast<int>(definition.type)];
+  a->defaultNumber = definition.defaultValue;
+  a->array = definition.array;
+  a->hidden = definition.hidden;
+  a->enumFields = definition.enumFields;
   n->AddAttribute(std::move(a), parent);
   n->scene->Touch();
   return true;

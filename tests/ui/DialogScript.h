@@ -60,9 +60,9 @@ inline void Type(Dialog& dialog, int id, const std::string& text)
 inline void Click(Dialog& dialog, int id)
 {
     ASSERT_TRUE(dialog[id].Enabled && dialog[id].Visible) << id;
-    if (dialog.Spec(id).Kind == ControlKind::Check)
+    if (dialog.Definition(id).Kind == ControlKind::Check)
         dialog[id].Checked = !dialog[id].Checked;
-    else if (dialog.Spec(id).Kind == ControlKind::Radio)
+    else if (dialog.Definition(id).Kind == ControlKind::Radio)
         dialog.CheckRadio(id);
     dialog.Command(id);
 }

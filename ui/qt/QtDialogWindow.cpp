@@ -118,27 +118,27 @@ void QtDialogWindow::Build()
     }
 
     QWidget* previous = nullptr;
-    for (const ControlSpec& spec : layout.Controls) {
-        QWidget* control = MakeControl(spec);
-        control->setObjectName(QString::number(spec.Id));
-        m_controls[spec.Id] = control;
+    for (const ControlSpec& definition : layout.Controls) {
+        QWidget* control = MakeControl(definition);
+        control->setObjectName(QString::number(definition.Id));
+        m_controls[definition.Id] = control;
 
         auto* cell = new QHBoxLayout;
-        const bool labelled = !spec.Label.empty() && spec.Kind != ControlKind::Label && spec.Kind != ControlKind::Check &&
-                              spec.Kind != ControlKind::Radio && spec.Kind != ControlKind::Button;
+        const bool labelled = !definition.Label.empty() && definition.Kind != ControlKind::Label && definition.Kind != ControlKind::Check &&
+                              definition.Kind != ControlKind::Radio && definition.Kind != ControlKind::Button;
         if (labelled) {
-            auto* label = new QLabel(ToQt(spec.Label), this);
+            auto* label = new QLabel(ToQt(definition.Label), this);
             label->setBuddy(control);
             cell->addWidget(label);
-            m_companions.emplace(spec.Id, label);
+            m_companions.emplace(definition.Id, label);
         }
         cell->addWidget(control, 1);
-        if (!spec.Suffix.empty()) {
-            auto* suffix = new QLabel(ToQt(spec.Suffix), this);
+        if (!definition.Suffix.empty()) {
+            auto* suffix = new QLabel(ToQt(definition.Suffix), this);
             cell->addWidget(suffix);
-            m_companions.emplace(spec.Id, suffix);
+            m_companions.emplace(definition.Id, suffix);
         }
-        grids.at(spec.Section)->addLayout(cell, spec.Row, spec.Column, spec.RowSpan, spec.ColumnSpan);
+        grids.at(definition.Section)->addLayout(cell, definition.Row, definition.Column, definition.RowSpan, definition.ColumnSpan);
 
         if (control->focusPolicy() != Qt::NoFocus) {
             if (previous)
@@ -148,14 +148,14 @@ void QtDialogWindow::Build()
     }
 }
 
-QWidget* QtDialogWindow::MakeControl(const ControlSpec& spec)
+QWidget* QtDialogWindow::MakeControl(const ControlSpec& definition)
 {
-    const int id = spec.Id;
-    switch (spec.Kind) {
+    const int id = definition.Id;
+    switch (definition.Kind) {
     case ControlKind::Label:
     case ControlKind::Value: {
         auto* label = new QLabel(this);
-        label->setTextInteractionFlags(spec.Kind == ControlKind::Value ? Qt::TextSelectableByMouse : Qt::NoTextInteraction);
+        label->setTextInteractionFlags(definition.Kind == ControlKind::Value ? Qt::TextSelectableByMouse : Qt::NoTextInteraction);
         return label;
     }
     case ControlKind::Edit: {
@@ -174,7 +174,7 @@ QWidget* QtDialogWindow::MakeControl(const ControlSpec& spec)
         return text;
     }
     case ControlKind::Check: {
-        auto* check = new QCheckBox(ToQt(spec.Label), this);
+        auto* check = new QCheckBox(ToQt(definition.Label), this);
         connect(check, &QCheckBox::clicked, this, [this, id](bool checked) {
             m_dialog[id].Checked = checked;
             Send(id);
@@ -182,7 +182,7 @@ QWidget* QtDialogWindow::MakeControl(const ControlSpec& spec)
         return check;
     }
     case ControlKind::Radio: {
-        auto* radio = new QRadioButton(ToQt(spec.Label), this);
+        auto* radio = new QRadioButton(ToQt(definition.Label), this);
         // The dialog keeps its groups exclusive; Qt's own grouping would follow the parent widget.
         radio->setAutoExclusive(false);
         connect(radio, &QRadioButton::clicked, this, [this, id] {
@@ -220,7 +220,7 @@ QWidget* QtDialogWindow::MakeControl(const ControlSpec& spec)
         return list;
     }
     case ControlKind::Button: {
-        auto* button = new QPushButton(ToQt(spec.Label), this);
+        auto* button = new QPushButton(ToQt(definition.Label), this);
         button->setAutoDefault(false);
         button->setDefault(id == kIdOk);
         connect(button, &QPushButton::clicked, this, [this, id] { Send(id); });
@@ -231,12 +231,12 @@ QWidget* QtDialogWindow::MakeControl(const ControlSpec& spec)
         auto* table = new QTableWidget(this);
         table->verticalHeader()->hide();
         table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-        table->setColumnCount(static_cast<int>(spec.Columns.size()));
-        for (size_t column = 0; column < spec.Columns.size(); ++column)
-            table->setHorizontalHeaderItem(static_cast<int>(column), new QTableWidgetItem(ToQt(spec.Columns[column])));
-        table->horizontalHeader()->setVisible(!spec.Columns.empty());
+        table->setColumnCount(static_cast<int>(definition.Columns.size()));
+        for (size_t column = 0; column < definition.Columns.size(); ++column)
+            table->setHorizontalHeaderItem(static_cast<int>(column), new QTableWidgetItem(ToQt(definition.Columns[column])));
+        table->horizontalHeader()->setVisible(!definition.Columns.empty());
         table->horizontalHeader()->setStretchLastSection(true);
-        if (spec.Kind == ControlKind::Painted) {
+        if (definition.Kind == ControlKind::Painted) {
             table->setSelectionMode(QAbstractItemView::NoSelection);
             table->setFocusPolicy(Qt::NoFocus);
         } else {
@@ -276,8 +276,8 @@ void QtDialogWindow::Send(int id)
 void QtDialogWindow::Refresh()
 {
     m_refreshing = true;
-    for (const ControlSpec& spec : m_dialog.Layout().Controls)
-        RefreshControl(spec, m_controls.at(spec.Id));
+    for (const ControlSpec& definition : m_dialog.Layout().Controls)
+        RefreshControl(definition, m_controls.at(definition.Id));
     bool resized = false;
     for (const auto& [index, box] : m_advancedSections) {
         resized = resized || box->isHidden() == m_dialog.Expanded();
@@ -296,10 +296,10 @@ void QtDialogWindow::Refresh()
         done(m_dialog.Result());
 }
 
-void QtDialogWindow::RefreshControl(const ControlSpec& spec, QWidget* widget)
+void QtDialogWindow::RefreshControl(const ControlSpec& definition, QWidget* widget)
 {
-    const ControlState& state = m_dialog[spec.Id];
-    switch (spec.Kind) {
+    const ControlState& state = m_dialog[definition.Id];
+    switch (definition.Kind) {
     case ControlKind::Label:
     case ControlKind::Value:
         static_cast<QLabel*>(widget)->setText(ToQt(state.Text));
@@ -340,7 +340,7 @@ void QtDialogWindow::RefreshControl(const ControlSpec& spec, QWidget* widget)
     }
     case ControlKind::List:
     case ControlKind::CheckList:
-        SetItems(*static_cast<QListWidget*>(widget), state, spec.Kind == ControlKind::CheckList);
+        SetItems(*static_cast<QListWidget*>(widget), state, definition.Kind == ControlKind::CheckList);
         break;
     case ControlKind::Table:
     case ControlKind::Painted:
@@ -355,8 +355,8 @@ void QtDialogWindow::RefreshControl(const ControlSpec& spec, QWidget* widget)
     }
     widget->setEnabled(state.Enabled);
     widget->setVisible(state.Visible);
-    widget->setToolTip(m_dialog.ToolTipsShown() ? ToQt(spec.ToolTip) : QString());
-    const auto [first, last] = m_companions.equal_range(spec.Id);
+    widget->setToolTip(m_dialog.ToolTipsShown() ? ToQt(definition.ToolTip) : QString());
+    const auto [first, last] = m_companions.equal_range(definition.Id);
     for (auto companion = first; companion != last; ++companion) {
         companion->second->setEnabled(state.Enabled);
         companion->second->setVisible(state.Visible);

@@ -25,11 +25,11 @@ public:
 
 private:
     void Build();
-    QWidget* MakeControl(const ControlSpec& spec);
+    QWidget* MakeControl(const ControlSpec& definition);
     void Send(int id);
     // Writes the dialog's state into the widgets; ends the window when the dialog has ended.
     void Refresh();
-    void RefreshControl(const ControlSpec& spec, QWidget* widget);
+    void RefreshControl(const ControlSpec& definition, QWidget* widget);
 
     Dialog& m_dialog;
     std::map<int, QWidget*> m_controls;

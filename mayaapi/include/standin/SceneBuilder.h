@@ -104,7 +104,7 @@ bool ConnectAttr(const MPlug& source, const MPlug& destination);
 // addAttr; enum fields are given by name in index order.
 bool AddAttr(const MObject& node, const std::string& longName, AttrType type, double defaultValue = 0.0,
              const std::vector<std::string>& enumFields = {});
-bool AddAttr(const MObject& node, const AttrSpec& spec);
+bool AddAttr(const MObject& node, const AttrSpec& definition);
 
 MObject CreateMesh(const std::string& shapeName, const MObject& transform, const MeshDescription& mesh);
 // Gives an existing mesh shape its points and faces (replacing what it had); false when the arrays do not fit.

@@ -65,16 +65,16 @@ const HistoryNodeType* TypeOf(const Node& node)
   return nullptr;
 }
 
-void AddAttributes(Node& node, std::span<const AttributeSpec> specs)
+void AddAttributes(Node& node, std::span<const AttributeSpec> definitions)
 {
-  for (const AttributeSpec& spec : specs) {
+  for (const AttributeSpec& definition : definitions) {
     auto a = std::make_unique<Attribute>();
-    a->name = spec.name;
-    a->shortName = spec.shortName;
-    a->kind = spec.kind;
-    a->defaultNumber = spec.defaultNumber;
-    a->array = spec.array;
-    node.AddAttribute(std::move(a), spec.parent ? node.FindAttribute(spec.parent) : nullptr);
+    a->name = definition.name;
+    a->shortName = definition.shortName;
+    a->kind = definition.kind;
+    a->defaultNumber = definition.defaultNumber;
+    a->array = definition.array;
+    node.AddAttribute(std::move(a), definition.parent ? node.FindAttribute(definition.parent) : nullptr);
   }
 }
 

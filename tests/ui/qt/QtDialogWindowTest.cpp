@@ -81,12 +81,12 @@ TEST_P(OptionsWindow, ShowsEveryControlWithItsTextInTabOrder)
 {
     EXPECT_EQ(Window->windowTitle().toStdString(), Dialog->Layout().Caption);
     std::vector<QWidget*> focusable;
-    for (const ControlSpec& spec : Dialog->Layout().Controls) {
-        QWidget* control = Window->Control(spec.Id);
-        ASSERT_NE(control, nullptr) << spec.Id;
-        EXPECT_EQ(control->objectName().toInt(), spec.Id);
+    for (const ControlSpec& definition : Dialog->Layout().Controls) {
+        QWidget* control = Window->Control(definition.Id);
+        ASSERT_NE(control, nullptr) << definition.Id;
+        EXPECT_EQ(control->objectName().toInt(), definition.Id);
         if (auto* button = qobject_cast<QAbstractButton*>(control)) {
-            EXPECT_EQ(button->text().toStdString(), (*Dialog)[spec.Id].Text) << spec.Id;
+            EXPECT_EQ(button->text().toStdString(), (*Dialog)[definition.Id].Text) << definition.Id;
         }
         if (control->focusPolicy() != Qt::NoFocus)
             focusable.push_back(control);
