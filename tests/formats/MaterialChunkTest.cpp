@@ -87,21 +87,32 @@ TEST(MaterialChunkTest, EveryFieldIsWrittenInOrderAndWidth)
     EXPECT_EQ(WriteChunk(FullMaterial()), expected.Str());
 }
 
+// Reads the chunk whose bytes (tags included) are given, as the first chunk of a file.
+bool ReadChunk(const std::string& chunk, VMMaterial& read)
+{
+    VMemoryStreamProvider streams;
+    streams.SetFile("m.bin", GoldenBytes().FileHeader().Bytes(chunk).FileEnd().Str());
+    VChunkedFile in;
+    EXPECT_TRUE(in.Open("m.bin", &streams));
+    EXPECT_TRUE(in.OpenChunk(ChunkMTRL));
+    if (!ReadMaterialChunk(in, read))
+        return false;
+    EXPECT_TRUE(in.EndChunk());
+    return true;
+}
+
+VMMaterial ReadOlderChunk(const GoldenBytes& content)
+{
+    VMMaterial read;
+    EXPECT_TRUE(ReadChunk(GoldenBytes().Chunk(0, ChunkMTRL, content).Str(), read)) << LastError().Text;
+    return read;
+}
+
 TEST(MaterialChunkTest, ReadingGivesBackWhatWasWritten)
 {
     const VMMaterial written = FullMaterial();
-    VMemoryStreamProvider streams;
-    VChunkedFile out;
-    ASSERT_TRUE(out.Create("m.bin", &streams));
-    ASSERT_TRUE(WriteMaterialChunk(out, written));
-    ASSERT_TRUE(out.Close());
-
-    VChunkedFile in;
-    ASSERT_TRUE(in.Open("m.bin", &streams));
-    ASSERT_TRUE(in.OpenChunk(ChunkMTRL));
     VMMaterial read;
-    ASSERT_TRUE(ReadMaterialChunk(in, read)) << LastError().Text;
-    EXPECT_TRUE(in.EndChunk());
+    ASSERT_TRUE(ReadChunk(WriteChunk(written), read)) << LastError().Text;
 
     EXPECT_EQ(read.Name, "brick");
     EXPECT_EQ(read.FlagWord, 0x100u);
@@ -120,34 +131,16 @@ TEST(MaterialChunkTest, ReadingGivesBackWhatWasWritten)
     EXPECT_EQ(read.ShaderAssignments[0]->Parameters[0].Value, "Scale=2,3;/tech;");
 }
 
-TEST(MaterialChunkTest, HostileTextureCountIsRefusedBeforeAllocating)
+TEST(MaterialChunkTest, DamagedOrUnknownChunksAreRefused)
 {
-    VMemoryStreamProvider streams;
-    const GoldenBytes file = GoldenBytes().FileHeader()
-        .Chunk(0, ChunkMTRL, GoldenBytes()
-            .U16(2).Str("x").U32(0).U32(0).F32({0, 0}).U8({0, 0}).Str("").Str("").Str("")
-            .I32(0x7FFFFFFF))                             // further texture count
-        .FileEnd();
-    streams.SetFile("m.bin", file.Str());
-    VChunkedFile in;
-    ASSERT_TRUE(in.Open("m.bin", &streams));
-    ASSERT_TRUE(in.OpenChunk(ChunkMTRL));
     VMMaterial read;
-    EXPECT_FALSE(ReadMaterialChunk(in, read));
+    // A hostile further texture count is refused before anything is allocated.
+    EXPECT_FALSE(ReadChunk(GoldenBytes().Chunk(0, ChunkMTRL, GoldenBytes()
+        .U16(2).Str("x").U32(0).U32(0).F32({0, 0}).U8({0, 0}).Str("").Str("").Str("")
+        .I32(0x7FFFFFFF)).Str(), read));
     EXPECT_EQ(LastError().Text, "Material chunk 'x' is damaged");
-}
-
-VMMaterial ReadOlderChunk(const GoldenBytes& content)
-{
-    VMemoryStreamProvider streams;
-    streams.SetFile("m.bin", GoldenBytes().FileHeader().Chunk(0, ChunkMTRL, content).FileEnd().Str());
-    VChunkedFile in;
-    EXPECT_TRUE(in.Open("m.bin", &streams));
-    EXPECT_TRUE(in.OpenChunk(ChunkMTRL));
-    VMMaterial read;
-    EXPECT_TRUE(ReadMaterialChunk(in, read)) << LastError().Text;
-    EXPECT_TRUE(in.EndChunk());
-    return read;
+    EXPECT_FALSE(ReadChunk(GoldenBytes().Chunk(0, ChunkMTRL, GoldenBytes().U16(3)).Str(), read));
+    EXPECT_EQ(LastError().Text, "Material chunk version 3 is not supported");
 }
 
 TEST(MaterialChunkTest, OlderVersionsAreReadInTheirOwnLayout)
@@ -182,21 +175,10 @@ TEST(MaterialChunkTest, OlderVersionsAreReadInTheirOwnLayout)
     EXPECT_EQ(second.ParallaxBias, -0.125f);
 }
 
-TEST(MaterialChunkTest, UnknownVersionIsRefused)
-{
-    VMemoryStreamProvider streams;
-    streams.SetFile("m.bin", GoldenBytes().FileHeader().Chunk(0, ChunkMTRL, GoldenBytes().U16(3)).FileEnd().Str());
-    VChunkedFile in;
-    ASSERT_TRUE(in.Open("m.bin", &streams));
-    ASSERT_TRUE(in.OpenChunk(ChunkMTRL));
-    VMMaterial read;
-    EXPECT_FALSE(ReadMaterialChunk(in, read));
-    EXPECT_EQ(LastError().Text, "Material chunk version 3 is not supported");
-}
-
 TEST(ParameterStringTest, JoinsParametersThenFurtherEntriesAndTurnsBarsIntoCommas)
 {
     VMShaderAssignment shader;
+    EXPECT_EQ(MakeParameterString(shader), "");
     shader.Parameters = {{"Colour", "1|0|0"}, {"Gloss", "0.5"}};
     shader.FurtherEntries = {"a|b", "c"};
     EXPECT_EQ(MakeParameterString(shader), "Colour=1,0,0;Gloss=0.5;/a,b;/c;");
@@ -212,31 +194,19 @@ TEST(ParameterStringTest, LongTextIsCutToLimitMinusOneCharacters)
     EXPECT_EQ(text.substr(3990), "xx;B=1234");
 }
 
-TEST(ParameterStringTest, EmptyAssignmentGivesEmptyText)
+TEST(TransparencyModesTest, NumbersAndNamesMapBothWaysWithoutRegardToCase)
 {
-    EXPECT_EQ(MakeParameterString(VMShaderAssignment {}), "");
-}
-
-TEST(TransparencyModesTest, EveryModeHasItsName)
-{
-    EXPECT_STREQ(TransparencyModeName(0), "opaque");
-    EXPECT_STREQ(TransparencyModeName(1), "modulate");
-    EXPECT_STREQ(TransparencyModeName(2), "alpha");
-    EXPECT_STREQ(TransparencyModeName(3), "additive");
-    EXPECT_STREQ(TransparencyModeName(4), "colorkey");
-    EXPECT_STREQ(TransparencyModeName(5), "addmodulate");
-    EXPECT_STREQ(TransparencyModeName(8), "modulate2x");
-    EXPECT_STREQ(TransparencyModeName(15), "alphasmooth");
-}
-
-TEST(TransparencyModesTest, NumbersWithoutModeHaveNoName)
-{
-    EXPECT_EQ(TransparencyModeName(6), nullptr);
+    const char* names[16] = {"opaque", "modulate", "alpha", "additive", "colorkey", "addmodulate", nullptr, nullptr,
+                             "modulate2x", nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, "alphasmooth"};
+    for (uint32_t mode = 0; mode < 16; ++mode) {
+        const char* name = TransparencyModeName(mode);
+        EXPECT_STREQ(name, names[mode]) << mode;
+        uint32_t parsed = 99;
+        if (name) {
+            EXPECT_TRUE(ParseTransparencyMode(name, parsed) && parsed == mode) << name;
+        }
+    }
     EXPECT_EQ(TransparencyModeName(16), nullptr);
-}
-
-TEST(TransparencyModesTest, NamesAreReadBackWithoutRegardToCase)
-{
     uint32_t mode = 99;
     EXPECT_TRUE(ParseTransparencyMode("AlphaSmooth", mode));
     EXPECT_EQ(mode, 15u);

@@ -27,7 +27,7 @@ TEST(ResourcesXmlTest, DocumentListsResourcesWithTheirAttributes)
               "</root>\r\n");
 }
 
-TEST(ResourcesXmlTest, SameFileOfTheSameKindInAnotherCaseIsListedOnce)
+TEST(ResourcesXmlTest, SameFileOfTheSameKindInAnotherCaseIsListedOnceButOfAnotherKindAgain)
 {
     VMWorld world;
     AddMaterial(world, "a").DiffuseTexture = "Wall.dds";
@@ -37,20 +37,18 @@ TEST(ResourcesXmlTest, SameFileOfTheSameKindInAnotherCaseIsListedOnce)
 
     ASSERT_EQ(list.Resources.size(), 1u);
     EXPECT_EQ(list.Resources[0].Manager, "Textures");
-}
 
-TEST(ResourcesXmlTest, SameFileOfAnotherKindIsListedAgain)
-{
-    VResourceList list;
-    AddResource(list, ResourceTexture, "x.dat");
-    AddResource(list, ResourceEffectLibrary, "x.dat");
-    AddResource(list, ResourceEffectLibrary, "");
-    EXPECT_EQ(list.Resources.size(), 2u);
+    VResourceList other;
+    AddResource(other, ResourceTexture, "x.dat");
+    AddResource(other, ResourceEffectLibrary, "x.dat");
+    AddResource(other, ResourceEffectLibrary, "");
+    EXPECT_EQ(other.Resources.size(), 2u);
 }
 
 TEST(ResourcesXmlTest, TexturesComeFirstThenEffectLibrariesThenTheAnimationFile)
 {
     VMModel model;
+    EXPECT_TRUE(CollectResources(model, "hero.model").Resources.empty());
     auto material = VMMeshBase::NewMaterial();
     material->DiffuseTexture = "skin.dds";
     auto shader = std::make_unique<VMShaderAssignment>();
@@ -69,12 +67,6 @@ TEST(ResourcesXmlTest, TexturesComeFirstThenEffectLibrariesThenTheAnimationFile)
     EXPECT_EQ(list.Resources[2].Manager, "EffectLibs");
     EXPECT_EQ(list.Resources[3].Manager, "Animations");
     EXPECT_EQ(list.Resources[3].Filename, "hero.anim");
-}
-
-TEST(ResourcesXmlTest, ModelWithoutAnimationsListsNoAnimationFile)
-{
-    VMModel model;
-    EXPECT_TRUE(CollectResources(model, "hero.model").Resources.empty());
 }
 
 TEST(ResourcesXmlTest, EqualPrioritiesAreOrderedBySmallestOrderValue)

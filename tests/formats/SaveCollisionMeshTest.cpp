@@ -76,32 +76,18 @@ TEST_F(SaveCollisionMeshTest, OneTriangleIsWrittenByteForByte)
     EXPECT_EQ(Save(world), expected.Str());
 }
 
-TEST_F(SaveCollisionMeshTest, PolygonOfFiveCornersGivesThreeFanTriangles)
+TEST_F(SaveCollisionMeshTest, PolygonsAreFannedAndUnusedVerticesRemovedWithTheRestRenumberedInOrder)
 {
     VMWorld world;
     VMMaterial& stone = AddMaterial(world, "stone");
-    for (int i = 0; i < 5; ++i)
+    for (int i = 0; i < 7; ++i)
         AddVertex(world, static_cast<float>(i), 0, 0);
-    AddPolygon(world, {0, 1, 2, 3, 4}, stone);
+    AddPolygon(world, {6, 1, 3, 4, 5}, stone);
 
     const VCollisionMeshFile mesh = SaveAndRead(world);
 
-    const std::vector<int32_t> expected = {0, 1, 2, 0, 2, 3, 0, 3, 4};
-    EXPECT_EQ(mesh.Indices, expected);
-}
-
-TEST_F(SaveCollisionMeshTest, UnusedVerticesAreRemovedAndTheRestRenumberedInOrder)
-{
-    VMWorld world;
-    VMMaterial& stone = AddMaterial(world, "stone");
-    for (int i = 0; i < 6; ++i)
-        AddVertex(world, static_cast<float>(i), 0, 0);
-    AddPolygon(world, {5, 1, 3}, stone);
-
-    const VCollisionMeshFile mesh = SaveAndRead(world);
-
-    const std::vector<float> positions = {1, 0, 0, 3, 0, 0, 5, 0, 0};
-    const std::vector<int32_t> indices = {2, 0, 1};
+    const std::vector<float> positions = {1, 0, 0, 3, 0, 0, 4, 0, 0, 5, 0, 0, 6, 0, 0};
+    const std::vector<int32_t> indices = {4, 0, 1, 4, 1, 2, 4, 2, 3};
     EXPECT_EQ(mesh.Positions, positions);
     EXPECT_EQ(mesh.Indices, indices);
 }
@@ -134,22 +120,17 @@ TEST_F(SaveCollisionMeshTest, OnlyTheLowSixteenCollisionBitsCount)
     EXPECT_EQ(mesh.Indices.size(), 3u);
 }
 
-TEST_F(SaveCollisionMeshTest, UncreatableFileFailsWithTheTargetInTheMessage)
+TEST_F(SaveCollisionMeshTest, UncreatableFileOrACornerOutsideTheVertexListFails)
 {
     VMWorld world;
     EXPECT_FALSE(SaveCollisionMesh(world, "\\no\\such\\folder\\level.qcolmesh"));
     EXPECT_EQ(LastError().Text, "Failed to create file '/no/such/folder/level.qcolmesh'");
-}
 
-TEST_F(SaveCollisionMeshTest, CornerOutsideTheVertexListFails)
-{
-    VMWorld world;
     AddGrid(world, 1, AddMaterial(world, "stone"));
     VMVertex stray;
     world.Polygons[1]->Corners[2] = &stray;
     VSaveParams params;
     params.Streams = &m_streams;
-
     EXPECT_FALSE(SaveCollisionMesh(world, Target, params));
     EXPECT_EQ(m_streams.FindFile(Target), nullptr);
 }

@@ -13,11 +13,6 @@
 
 namespace {
 
-TEST(SaveSideFilesTest, SettingsFolderIsTheTargetWithDataAppended)
-{
-    EXPECT_EQ(SettingsFolderOf("art\\level.qmesh"), "art\\level.qmesh_data");
-}
-
 TEST(SaveSideFilesTest, NoSideFileFlagWritesNothingAndMakesNoFolder)
 {
     TempDirectory folder;

@@ -3,37 +3,41 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
 #include <vector>
 
 namespace {
 
-TEST(ShadowNeighboursTest, TwoTrianglesSharingAnEdgeNameEachOther)
+struct NeighbourCase {
+    const char* Name;
+    std::vector<int32_t> Indices;
+    int32_t VertexCount;
+    std::vector<int32_t> Expected;
+};
+
+class ShadowNeighboursTest : public ::testing::TestWithParam<NeighbourCase> {};
+
+TEST_P(ShadowNeighboursTest, EachEdgeNamesTheTriangleHoldingItTheOtherWayRound)
 {
-    //  2---3
-    //  | \ |
-    //  0---1     0 1 2 and 1 3 2 share the edge 1-2 in opposite directions
-    const std::vector<int32_t> indices = {0, 1, 2, 1, 3, 2};
-    const std::vector<int32_t> expected = {-1, 1, -1, -1, -1, 0};
-    EXPECT_EQ(ComputeShadowNeighbours(indices, 4), expected);
+    EXPECT_EQ(ComputeShadowNeighbours(GetParam().Indices, GetParam().VertexCount), GetParam().Expected);
 }
 
-TEST(ShadowNeighboursTest, EdgeInTheSameDirectionIsNoNeighbour)
-{
-    const std::vector<int32_t> indices = {0, 1, 2, 0, 1, 3};
-    const std::vector<int32_t> expected = {-1, -1, -1, -1, -1, -1};
-    EXPECT_EQ(ComputeShadowNeighbours(indices, 4), expected);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Lists, ShadowNeighboursTest,
+    ::testing::Values(
+        //  2---3
+        //  | \ |
+        //  0---1     0 1 2 and 1 3 2 share the edge 1-2 in opposite directions
+        NeighbourCase {"SharedEdge", {0, 1, 2, 1, 3, 2}, 4, {-1, 1, -1, -1, -1, 0}},
+        NeighbourCase {"SameDirection", {0, 1, 2, 0, 1, 3}, 4, {-1, -1, -1, -1, -1, -1}},
+        // Triangle 0 holds A-B (0-1); triangles 1 and 2 both hold B-A. Triangle 0 finds triangle 1
+        // first and triangle 1 finds triangle 0; triangle 2 also finds 0, which does not point back.
+        NeighbourCase {"ThreeOnAnEdge", {0, 1, 2, 1, 0, 3, 1, 0, 4}, 5, {1, -1, -1, 0, -1, -1, -1, -1, -1}},
+        NeighbourCase {"IndexOutsideTheVertices", {0, 1, 7, 1, 0, 2}, 3, {1, -1, -1, 0, -1, -1}},
+        NeighbourCase {"Empty", {}, 0, {}}),
+    [](const auto& test) { return std::string(test.param.Name); });
 
-TEST(ShadowNeighboursTest, EdgeSharedByThreeTrianglesKeepsOnlyTheMutualPair)
-{
-    // Triangle 0 holds A-B (0-1); triangles 1 and 2 both hold B-A. Triangle 0 finds triangle 1
-    // first and triangle 1 finds triangle 0; triangle 2 also finds 0, which does not point back.
-    const std::vector<int32_t> indices = {0, 1, 2, 1, 0, 3, 1, 0, 4};
-    const std::vector<int32_t> expected = {1, -1, -1, 0, -1, -1, -1, -1, -1};
-    EXPECT_EQ(ComputeShadowNeighbours(indices, 5), expected);
-}
-
-TEST(ShadowNeighboursTest, ClosedTetrahedronLinksEveryEdge)
+TEST(ShadowNeighbours, ClosedTetrahedronLinksEveryEdge)
 {
     const std::vector<int32_t> indices = {0, 1, 2, 0, 3, 1, 1, 3, 2, 2, 3, 0};
     const std::vector<int32_t> neighbours = ComputeShadowNeighbours(indices, 4);
@@ -45,55 +49,28 @@ TEST(ShadowNeighboursTest, ClosedTetrahedronLinksEveryEdge)
     }
 }
 
-TEST(ShadowNeighboursTest, IndexOutsideTheVerticesTakesPartInNoEdge)
-{
-    const std::vector<int32_t> indices = {0, 1, 7, 1, 0, 2};
-    const std::vector<int32_t> expected = {1, -1, -1, 0, -1, -1};
-    EXPECT_EQ(ComputeShadowNeighbours(indices, 3), expected);
-}
+struct PlaneCase {
+    float A[3];
+    float B[3];
+    float C[3];
+    float Plane[4];
+};
 
-TEST(ShadowNeighboursTest, EmptyListGivesEmptyTable)
-{
-    EXPECT_TRUE(ComputeShadowNeighbours({}, 0).empty());
-}
+class ShadowPlaneTest : public ::testing::TestWithParam<PlaneCase> {};
 
-TEST(ShadowPlaneTest, NormalIsTheUnitCrossProductOfCMinusAAndBMinusA)
+TEST_P(ShadowPlaneTest, NormalIsTheUnitCrossProductOfCMinusAAndBMinusA)
 {
-    const float a[3] = {0, 0, 2};
-    const float b[3] = {4, 0, 2};
-    const float c[3] = {0, 4, 2};
     float plane[4];
-    ComputeShadowPlane(a, b, c, plane);
-    EXPECT_FLOAT_EQ(plane[0], 0.0f);
-    EXPECT_FLOAT_EQ(plane[1], 0.0f);
-    EXPECT_FLOAT_EQ(plane[2], -1.0f);
-    EXPECT_FLOAT_EQ(plane[3], 2.0f);
+    ComputeShadowPlane(GetParam().A, GetParam().B, GetParam().C, plane);
+    for (int k = 0; k < 4; ++k)
+        EXPECT_FLOAT_EQ(plane[k], GetParam().Plane[k]) << k;
 }
 
-TEST(ShadowPlaneTest, DegenerateTriangleKeepsTheUnnormalisedProduct)
-{
-    // Nearly collinear: the cross product's length is 1e-8, below FLT_EPSILON.
-    const float a[3] = {0, 0, 0};
-    const float b[3] = {1e-4f, 0, 0};
-    const float c[3] = {0, 1e-4f, 0};
-    float plane[4];
-    ComputeShadowPlane(a, b, c, plane);
-    EXPECT_FLOAT_EQ(plane[2], -1e-8f);
-    EXPECT_FLOAT_EQ(plane[0], 0.0f);
-    EXPECT_FLOAT_EQ(plane[3], 0.0f);
-}
-
-TEST(ShadowPlaneTest, CollinearPointsGiveAZeroNormal)
-{
-    const float a[3] = {1, 1, 1};
-    const float b[3] = {2, 2, 2};
-    const float c[3] = {3, 3, 3};
-    float plane[4];
-    ComputeShadowPlane(a, b, c, plane);
-    EXPECT_EQ(plane[0], 0.0f);
-    EXPECT_EQ(plane[1], 0.0f);
-    EXPECT_EQ(plane[2], 0.0f);
-    EXPECT_EQ(plane[3], 0.0f);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Triangles, ShadowPlaneTest,
+    ::testing::Values(PlaneCase {{0, 0, 2}, {4, 0, 2}, {0, 4, 2}, {0, 0, -1, 2}},
+                      // Nearly collinear: the cross product's length is 1e-8, below FLT_EPSILON, and stays.
+                      PlaneCase {{0, 0, 0}, {1e-4f, 0, 0}, {0, 1e-4f, 0}, {0, 0, -1e-8f, 0}},
+                      PlaneCase {{1, 1, 1}, {2, 2, 2}, {3, 3, 3}, {0, 0, 0, 0}}));
 
 } // namespace

@@ -60,8 +60,13 @@ TEST_F(SplitSubmeshesTest, SubmeshOf65532IndicesIsSplitInTwoOf32766)
     EXPECT_EQ(m_console, "\n\nReordering of the indices in the submeshes is necessary..\n");
 }
 
-TEST_F(SplitSubmeshesTest, SubmeshOf32769IndicesIsSplitInto32766AndThree)
+TEST_F(SplitSubmeshesTest, SubmeshOf32769IndicesIsSplitInto32766AndThreeWhile32766StaysWhole)
 {
+    VMWorld whole;
+    AddLongTriList(whole, AddMaterial(whole, "stone"), 32766 / 3);
+    EXPECT_EQ(SaveAndRead(whole).Submeshes.size(), 1u);
+    EXPECT_EQ(m_console, "");
+
     VMWorld world;
     AddLongTriList(world, AddMaterial(world, "stone"), 32769 / 3);
 
@@ -77,26 +82,17 @@ TEST_F(SplitSubmeshesTest, SubmeshOf32769IndicesIsSplitInto32766AndThree)
     EXPECT_EQ(mesh.Submeshes[0].Box.Max[0], 10921.0f);
 }
 
-TEST_F(SplitSubmeshesTest, SubmeshOf32766IndicesStaysWhole)
-{
-    VMWorld world;
-    AddLongTriList(world, AddMaterial(world, "stone"), 32766 / 3);
-
-    const VStaticMeshFile mesh = SaveAndRead(world);
-
-    ASSERT_EQ(mesh.Submeshes.size(), 1u);
-    EXPECT_EQ(m_console, "");
-}
-
 TEST_F(SplitSubmeshesTest, WideShadowRangeRenumbersVerticesPerSubmesh)
 {
     // Two submeshes share vertex 0; their triangles reach far apart in the vertex list.
     VMWorld world;
+    world.HasColours = 1;
     VMMaterial& stone = AddMaterial(world, "stone");
     VMMaterial& wood = AddMaterial(world, "wood");
     for (int i = 0; i < 40000; ++i)
         AddVertex(world, static_cast<float>(i), 0, 0);
     world.Vertices[39999]->BaseUV[0] = 0.5f;
+    world.Vertices[39998]->Colour[1] = 9;
     AddPolygon(world, {0, 39998, 39999}, stone);
     AddPolygon(world, {0, 1, 2}, wood);
 
@@ -108,6 +104,7 @@ TEST_F(SplitSubmeshesTest, WideShadowRangeRenumbersVerticesPerSubmesh)
     EXPECT_EQ(mesh.Indices, indices);
     EXPECT_EQ(mesh.Vertices[2].Position[0], 39999.0f);
     EXPECT_EQ(mesh.Vertices[2].BaseUV[0], 0.5f);
+    EXPECT_EQ(mesh.Vertices[1].Colour[1], 9);
     EXPECT_EQ(mesh.Vertices[3].Position[0], 0.0f);
     ASSERT_EQ(mesh.Submeshes.size(), 2u);
     EXPECT_EQ(mesh.Submeshes[0].RenderFirstVertex, 0);
@@ -115,22 +112,6 @@ TEST_F(SplitSubmeshesTest, WideShadowRangeRenumbersVerticesPerSubmesh)
     EXPECT_EQ(mesh.Submeshes[1].ShadowFirstVertex, 3);
     EXPECT_EQ(mesh.Submeshes[1].ShadowVertexCount, 3);
     EXPECT_EQ(mesh.IndexWidth, 16);
-}
-
-TEST_F(SplitSubmeshesTest, RenumberingKeepsVertexColours)
-{
-    VMWorld world;
-    world.HasColours = 1;
-    VMMaterial& stone = AddMaterial(world, "stone");
-    for (int i = 0; i < 40000; ++i)
-        AddVertex(world, static_cast<float>(i), 0, 0);
-    world.Vertices[39998]->Colour[1] = 9;
-    AddPolygon(world, {0, 39998, 39999}, stone);
-
-    const VStaticMeshFile mesh = SaveAndRead(world);
-
-    ASSERT_EQ(mesh.Vertices.size(), 3u);
-    EXPECT_EQ(mesh.Vertices[1].Colour[1], 9);
 }
 
 TEST_F(SplitSubmeshesTest, ShadowVertexBehindItsWeldTargetComesFirstInTheSubmesh)

@@ -91,25 +91,19 @@ TEST_F(StaticMeshReaderTest, EveryTruncationFailsCleanly)
         EXPECT_FALSE(ReadBytes(bytes.substr(0, length))) << length;
 }
 
-TEST_F(StaticMeshReaderTest, HugeVertexCountIsRefusedWithoutAllocating)
+TEST_F(StaticMeshReaderTest, HugeVertexCountOrAnIndexBeyondTheVerticesIsRefused)
 {
-    std::string bytes = SavedMesh();
+    const std::string saved = SavedMesh();
     // The vertex count follows the second descriptor magic.
-    const size_t at = bytes.find(GoldenBytes().U32(0x01020A0B).Str(), 60) + 4;
-    const std::string huge = GoldenBytes().I32(0x7FFFFFFF).Str();
-    bytes.replace(at, 4, huge);
-
+    const size_t count = saved.find(GoldenBytes().U32(0x01020A0B).Str(), 60) + 4;
+    std::string bytes = saved;
+    bytes.replace(count, 4, GoldenBytes().I32(0x7FFFFFFF).Str());
     EXPECT_FALSE(ReadBytes(bytes));
     EXPECT_NE(LastError().Text.find("Vertex count exceeds the chunk in chunk VMSH"), std::string::npos);
-}
 
-TEST_F(StaticMeshReaderTest, IndexBeyondTheVerticesIsRefused)
-{
-    std::string bytes = SavedMesh();
     // The first index lies right after the 9 vertex records of 44 bytes.
-    const size_t firstIndex = bytes.find(GoldenBytes().U32(0x01020A0B).Str(), 60) + 4 + 4 + 1 + 4 * 4 + 3 + 4 + 2 + 2 + 9 * 44;
-    bytes[firstIndex] = 9;
-
+    bytes = saved;
+    bytes[count + 4 + 1 + 4 * 4 + 3 + 4 + 2 + 2 + 9 * 44] = 9;
     EXPECT_FALSE(ReadBytes(bytes));
     EXPECT_NE(LastError().Text.find("Index outside the vertices"), std::string::npos);
 }
@@ -125,14 +119,10 @@ TEST_F(StaticMeshReaderTest, UnknownChunksAreSkipped)
     EXPECT_EQ(mesh.Submeshes.size(), 2u);
 }
 
-TEST_F(StaticMeshReaderTest, FileWithoutTheMeshChunksIsRefused)
+TEST_F(StaticMeshReaderTest, FileWithoutTheMeshChunksOrMissingIsRefusedByName)
 {
     EXPECT_FALSE(ReadBytes(GoldenBytes().FileHeader().Chunk(0, ChunkSMPG, GoldenBytes().I32(0)).FileEnd().Str()));
     EXPECT_EQ(LastError().Text, "File 'damaged.qmesh' is not a readable static mesh: Missing chunk VMSH");
-}
-
-TEST_F(StaticMeshReaderTest, MissingFileFailsWithItsName)
-{
     VStaticMeshFile mesh;
     EXPECT_FALSE(ReadStaticMesh("none.qmesh", mesh, &m_streams));
     EXPECT_EQ(LastError().Text.rfind("Failed to open file 'none.qmesh'", 0), 0u);
@@ -153,27 +143,18 @@ TEST(CollisionMeshReaderTest, DescriptionGivesCountsAndBounds)
               "Collision mesh\nChunks: COLM VIND\nVersion: 1\nVertices: 4\nTriangles: 2\nBounds: (0, 0, 0) - (1, 1, 0)\n");
 }
 
-TEST(CollisionMeshReaderTest, IndexBeyondTheVerticesIsRefused)
+TEST(CollisionMeshReaderTest, IndexBeyondTheVerticesOrHugeCountsAreRefused)
 {
     VMemoryStreamProvider streams;
-    const GoldenBytes file = GoldenBytes().FileHeader()
-        .Chunk(0, ChunkVIND, GoldenBytes().I32(1).I32(3).F32({0, 0, 0}).I32s({0, 0, 1}))
-        .FileEnd();
-    streams.SetFile("bad.qcolmesh", file.Str());
     VCollisionMeshFile mesh;
-    EXPECT_FALSE(ReadCollisionMesh("bad.qcolmesh", mesh, &streams));
+    const auto read = [&](const GoldenBytes& content) {
+        streams.SetFile("bad.qcolmesh", GoldenBytes().FileHeader().Chunk(0, ChunkVIND, content).FileEnd().Str());
+        return ReadCollisionMesh("bad.qcolmesh", mesh, &streams);
+    };
+    EXPECT_FALSE(read(GoldenBytes().I32(1).I32(3).F32({0, 0, 0}).I32s({0, 0, 1})));
     EXPECT_EQ(LastError().Text, "File 'bad.qcolmesh' is not a readable collision mesh: Index outside the vertices in chunk VIND");
-}
-
-TEST(CollisionMeshReaderTest, HugeCountsAreRefusedWithoutAllocating)
-{
-    VMemoryStreamProvider streams;
-    const GoldenBytes file = GoldenBytes().FileHeader()
-        .Chunk(0, ChunkVIND, GoldenBytes().I32(0x40000000).I32(0x7FFFFFFE))
-        .FileEnd();
-    streams.SetFile("bad.qcolmesh", file.Str());
-    VCollisionMeshFile mesh;
-    EXPECT_FALSE(ReadCollisionMesh("bad.qcolmesh", mesh, &streams));
+    // Refused without allocating.
+    EXPECT_FALSE(read(GoldenBytes().I32(0x40000000).I32(0x7FFFFFFE)));
 }
 
 TEST_F(StaticMeshReaderTest, AssetDescriptionIsChosenByExtensionIgnoringCase)
@@ -183,11 +164,6 @@ TEST_F(StaticMeshReaderTest, AssetDescriptionIsChosenByExtensionIgnoringCase)
     std::string text;
     ASSERT_TRUE(DescribeAssetFile("LEVEL.QMESH", text, &m_streams)) << LastError().Text;
     EXPECT_EQ(text.rfind("Static mesh\n", 0), 0u);
-}
-
-TEST_F(StaticMeshReaderTest, UnknownExtensionIsRefusedByName)
-{
-    std::string text;
     EXPECT_FALSE(DescribeAssetFile("level.mesh", text, &m_streams));
     EXPECT_EQ(LastError().Text, "Unknown asset file type '.mesh': expected .qmesh, .qcolmesh, .model or .anim");
 }
