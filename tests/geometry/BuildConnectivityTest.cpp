@@ -16,22 +16,10 @@ std::vector<int> NeighbourNumbers(const VMWorld& world, const VMPolygon& polygon
     return numbers;
 }
 
-//   2---3
-//   | / |
-//   0---1
-TEST(BuildConnectivity, FindsThePolygonAcrossEachEdge)
-{
-    VMWorld world;
-    AddGrid(world, 1, 1, AddStripMaterial(world));
-
-    ASSERT_EQ(BuildConnectivity(world, false), 0);
-
-    // Triangle 0 is (0 1 3), triangle 1 is (0 3 2).
-    EXPECT_EQ(NeighbourNumbers(world, *world.Polygons.Get(0)), (std::vector<int>{-1, -1, 1}));
-    EXPECT_EQ(NeighbourNumbers(world, *world.Polygons.Get(1)), (std::vector<int>{0, -1, -1}));
-}
-
-TEST(BuildConnectivity, CountsTheCornersThatUseEachVertex)
+//   3---4---5
+//   | / | / |     triangles (0 1 4) (0 4 3) (1 2 5) (1 5 4), and vertex 6 used by none
+//   0---1---2
+TEST(BuildConnectivity, FindsThePolygonAcrossEachEdgeAndCountsTheCornersOfEachVertex)
 {
     VMWorld world;
     AddGrid(world, 2, 1, AddStripMaterial(world));
@@ -39,11 +27,20 @@ TEST(BuildConnectivity, CountsTheCornersThatUseEachVertex)
 
     ASSERT_EQ(BuildConnectivity(world, false), 0);
 
+    EXPECT_EQ(NeighbourNumbers(world, *world.Polygons.Get(0)), (std::vector<int>{-1, 3, 1}));
+    EXPECT_EQ(NeighbourNumbers(world, *world.Polygons.Get(1)), (std::vector<int>{0, -1, -1}));
+    EXPECT_EQ(NeighbourNumbers(world, *world.Polygons.Get(2)), (std::vector<int>{-1, -1, 3}));
+    EXPECT_EQ(NeighbourNumbers(world, *world.Polygons.Get(3)), (std::vector<int>{2, -1, 0}));
     std::vector<uint32_t> counts;
     for (const VMVertex* vertex : world.Vertices)
         counts.push_back(vertex->UseCount);
     EXPECT_EQ(counts, (std::vector<uint32_t>{2, 3, 1, 1, 3, 2, 0}));
     EXPECT_EQ(world.Vertices.Get(6)->Index, 6u);
+
+    // A corner outside the vertex list is refused.
+    VMVertex stray;
+    world.Polygons.Get(0)->Corners[1] = &stray;
+    EXPECT_EQ(BuildConnectivity(world, false), -1);
 }
 
 TEST(BuildConnectivity, LastPolygonSharingAnEdgeWins)
@@ -109,16 +106,6 @@ TEST(BuildConnectivity, OverflowingLinkTargetAnswersMinusOneWithoutNeighbours)
     EXPECT_EQ(sink.Lines.back(), "connectivity: returning error due to overflow\r\n");
     for (const VMPolygon* polygon : world.Polygons)
         EXPECT_EQ(polygon->Neighbours, (std::vector<VMPolygon*>(3, nullptr)));
-}
-
-TEST(BuildConnectivity, CornerOutsideTheVertexListIsRefused)
-{
-    VMWorld world;
-    AddGrid(world, 1, 1, AddStripMaterial(world));
-    VMVertex stray;
-    world.Polygons.Get(0)->Corners[1] = &stray;
-
-    EXPECT_EQ(BuildConnectivity(world, false), -1);
 }
 
 TEST(BuildConnectivity, BatchNeighboursMatchThoseOfTheWorld)

@@ -38,25 +38,19 @@ TEST_F(CheckTriListTest, StripInAlternatingOrderPasses)
     EXPECT_EQ(Numbers(*odd), (std::vector<int>{0, 1, 2, 2, 1, 3, 2, 3, 4, 4, 3, 5}));
 }
 
-TEST_F(CheckTriListTest, BrokenStripBecomesAListWithoutDegenerateTriangles)
+TEST_F(CheckTriListTest, BrokenStripIsLeftAloneOrRepairedIntoAListWithoutDegenerateTriangles)
 {
     // The third triangle should start with 2 3 (the second's first and third corners).
     std::unique_ptr<VMTriList> strip = MakeTriList(VMTriListKind::StripOddStart, {0, 1, 2, 2, 1, 3, 3, 3, 4, 5, 6, 7});
+
+    EXPECT_EQ(CheckTriList(*strip, false), TriListBrokenStrip);
+    EXPECT_EQ(strip->ListKind, VMTriListKind::StripOddStart);
+    EXPECT_EQ(strip->CornerCount(), 12);
 
     EXPECT_EQ(CheckTriList(*strip, true), TriListBrokenStrip);
 
     EXPECT_EQ(strip->ListKind, VMTriListKind::List);
     EXPECT_EQ(Numbers(*strip), (std::vector<int>{0, 1, 2, 2, 1, 3, 5, 6, 7}));
-}
-
-TEST_F(CheckTriListTest, BrokenStripWithoutRepairIsLeftAlone)
-{
-    std::unique_ptr<VMTriList> strip = MakeTriList(VMTriListKind::StripEvenStart, {0, 1, 2, 2, 1, 3});
-
-    EXPECT_EQ(CheckTriList(*strip, false), TriListBrokenStrip);
-
-    EXPECT_EQ(strip->ListKind, VMTriListKind::StripEvenStart);
-    EXPECT_EQ(strip->CornerCount(), 6);
 }
 
 TEST_F(CheckTriListTest, ListDropsItsDegenerateTrianglesAndPasses)

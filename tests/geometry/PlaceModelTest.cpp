@@ -67,42 +67,15 @@ INSTANTIATE_TEST_SUITE_P(Methods, CenterModelTest,
                                          CenterCase {2, {-5.0f / 3, -4.0f / 3, -23.0f / 3}},
                                          CenterCase {3, {-1, -1, -5}}, CenterCase {4, {-1, -1, -1}}));
 
-TEST_F(PlaceModelTest, ScalingMultipliesPositionsAndBoneTranslations)
-{
-    ScaleModel(model, 2.0f);
-    EXPECT_THAT(b->Position, ElementsAre(6, 4, 18));
-    EXPECT_EQ(child->LocalTransform.Translation()[0], 2.0f);
-    EXPECT_EQ(child->GlobalTransform.Translation()[0], 4.0f);
-}
-
-TEST_F(PlaceModelTest, TurningMovesVerticesBonesAndBoxes)
-{
-    // A quarter turn about z: x goes to y.
-    VMTransform turn;
-    turn.At(0, 0) = 0;
-    turn.At(1, 0) = 1;
-    turn.At(0, 1) = -1;
-    turn.At(1, 1) = 0;
-    a->Normal[0] = 1;
-    TransformModel(model, turn);
-
-    EXPECT_THAT(a->Position, Pointwise(FloatNear(1e-6f), std::vector<float> {0, -1, 5}));
-    EXPECT_THAT(a->Normal, Pointwise(FloatNear(1e-6f), std::vector<float> {0, 1, 0}));
-    EXPECT_THAT(root->GlobalTransform.Translation()[1], FloatEq(1));
-    EXPECT_THAT(root->GlobalTransform.Translation()[0], FloatEq(-1));
-    EXPECT_THAT(child->LocalTransform.Translation()[0], FloatEq(1));
-    EXPECT_THAT(model.Box.Min, Pointwise(FloatNear(1e-6f), std::vector<float> {-2, -1, 5}));
-    EXPECT_THAT(model.Box.Max, Pointwise(FloatNear(1e-6f), std::vector<float> {0, 3, 9}));
-}
-
 std::vector<float> Translation(const VMTransform& transform)
 {
     return {transform.Translation(), transform.Translation() + 3};
 }
 
 // A frame posing the bones where they stand, and a vertex track moving vertex a by (1, 0, 0).
-TEST_F(PlaceModelTest, AnimationFramesAndDeltasFollowMovingScalingAndTurning)
+TEST_F(PlaceModelTest, VerticesBonesBoxesFramesAndDeltasFollowMovingScalingAndTurning)
 {
+    a->Normal[0] = 1;
     model.Enumerate();
     VMAnimation* walk = VMModel::NewAnimation("walk", 1).release();
     model.BoneAnimations.Add(walk);
@@ -127,6 +100,8 @@ TEST_F(PlaceModelTest, AnimationFramesAndDeltasFollowMovingScalingAndTurning)
     EXPECT_EQ(posed.MotionTranslation[0], 1.0f);
 
     ScaleModel(model, 2.0f);
+    EXPECT_THAT(b->Position, ElementsAre(4, 2, 16));
+    EXPECT_THAT(Translation(child->GlobalTransform), Pointwise(FloatEq(), std::vector<float> {2.0f, 0.0f, 0.0f}));
     EXPECT_THAT(Translation(posed.World(1)), Pointwise(FloatEq(), std::vector<float> {2.0f, 0.0f, 0.0f}));
     EXPECT_THAT(Translation(posed.Local(1)), Pointwise(FloatEq(), std::vector<float> {2.0f, 0.0f, 0.0f}));
     EXPECT_EQ(posed.MotionTranslation[0], 2.0f);
@@ -138,6 +113,7 @@ TEST_F(PlaceModelTest, AnimationFramesAndDeltasFollowMovingScalingAndTurning)
     turn.At(1, 0) = 1;
     turn.At(0, 1) = -1;
     SetTranslation(turn, 0, 0, 3);
+    const VMBoundingBox unturned = model.Box;
     TransformModel(model, turn);
     EXPECT_THAT(Translation(posed.World(1)), Pointwise(FloatNear(1e-6f), std::vector<float> {0.0f, 2.0f, 3.0f}));
     EXPECT_THAT(Translation(posed.Local(0)), Pointwise(FloatNear(1e-6f), std::vector<float> {0.0f, 0.0f, 3.0f}));
@@ -146,6 +122,15 @@ TEST_F(PlaceModelTest, AnimationFramesAndDeltasFollowMovingScalingAndTurning)
     EXPECT_THAT(posed.MotionTranslation, Pointwise(FloatNear(1e-6f), std::vector<float> {0.0f, 2.0f, 3.0f}));
     EXPECT_THAT(walk->VertexTracks[0]->Deltas[0].Position, Pointwise(FloatNear(1e-6f), std::vector<float> {0.0f, 2.0f, 0.0f}));
     EXPECT_THAT(walk->VertexTracks[0]->Deltas[0].Normal, Pointwise(FloatNear(1e-6f), std::vector<float> {0.0f, 1.0f, 0.0f}));
+    EXPECT_THAT(a->Position, Pointwise(FloatNear(1e-6f), std::vector<float> {2, -4, 11}));
+    EXPECT_THAT(a->Normal, Pointwise(FloatNear(1e-6f), std::vector<float> {0, 1, 0}));
+    EXPECT_THAT(Translation(child->GlobalTransform), Pointwise(FloatNear(1e-6f), std::vector<float> {0, 2, 3}));
+    EXPECT_THAT(Translation(child->LocalTransform), Pointwise(FloatEq(), std::vector<float> {2, 0, 0}));
+    // The box turns with the model: x takes the former -y, y the former x.
+    const std::vector<float> min {-unturned.Max[1], unturned.Min[0], unturned.Min[2] + 3};
+    const std::vector<float> max {-unturned.Min[1], unturned.Max[0], unturned.Max[2] + 3};
+    EXPECT_THAT(model.Box.Min, Pointwise(FloatNear(1e-6f), min));
+    EXPECT_THAT(model.Box.Max, Pointwise(FloatNear(1e-6f), max));
 }
 
 TEST(ModelBounds, TheRadiusReachesTheFarthestCornerAndAnEmptyModelHasNone)

@@ -33,24 +33,6 @@ TEST(SplitPolygon, PieceWithinTheLimitIsCopiedWithTheSourceAttributes)
     EXPECT_EQ(piece->Owners.Count(), 1);
 }
 
-TEST(SplitPolygon, SquareIsCutAlongTheFirstBalancedDiagonal)
-{
-    //  3 ---- 2
-    //  |      |      both diagonals halve the area; (0, 2) is found first
-    //  0 ---- 1
-    VMWorld world;
-    VMMaterial* material = AddMaterial(world);
-    VMVertex* corners[4] = {AddVertex(world, 0, 0, 0), AddVertex(world, 1, 0, 0), AddVertex(world, 1, 1, 0),
-                            AddVertex(world, 0, 1, 0)};
-    VMPolygon source;
-    source.SetMaterial(material);
-    ASSERT_EQ(SplitPolygon(world, source, corners, 4, 0, 3), 0);
-    world.Enumerate();
-    ASSERT_EQ(world.Polygons.Count(), 2);
-    EXPECT_EQ(CornerIndices(*world.Polygons.Get(0)), (std::vector<int>{0, 1, 2}));
-    EXPECT_EQ(CornerIndices(*world.Polygons.Get(1)), (std::vector<int>{2, 3, 0}));
-}
-
 TEST(SplitPolygon, ScoresDiagonalsByUnsignedFanAreas)
 {
     //  4 ------- 3
@@ -82,6 +64,9 @@ TEST(SplitPolygon, CornersWithoutAreaOrFewerThanThreeGiveNothing)
     EXPECT_EQ(world.Polygons.Count(), 0);
 }
 
+//  d ---- c
+//  |      |      both diagonals halve the area; (a, c) is found first
+//  a ---- b
 TEST(TessellatePolygons, ReplacesQuadsByTrianglesAtTheEndAndKeepsTriangles)
 {
     VMWorld world;

@@ -24,52 +24,34 @@ TEST(WeldVertices, MovesAVertexStrictlyInsideEpsVertOntoTheSeedAndNothingWithEps
     EXPECT_EQ(apart->Position[0], 1.125f) << "a pair exactly EpsVert apart stays";
 }
 
-TEST(WeldVertices, AdoptsBaseUVWithinEpsUVInclusive)
+TEST(WeldVertices, AdoptsBaseUVWithinEpsUVInclusiveAndNormalWithinTwoThousandthsPerComponentOnly)
 {
     VMWorld world;
     VMVertex* seed = AddVertex(world, 0.0f, 0.0f, 0.0f);
     seed->BaseUV[0] = 0.5f;
     seed->BaseUV[1] = 0.5f;
-    VMVertex* atBound = AddVertex(world, 0.01f, 0.0f, 0.0f);
-    atBound->BaseUV[0] = 0.75f;
-    atBound->BaseUV[1] = 0.25f;
+    VMVertex* close = AddVertex(world, 0.01f, 0.0f, 0.0f);
+    close->BaseUV[0] = 0.75f;
+    close->BaseUV[1] = 0.25f;
+    close->Normal[0] = 0.0015f;
+    close->SecondUV[0] = 0.125f;
+    close->Tangent[1] = 1.0f;
+    close->Colour[2] = 7;
     VMVertex* beyond = AddVertex(world, 0.0f, 0.01f, 0.0f);
     beyond->BaseUV[0] = 0.5f;
     beyond->BaseUV[1] = 0.875f;
+    beyond->Normal[0] = 0.003f;
     WeldVertices(world.Vertices, 0.1f, 0.25f);
-    EXPECT_EQ(atBound->BaseUV[0], 0.5f);
-    EXPECT_EQ(atBound->BaseUV[1], 0.5f);
+    EXPECT_EQ(close->BaseUV[0], 0.5f);
+    EXPECT_EQ(close->BaseUV[1], 0.5f);
+    EXPECT_EQ(close->Normal[0], 0.0f);
+    EXPECT_EQ(close->SecondUV[0], 0.125f);
+    EXPECT_EQ(close->Tangent[1], 1.0f);
+    EXPECT_EQ(close->Colour[2], 7);
     EXPECT_EQ(beyond->BaseUV[0], 0.5f);
     EXPECT_EQ(beyond->BaseUV[1], 0.875f);
+    EXPECT_EQ(beyond->Normal[0], 0.003f);
     EXPECT_EQ(beyond->Position[1], 0.0f);
-}
-
-TEST(WeldVertices, AdoptsNormalWithinTwoThousandthsPerComponent)
-{
-    VMWorld world;
-    VMVertex* seed = AddVertex(world, 0.0f, 0.0f, 0.0f);
-    seed->Normal[0] = 0.0f;
-    VMVertex* close = AddVertex(world, 0.01f, 0.0f, 0.0f);
-    close->Normal[0] = 0.0015f;
-    VMVertex* far = AddVertex(world, 0.0f, 0.01f, 0.0f);
-    far->Normal[0] = 0.003f;
-    WeldVertices(world.Vertices, 0.1f, 0.0f);
-    EXPECT_EQ(close->Normal[0], 0.0f);
-    EXPECT_EQ(far->Normal[0], 0.003f);
-}
-
-TEST(WeldVertices, LeavesSecondUVTangentAndColourAlone)
-{
-    VMWorld world;
-    AddVertex(world, 0.0f, 0.0f, 0.0f);
-    VMVertex* other = AddVertex(world, 0.01f, 0.0f, 0.0f);
-    other->SecondUV[0] = 0.125f;
-    other->Tangent[1] = 1.0f;
-    other->Colour[2] = 7;
-    WeldVertices(world.Vertices, 0.1f, 1.0f);
-    EXPECT_EQ(other->SecondUV[0], 0.125f);
-    EXPECT_EQ(other->Tangent[1], 1.0f);
-    EXPECT_EQ(other->Colour[2], 7);
 }
 
 TEST(WeldVertices, AWeldedVertexIsNeitherSeedNorCandidateAgain)
