@@ -111,11 +111,9 @@ bool VExportFormatWorld::Export()
     LogPrint("*** ExportWorld started ***\r\n");
     const auto started = std::chrono::steady_clock::now();
 
-    // Only an export that computes visibility has a builder; without one the harvest rejects
-    // portals.
-    std::unique_ptr<VBVisBuilder> visBuilder;
-    if (options.ComputeVisibility != VBModeOff)
-        visBuilder = std::make_unique<VBVisBuilder>();
+    // Every static export has a builder, so the harvest takes the scene's portals whether or not
+    // this export computes visibility; only the build itself follows the option.
+    auto visBuilder = std::make_unique<VBVisBuilder>();
     harvest.VisBuilder = visBuilder.get();
     session.SceneBox.Reset();
 
@@ -140,7 +138,7 @@ bool VExportFormatWorld::Export()
     world.Enumerate();
 
     // Before centring and scaling, which move the areas' boxes and portals with the geometry.
-    if (visBuilder) {
+    if (options.ComputeVisibility != VBModeOff) {
         BeginPhase("Visibility");
         ComputeVisibility(*visBuilder, world, session, logger, report);
     }
@@ -199,11 +197,10 @@ bool VExportFormatWorld::Export()
 
     harvest.Materials.Clear();
 
-    if (visBuilder) {
-        DebugPrint("Freeing visibility builder...\r\n");
-        harvest.VisBuilder = nullptr;
-        visBuilder.reset();
-    }
+    DebugPrint("Freeing visibility builder...\r\n");
+    harvest.VisBuilder = nullptr;
+    visBuilder->Clear();
+    visBuilder.reset();
 
     BeginPhase("Saving");
     LogPrint("Saving to '%s'...\r\n", ShownPath(session.TargetFile).c_str());
