@@ -426,7 +426,7 @@ TEST(StripWorld, LogsProgressAndTheTriListCount)
 
 //   1   3   5   7      four separate triangles of one material; the names split them into two
 //   |\  |\  |\  |\     batches, whose short lists still end in one list, the later batch's first
-//   0-2 2-4 4-6 6-8    and each in reverse order
+//   0-2 2-4 4-6 6-8    and each in reverse order; neither batch counts as one for listing
 TEST(StripWorld, ShortListsOfBatchesSplitByTheirAttributesAreMergedIntoOne)
 {
     VMWorld world;
@@ -439,11 +439,13 @@ TEST(StripWorld, ShortListsOfBatchesSplitByTheirAttributesAreMergedIntoOne)
             column < 2 ? "left" : "right";
     }
     const VertexNames names(world);
+    LogRecorder sink;
 
     ASSERT_EQ(StripWorld(world, Method(3)), 0);
 
     EXPECT_EQ(names.TriLists(world), (std::vector<std::vector<int>>{{9, 11, 10, 6, 8, 7, 3, 5, 4, 0, 2, 1}}));
     EXPECT_EQ(world.Polygons.Count(), 0);
+    EXPECT_TRUE(sink.Has("0 batches for listing prepared.\r\n"));
 }
 
 TEST(StripWorld, ListLeftWithoutTrianglesByTheRepairStays)
