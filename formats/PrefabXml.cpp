@@ -7,6 +7,7 @@
 #include "base/Version.h"
 #include "formats/PrefabShapes.h"
 #include "formats/ShapeOrientation.h"
+#include "formats/XmlPrinter.h"
 #include "model/VMWShapeInstance3D.h"
 
 #include <tinyxml2.h>
@@ -129,10 +130,7 @@ int32_t SavePrefabXML(VMWShapeInstance3DCollection& shapes, std::string_view pat
     for (const std::unique_ptr<VMWShapeInstance3D>& shape : shapes.Shapes)
         WriteShape(shapes, *shape, *root->InsertNewChildElement("shape"));
 
-    tinyxml2::XMLPrinter printer;
-    document.Print(&printer);
-    const std::string_view text(printer.CStr(), static_cast<size_t>(printer.CStrSize() - 1));
-    return WriteFileAtomically(path, text) ? 0 : PrefabSaveFailed;
+    return WriteXmlFile(document, path) ? 0 : PrefabSaveFailed;
 }
 
 int32_t LoadPrefabXML(std::string_view path, VMWShapeInstance3DCollection& shapes, std::string& error)

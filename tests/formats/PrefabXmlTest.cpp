@@ -58,34 +58,34 @@ TEST_F(PrefabXml, DocumentHasHeaderInfoAndShapesWithNestedChildren)
     shapes.Shapes.push_back(std::move(mesh));
 
     EXPECT_EQ(Save(shapes),
-              "<root>\n"
-              "    <header version=\"0\" convertible=\"FALSE\" name=\"Courtyard\"/>\n"
-              "    <info generatedby=\"Gemvor Version 7, 6, 3, 0\"/>\n"
-              "    <shape class=\"StaticMeshShape\">\n"
-              "        <property name=\"ShapeName\" value=\"world\"/>\n"
-              "        <property name=\"UniqueID\" value=\"7\"/>\n"
-              "        <property name=\"ExportShape\" value=\"TRUE\"/>\n"
-              "        <property name=\"Visible\" value=\"TRUE\"/>\n"
-              "        <property name=\"Position\" value=\"0.0000,0.0000,0.0000\"/>\n"
-              "        <property name=\"Orientation\" value=\"0.0000,0.0000,0.0000\"/>\n"
-              "        <property name=\"Scaling\" value=\"1.0000,1.0000,1.0000\"/>\n"
-              "        <property name=\"MeshFileName\" value=\"Meshes\\yard.qmesh\"/>\n"
-              "        <property name=\"VisibleBitmask\" value=\"4294967295\"/>\n"
-              "        <property name=\"LightInfluenceBitmask\" value=\"65535\"/>\n"
-              "        <property name=\"CollisionBitmask\" value=\"65535\"/>\n"
-              "        <property name=\"CastStaticShadows\" value=\"TRUE\"/>\n"
-              "        <property name=\"CastDynamicShadows\" value=\"FALSE\"/>\n"
-              "        <shape class=\"CameraPositionShape\">\n"
-              "            <property name=\"ShapeName\" value=\"Shape000\"/>\n"
-              "            <property name=\"UniqueID\" value=\"8\"/>\n"
-              "            <property name=\"ExportShape\" value=\"TRUE\"/>\n"
-              "            <property name=\"Visible\" value=\"TRUE\"/>\n"
-              "            <property name=\"Position\" value=\"0.0000,0.0000,170.0000\"/>\n"
-              "            <property name=\"Orientation\" value=\"0.0000,0.0000,0.0000\"/>\n"
-              "            <property name=\"Scaling\" value=\"1.0000,1.0000,1.0000\"/>\n"
-              "        </shape>\n"
-              "    </shape>\n"
-              "</root>\n");
+              "<root>\r\n"
+              "    <header version=\"0\" convertible=\"FALSE\" name=\"Courtyard\" />\r\n"
+              "    <info generatedby=\"Gemvor Version 7, 6, 3, 0\" />\r\n"
+              "    <shape class=\"StaticMeshShape\">\r\n"
+              "        <property name=\"ShapeName\" value=\"world\" />\r\n"
+              "        <property name=\"UniqueID\" value=\"7\" />\r\n"
+              "        <property name=\"ExportShape\" value=\"TRUE\" />\r\n"
+              "        <property name=\"Visible\" value=\"TRUE\" />\r\n"
+              "        <property name=\"Position\" value=\"0.0000,0.0000,0.0000\" />\r\n"
+              "        <property name=\"Orientation\" value=\"0.0000,0.0000,0.0000\" />\r\n"
+              "        <property name=\"Scaling\" value=\"1.0000,1.0000,1.0000\" />\r\n"
+              "        <property name=\"MeshFileName\" value=\"Meshes\\yard.qmesh\" />\r\n"
+              "        <property name=\"VisibleBitmask\" value=\"4294967295\" />\r\n"
+              "        <property name=\"LightInfluenceBitmask\" value=\"65535\" />\r\n"
+              "        <property name=\"CollisionBitmask\" value=\"65535\" />\r\n"
+              "        <property name=\"CastStaticShadows\" value=\"TRUE\" />\r\n"
+              "        <property name=\"CastDynamicShadows\" value=\"FALSE\" />\r\n"
+              "        <shape class=\"CameraPositionShape\">\r\n"
+              "            <property name=\"ShapeName\" value=\"Shape000\" />\r\n"
+              "            <property name=\"UniqueID\" value=\"8\" />\r\n"
+              "            <property name=\"ExportShape\" value=\"TRUE\" />\r\n"
+              "            <property name=\"Visible\" value=\"TRUE\" />\r\n"
+              "            <property name=\"Position\" value=\"0.0000,0.0000,170.0000\" />\r\n"
+              "            <property name=\"Orientation\" value=\"0.0000,0.0000,0.0000\" />\r\n"
+              "            <property name=\"Scaling\" value=\"1.0000,1.0000,1.0000\" />\r\n"
+              "        </shape>\r\n"
+              "    </shape>\r\n"
+              "</root>\r\n");
 }
 
 struct ClassCase {
@@ -183,17 +183,17 @@ TEST_F(PrefabXml, ValuesKeepTheirFormatsAndADecimalPointUnderACommaLocale)
     shapes.Shapes.push_back(MakeLightShape(point));
     const std::string xml = Save(shapes);
 
-    EXPECT_THAT(xml, HasSubstr("<property name=\"Position\" value=\"1.0000,2.5000,-3.0000\"/>"));
-    EXPECT_THAT(xml, HasSubstr("<property name=\"Radius\" value=\"14.142136\"/>"));
-    EXPECT_THAT(xml, HasSubstr("<property name=\"LightType\" value=\"Spotlight\"/>"));
-    EXPECT_THAT(xml, HasSubstr("<property name=\"SpotAngle\" value=\"45.000000\"/>"));
-    EXPECT_THAT(xml, HasSubstr("<property name=\"ProjectedTexture\" value=\"gobo.dds\"/>"));
-    EXPECT_THAT(xml, HasSubstr("<property name=\"LightColor\" value=\"255,127,0,255\"/>"));
-    EXPECT_THAT(xml, HasSubstr("<property name=\"WorldInfluenceMask\" value=\"0\"/>"));
-    EXPECT_THAT(xml, HasSubstr("<property name=\"EnableCorona\" value=\"TRUE\"/>"));
-    EXPECT_THAT(xml, HasSubstr("<property name=\"CastModelShadows\" value=\"TRUE\"/>"));
-    EXPECT_THAT(xml, HasSubstr("<property name=\"DebugColor\" value=\"16,32,48,128\"/>"));
-    EXPECT_THAT(xml, HasSubstr("<property name=\"SubMeshIndices\" value=\"0,3,12\"/>"));
+    EXPECT_THAT(xml, HasSubstr("<property name=\"Position\" value=\"1.0000,2.5000,-3.0000\" />"));
+    EXPECT_THAT(xml, HasSubstr("<property name=\"Radius\" value=\"14.142136\" />"));
+    EXPECT_THAT(xml, HasSubstr("<property name=\"LightType\" value=\"Spotlight\" />"));
+    EXPECT_THAT(xml, HasSubstr("<property name=\"SpotAngle\" value=\"45.000000\" />"));
+    EXPECT_THAT(xml, HasSubstr("<property name=\"ProjectedTexture\" value=\"gobo.dds\" />"));
+    EXPECT_THAT(xml, HasSubstr("<property name=\"LightColor\" value=\"255,127,0,255\" />"));
+    EXPECT_THAT(xml, HasSubstr("<property name=\"WorldInfluenceMask\" value=\"0\" />"));
+    EXPECT_THAT(xml, HasSubstr("<property name=\"EnableCorona\" value=\"TRUE\" />"));
+    EXPECT_THAT(xml, HasSubstr("<property name=\"CastModelShadows\" value=\"TRUE\" />"));
+    EXPECT_THAT(xml, HasSubstr("<property name=\"DebugColor\" value=\"16,32,48,128\" />"));
+    EXPECT_THAT(xml, HasSubstr("<property name=\"SubMeshIndices\" value=\"0,3,12\" />"));
     // The harvested point light has the type number 2, which has no name in the file.
     const std::string lastShape = xml.substr(xml.rfind("<shape "));
     EXPECT_THAT(PropertyNames(lastShape), ::testing::Not(::testing::Contains("LightType")));
@@ -230,8 +230,8 @@ TEST_F(PrefabXml, EveryClassReadsBackWhatItWrote)
     portal->Children.push_back(std::make_unique<VMWLightGridInstance>(true));
     shapes.Shapes.push_back(std::move(portal));
     const std::string first = Save(shapes);
-    EXPECT_THAT(first, HasSubstr("<property name=\"Position\" value=\"10.0000,20.0000,30.5000\"/>"));
-    EXPECT_THAT(first, HasSubstr("<property name=\"ModelFile\" value=\"Models\\door.model\"/>"));
+    EXPECT_THAT(first, HasSubstr("<property name=\"Position\" value=\"10.0000,20.0000,30.5000\" />"));
+    EXPECT_THAT(first, HasSubstr("<property name=\"ModelFile\" value=\"Models\\door.model\" />"));
 
     VMWShapeInstance3DCollection read;
     std::string error;

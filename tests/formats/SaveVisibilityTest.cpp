@@ -70,67 +70,67 @@ TEST(SaveVisibility, TwoRoomsJoinedByADoorAreTwoZonesWithTheirPortalsLinked)
     ASSERT_TRUE(SaveVisibility(world, folder.Path("house.qmesh_data"), 5489u));
 
     // IDs count up depth first from a base made from the file's name.
-    const std::string expected = R"(<root>
-    <header version="0" convertible="FALSE"/>
-    <info generatedby="Gemvor Version 7, 6, 3, 0"/>
-    <shape class="VisibilityZoneShape">
-        <property name="ShapeName" value="VisZone_RoomA"/>
-        <property name="UniqueID" value="16052541321087287297"/>
-        <property name="ExportShape" value="TRUE"/>
-        <property name="Visible" value="TRUE"/>
-        <property name="Position" value="2.0000,3.0000,1.5000"/>
-        <property name="Orientation" value="0.0000,0.0000,0.0000"/>
-        <property name="Scaling" value="1.0000,1.0000,1.0000"/>
-        <property name="BoundingBoxMin" value="-2.0000,-3.0000,-1.5000"/>
-        <property name="BoundingBoxMax" value="2.0000,3.0000,1.5000"/>
-        <property name="DebugColor" value="50,179,102,255"/>
-        <property name="SubMeshIndices" value="0,2"/>
-        <property name="MergeWithOutside" value="FALSE"/>
-        <shape class="PortalShape">
-            <property name="ShapeName" value="Portal_RoomA_000"/>
-            <property name="UniqueID" value="16052541321087287298"/>
-            <property name="ExportShape" value="TRUE"/>
-            <property name="Visible" value="TRUE"/>
-            <property name="Position" value="1.0000,1.0000,0.0000"/>
-            <property name="Orientation" value="0.0000,0.0000,0.0000"/>
-            <property name="Scaling" value="1.0000,1.0000,1.0000"/>
-            <property name="TargetPortalID" value="16052541321087287300"/>
-            <property name="TargetZoneID" value="16052541321087287299"/>
-            <property name="VertexCount" value="3"/>
-            <property name="LocalVertexPositions" value="-1.0000,2.0000,0.0000,2.0000,-1.0000,0.0000,-1.0000,-1.0000,0.0000"/>
-            <property name="LeadsToOutside" value="FALSE"/>
-        </shape>
-    </shape>
-    <shape class="VisibilityZoneShape">
-        <property name="ShapeName" value="VisZone_RoomB"/>
-        <property name="UniqueID" value="16052541321087287299"/>
-        <property name="ExportShape" value="TRUE"/>
-        <property name="Visible" value="TRUE"/>
-        <property name="Position" value="7.0000,3.0000,1.5000"/>
-        <property name="Orientation" value="0.0000,0.0000,0.0000"/>
-        <property name="Scaling" value="1.0000,1.0000,1.0000"/>
-        <property name="BoundingBoxMin" value="-3.0000,-3.0000,-1.5000"/>
-        <property name="BoundingBoxMax" value="3.0000,3.0000,1.5000"/>
-        <property name="DebugColor" value="95,194,151,255"/>
-        <property name="SubMeshIndices" value="1,2"/>
-        <property name="MergeWithOutside" value="FALSE"/>
-        <shape class="PortalShape">
-            <property name="ShapeName" value="Portal_RoomB_000"/>
-            <property name="UniqueID" value="16052541321087287300"/>
-            <property name="ExportShape" value="TRUE"/>
-            <property name="Visible" value="TRUE"/>
-            <property name="Position" value="1.0000,1.0000,0.0000"/>
-            <property name="Orientation" value="0.0000,0.0000,0.0000"/>
-            <property name="Scaling" value="1.0000,1.0000,1.0000"/>
-            <property name="TargetPortalID" value="16052541321087287298"/>
-            <property name="TargetZoneID" value="16052541321087287297"/>
-            <property name="VertexCount" value="3"/>
-            <property name="LocalVertexPositions" value="-1.0000,-1.0000,0.0000,2.0000,-1.0000,0.0000,-1.0000,2.0000,0.0000"/>
-            <property name="LeadsToOutside" value="FALSE"/>
-        </shape>
-    </shape>
-</root>
-)";
+    const std::string expected =
+        "<root>\r\n"
+        "    <header version=\"0\" convertible=\"FALSE\" />\r\n"
+        "    <info generatedby=\"Gemvor Version 7, 6, 3, 0\" />\r\n"
+        "    <shape class=\"VisibilityZoneShape\">\r\n"
+        "        <property name=\"ShapeName\" value=\"VisZone_RoomA\" />\r\n"
+        "        <property name=\"UniqueID\" value=\"16052541321087287297\" />\r\n"
+        "        <property name=\"ExportShape\" value=\"TRUE\" />\r\n"
+        "        <property name=\"Visible\" value=\"TRUE\" />\r\n"
+        "        <property name=\"Position\" value=\"2.0000,3.0000,1.5000\" />\r\n"
+        "        <property name=\"Orientation\" value=\"0.0000,0.0000,0.0000\" />\r\n"
+        "        <property name=\"Scaling\" value=\"1.0000,1.0000,1.0000\" />\r\n"
+        "        <property name=\"BoundingBoxMin\" value=\"-2.0000,-3.0000,-1.5000\" />\r\n"
+        "        <property name=\"BoundingBoxMax\" value=\"2.0000,3.0000,1.5000\" />\r\n"
+        "        <property name=\"DebugColor\" value=\"50,179,102,255\" />\r\n"
+        "        <property name=\"SubMeshIndices\" value=\"0,2\" />\r\n"
+        "        <property name=\"MergeWithOutside\" value=\"FALSE\" />\r\n"
+        "        <shape class=\"PortalShape\">\r\n"
+        "            <property name=\"ShapeName\" value=\"Portal_RoomA_000\" />\r\n"
+        "            <property name=\"UniqueID\" value=\"16052541321087287298\" />\r\n"
+        "            <property name=\"ExportShape\" value=\"TRUE\" />\r\n"
+        "            <property name=\"Visible\" value=\"TRUE\" />\r\n"
+        "            <property name=\"Position\" value=\"1.0000,1.0000,0.0000\" />\r\n"
+        "            <property name=\"Orientation\" value=\"0.0000,0.0000,0.0000\" />\r\n"
+        "            <property name=\"Scaling\" value=\"1.0000,1.0000,1.0000\" />\r\n"
+        "            <property name=\"TargetPortalID\" value=\"16052541321087287300\" />\r\n"
+        "            <property name=\"TargetZoneID\" value=\"16052541321087287299\" />\r\n"
+        "            <property name=\"VertexCount\" value=\"3\" />\r\n"
+        "            <property name=\"LocalVertexPositions\" value=\"-1.0000,2.0000,0.0000,2.0000,-1.0000,0.0000,-1.0000,-1.0000,0.0000\" />\r\n"
+        "            <property name=\"LeadsToOutside\" value=\"FALSE\" />\r\n"
+        "        </shape>\r\n"
+        "    </shape>\r\n"
+        "    <shape class=\"VisibilityZoneShape\">\r\n"
+        "        <property name=\"ShapeName\" value=\"VisZone_RoomB\" />\r\n"
+        "        <property name=\"UniqueID\" value=\"16052541321087287299\" />\r\n"
+        "        <property name=\"ExportShape\" value=\"TRUE\" />\r\n"
+        "        <property name=\"Visible\" value=\"TRUE\" />\r\n"
+        "        <property name=\"Position\" value=\"7.0000,3.0000,1.5000\" />\r\n"
+        "        <property name=\"Orientation\" value=\"0.0000,0.0000,0.0000\" />\r\n"
+        "        <property name=\"Scaling\" value=\"1.0000,1.0000,1.0000\" />\r\n"
+        "        <property name=\"BoundingBoxMin\" value=\"-3.0000,-3.0000,-1.5000\" />\r\n"
+        "        <property name=\"BoundingBoxMax\" value=\"3.0000,3.0000,1.5000\" />\r\n"
+        "        <property name=\"DebugColor\" value=\"95,194,151,255\" />\r\n"
+        "        <property name=\"SubMeshIndices\" value=\"1,2\" />\r\n"
+        "        <property name=\"MergeWithOutside\" value=\"FALSE\" />\r\n"
+        "        <shape class=\"PortalShape\">\r\n"
+        "            <property name=\"ShapeName\" value=\"Portal_RoomB_000\" />\r\n"
+        "            <property name=\"UniqueID\" value=\"16052541321087287300\" />\r\n"
+        "            <property name=\"ExportShape\" value=\"TRUE\" />\r\n"
+        "            <property name=\"Visible\" value=\"TRUE\" />\r\n"
+        "            <property name=\"Position\" value=\"1.0000,1.0000,0.0000\" />\r\n"
+        "            <property name=\"Orientation\" value=\"0.0000,0.0000,0.0000\" />\r\n"
+        "            <property name=\"Scaling\" value=\"1.0000,1.0000,1.0000\" />\r\n"
+        "            <property name=\"TargetPortalID\" value=\"16052541321087287298\" />\r\n"
+        "            <property name=\"TargetZoneID\" value=\"16052541321087287297\" />\r\n"
+        "            <property name=\"VertexCount\" value=\"3\" />\r\n"
+        "            <property name=\"LocalVertexPositions\" value=\"-1.0000,-1.0000,0.0000,2.0000,-1.0000,0.0000,-1.0000,2.0000,0.0000\" />\r\n"
+        "            <property name=\"LeadsToOutside\" value=\"FALSE\" />\r\n"
+        "        </shape>\r\n"
+        "    </shape>\r\n"
+        "</root>\r\n";
     EXPECT_EQ(folder.Read("house.qmesh_data/visibility.xml"), expected);
 }
 
