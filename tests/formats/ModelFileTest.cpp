@@ -275,7 +275,7 @@ GoldenBytes SkinnedFile(uint32_t boxChunk, uint16_t boxCount, int32_t weightBone
         .FileEnd();
 }
 
-TEST_F(ModelFileTest, TheOlderBoneBoxChunkIsReadAndABoxCountOfAnotherSkeletonIsSkipped)
+TEST_F(ModelFileTest, TheOlderBoneBoxChunkIsReadAndABoxCountOfAnotherSkeletonOrAnEmptyModelIsSkipped)
 {
     VMModel model;
     streams.SetFile("old.model", SkinnedFile(ChunkBBOX, 2).Str());
@@ -291,6 +291,11 @@ TEST_F(ModelFileTest, TheOlderBoneBoxChunkIsReadAndABoxCountOfAnotherSkeletonIsS
     streams.SetFile("boneless.model", GoldenBytes().FileHeader()
         .Chunk(0, ChunkMODL, GoldenBytes().U16(0).Chunk(1, ChunkBBBX, GoldenBytes().U16(0))).FileEnd().Str());
     EXPECT_TRUE(LoadModel(model, "boneless.model", &streams)) << LastError().Text;
+
+    // An empty model chunk gives an empty model.
+    streams.SetFile("empty.model", GoldenBytes().FileHeader().Chunk(0, ChunkMODL, GoldenBytes()).FileEnd().Str());
+    EXPECT_TRUE(LoadModel(model, "empty.model", &streams)) << LastError().Text;
+    EXPECT_EQ(model.Vertices.Count(), 0);
 }
 
 TEST_F(ModelFileTest, TheDescriptionNamesBonesInfluencesSubmeshesAndBounds)
@@ -370,14 +375,5 @@ INSTANTIATE_TEST_SUITE_P(
         Damage {"NotAModel", GoldenBytes().FileHeader().Chunk(0, ChunkGEOM, GoldenBytes()).FileEnd().Str(),
                 "Unexpected chunk ID; actual: 0x47454F4D, expected: 0x4D4F444C"}),
     [](const testing::TestParamInfo<Damage>& paramInfo) { return paramInfo.param.Name; });
-
-TEST(LoadModel, AFileWithAnEmptyModelChunkGivesAnEmptyModel)
-{
-    VMemoryStreamProvider streams;
-    streams.SetFile("empty.model", GoldenBytes().FileHeader().Chunk(0, ChunkMODL, GoldenBytes()).FileEnd().Str());
-    VMModel model;
-    EXPECT_TRUE(LoadModel(model, "empty.model", &streams)) << LastError().Text;
-    EXPECT_EQ(model.Vertices.Count(), 0);
-}
 
 } // namespace

@@ -45,7 +45,7 @@ TEST(ResourcesXmlTest, SameFileOfTheSameKindInAnotherCaseIsListedOnceButOfAnothe
     EXPECT_EQ(other.Resources.size(), 2u);
 }
 
-TEST(ResourcesXmlTest, TexturesComeFirstThenEffectLibrariesThenTheAnimationFile)
+TEST(ResourcesXmlTest, TexturesComeFirstThenEffectLibrariesThenTheAnimationFileThenByOrderValue)
 {
     VMModel model;
     EXPECT_TRUE(CollectResources(model, "hero.model").Resources.empty());
@@ -67,16 +67,14 @@ TEST(ResourcesXmlTest, TexturesComeFirstThenEffectLibrariesThenTheAnimationFile)
     EXPECT_EQ(list.Resources[2].Manager, "EffectLibs");
     EXPECT_EQ(list.Resources[3].Manager, "Animations");
     EXPECT_EQ(list.Resources[3].Filename, "hero.anim");
-}
 
-TEST(ResourcesXmlTest, EqualPrioritiesAreOrderedBySmallestOrderValue)
-{
-    VResourceList list;
-    AddResource(list, ResourceTexture, "late.dds");
-    list.Resources.back().Order = 5;
-    AddResource(list, ResourceTexture, "early.dds");
-    SortResources(list);
-    EXPECT_EQ(list.Resources[0].Filename, "early.dds");
+    // Of equal priorities the smallest order value comes first.
+    VResourceList textures;
+    AddResource(textures, ResourceTexture, "late.dds");
+    textures.Resources.back().Order = 5;
+    AddResource(textures, ResourceTexture, "early.dds");
+    SortResources(textures);
+    EXPECT_EQ(textures.Resources[0].Filename, "early.dds");
 }
 
 } // namespace

@@ -8,16 +8,21 @@
 
 namespace {
 
-TEST(FixID, LinksEveryVertexToTheLowestIndexAtItsPosition)
+TEST(FixID, LinksEveryVertexToTheLowestIndexAtItsPositionAndClearsOldLinks)
 {
     //  0 (1,1,1)   1 (2,2,2)   2 (1,1,1)   3 (1,1,1)   4 (2,2,2)   5 (3,3,3)
     VMWorld world;
+    EXPECT_EQ(FixID(world, 0.0f), 0);
     VMVertex* v0 = AddVertex(world, 1, 1, 1);
     VMVertex* v1 = AddVertex(world, 2, 2, 2);
     VMVertex* v2 = AddVertex(world, 1, 1, 1);
     VMVertex* v3 = AddVertex(world, 1, 1, 1);
     VMVertex* v4 = AddVertex(world, 2, 2, 2);
     VMVertex* v5 = AddVertex(world, 3, 3, 3);
+    v5->MergeLink = v0;
+    // A negative radius links nothing.
+    EXPECT_EQ(FixID(world, -1.0f), 0);
+    EXPECT_EQ(v5->MergeLink, nullptr);
     EXPECT_EQ(FixID(world, 0.0f), 3);
     EXPECT_EQ(v0->MergeLink, nullptr);
     EXPECT_EQ(v1->MergeLink, nullptr);
@@ -56,17 +61,6 @@ TEST(FixID, PatchControlVertexIsNoLinkTarget)
     EXPECT_EQ(free->MergeLink, nullptr);
     EXPECT_EQ(later->MergeLink, free);
     EXPECT_EQ(control->State, 2u);
-}
-
-TEST(FixID, ClearsOldLinksAndLinksNothingWithANegativeRadiusOrInAnEmptyWorld)
-{
-    VMWorld world;
-    EXPECT_EQ(FixID(world, 0.0f), 0);
-    VMVertex* first = AddVertex(world, 1, 1, 1);
-    VMVertex* second = AddVertex(world, 1, 1, 1);
-    second->MergeLink = first;
-    EXPECT_EQ(FixID(world, -1.0f), 0);
-    EXPECT_EQ(second->MergeLink, nullptr);
 }
 
 }

@@ -19,17 +19,7 @@ TEST(PolygonArea, SumsTheFanTrianglesAndIsZeroBelowThreeCorners)
     EXPECT_EQ(PolygonArea(corners, 2), 0.0);
 }
 
-TEST(PolygonPlane, IsAbsentForCollinearCorners)
-{
-    VMWorld world;
-    VMPolygon* polygon = AddTriangle(world, AddVertex(world, 0, 0, 0), AddVertex(world, 1, 0, 0),
-                                     AddVertex(world, 2, 0, 0), AddMaterial(world));
-    double plane[4];
-    EXPECT_FALSE(PolygonPlane(*polygon, plane));
-    EXPECT_FALSE(polygon->HasValidPlane());
-}
-
-TEST(PolygonPlane, GivesUnitNormalAndDistanceOfTheFirstCorner)
+TEST(PolygonPlane, GivesUnitNormalAndDistanceOfTheFirstCornerAndIsAbsentForCollinearCorners)
 {
     //  c(0,1,3)
     //  a(0,0,3) --- b(1,0,3)      counter-clockwise seen from +z
@@ -43,6 +33,11 @@ TEST(PolygonPlane, GivesUnitNormalAndDistanceOfTheFirstCorner)
     EXPECT_EQ(plane[2], 1.0);
     EXPECT_EQ(plane[3], 3.0);
     EXPECT_TRUE(polygon->HasValidPlane());
+
+    VMPolygon* line = AddTriangle(world, AddVertex(world, 0, 0, 0), AddVertex(world, 1, 0, 0),
+                                  AddVertex(world, 2, 0, 0), AddMaterial(world));
+    EXPECT_FALSE(PolygonPlane(*line, plane));
+    EXPECT_FALSE(line->HasValidPlane());
 }
 
 TEST(PolygonPlane, AnswersTheCachedPlaneUntilTheFlagIsCleared)

@@ -327,12 +327,19 @@ INSTANTIATE_TEST_SUITE_P(Modes, VisFloating,
                              FloatingCase {VBModeIntersections, {"East", "West", "East", "West"}, "1 simple, 4 hard, 8 impossible"},
                              FloatingCase {VBModeArbitrary, {"East", "West", "East", "West"}, "1 simple, 4 hard, 8 impossible"}));
 
-TEST(VisCut, ATriangleAcrossThePlaneGivesATriangleAndAQuadWithTheSharedCrossingPoints)
+// The plane x = d, its front towards +x.
+VBPlane PlaneAcrossX(double d)
 {
     VBPlane plane;
     plane.Normal = {1, 0, 0};
-    plane.D = 1;
+    plane.D = d;
     plane.Valid = true;
+    return plane;
+}
+
+TEST(VisCut, ATriangleAcrossThePlaneGivesATriangleAndAQuadWithTheSharedCrossingPoints)
+{
+    const VBPlane plane = PlaneAcrossX(1);
     const VBVector triangle[3] = {{0, 0, 0}, {2, 0, 0}, {2, 2, 0}};
     std::vector<VBVector> front;
     std::vector<VBVector> back;
@@ -347,10 +354,7 @@ TEST(VisCut, ATriangleAcrossThePlaneGivesATriangleAndAQuadWithTheSharedCrossingP
 
 TEST(VisCut, OfTwoCornersNearThePlaneInARowOnlyTheNearerJoinsBothPieces)
 {
-    VBPlane plane;
-    plane.Normal = {1, 0, 0};
-    plane.D = 0;
-    plane.Valid = true;
+    const VBPlane plane = PlaneAcrossX(0);
     //      d(0.08)   c(-0.05)
     //   a(3) ......... b(-3)     a in front, b behind, d and c within 0.1 of the plane
     const VBVector quad[4] = {{3, 0, 0}, {-3, 0, 0}, {-0.05, 2, 0}, {0.08, 2, 0}};

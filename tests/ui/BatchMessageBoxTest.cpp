@@ -27,28 +27,19 @@ protected:
 
 } // namespace
 
-TEST_F(BatchMessageBoxTest, EachBoxTakesItsDefaultAnswer)
-{
-    BatchMessageBox box(m_out);
-    VMessageBoxRequest request;
-    request.Caption = "Question";
-    request.Buttons = VMessageBoxButtons::YesNo;
-    request.DefaultAnswer = VMessageBoxAnswer::No;
-    EXPECT_EQ(box.Show(request), VMessageBoxAnswer::No);
-    request.DefaultAnswer = VMessageBoxAnswer::Yes;
-    EXPECT_EQ(box.Show(request), VMessageBoxAnswer::Yes);
-    EXPECT_EQ(box.Show(VMessageBoxRequest()), VMessageBoxAnswer::Ok);
-}
-
-TEST_F(BatchMessageBoxTest, CaptionAndTextArePrintedWithNativeLineEnds)
+TEST_F(BatchMessageBoxTest, EachBoxTakesItsDefaultAnswerAndIsPrintedWithNativeLineEnds)
 {
     BatchMessageBox box(m_out);
     VMessageBoxRequest request;
     request.Caption = "Error";
     request.Text = "Unable to execute 'a.exe'\r\n(Error:0x2)\r\n";
-    box.Show(request);
+    request.Buttons = VMessageBoxButtons::YesNo;
+    request.DefaultAnswer = VMessageBoxAnswer::No;
+    EXPECT_EQ(box.Show(request), VMessageBoxAnswer::No);
     request.Caption = "Note";
     request.Text = "one\rtwo";
-    box.Show(request);
+    request.DefaultAnswer = VMessageBoxAnswer::Yes;
+    EXPECT_EQ(box.Show(request), VMessageBoxAnswer::Yes);
     EXPECT_EQ(Printed(), "Error: Unable to execute 'a.exe'\n(Error:0x2)\nNote: one\ntwo\n");
+    EXPECT_EQ(box.Show(VMessageBoxRequest()), VMessageBoxAnswer::Ok);
 }

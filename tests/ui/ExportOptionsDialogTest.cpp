@@ -42,15 +42,6 @@ protected:
         m_dialog->Open();
         return *m_dialog;
     }
-    // The texts of the message boxes shown so far.
-    std::vector<std::string> Shown() const
-    {
-        std::vector<std::string> texts;
-        for (const VMessageBoxRequest& request : Boxes.Requests)
-            texts.push_back(request.Text);
-        return texts;
-    }
-
     OptionsDialogContext Context;
     VExportOptions Options;
     VAnimationTable Animations;
