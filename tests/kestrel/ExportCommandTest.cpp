@@ -667,6 +667,7 @@ TEST_F(ExportCommand, HouseExampleGetsAZoneForEachRoomJoinedByItsPortalsOnlyWith
     request.Target = Native("vis/house.qmesh").string();
     request.Settings = {"ComputeVisibility=1"};
     ASSERT_EQ(Run(request, ImportFromFile), 0);
+    EXPECT_THAT(Out, HasSubstr("Calculating visibility completed..."));
 
     VMWShapeInstance3DCollection shapes;
     std::string error;

@@ -143,6 +143,31 @@ TEST_F(StaticExport, LightmapUVsOneUnwrapsEveryMaterialIntoTheSecondUVSet)
     }
 }
 
+// A portal far from every wall touches nothing and makes no zone: the export goes on without
+// visibility, and the dump holds the stages that ran.
+TEST_F(StaticExport, VisibilityThatMakesNoZoneLeavesTheWorldWithoutVisibility)
+{
+    AssignMaterial(AddCube("room", 0, 0, 0, 100), "stone");
+    const MObject door = standin::CreateNode("transform", "door");
+    standin::CreateMesh("doorShape", door,
+                        standin::MeshDescription {{MPoint(1000, 0, 0), MPoint(1000, 100, 0), MPoint(1000, 100, 100),
+                                                   MPoint(1000, 0, 100)},
+                                                  {4},
+                                                  {0, 1, 2, 3}});
+    ASSERT_TRUE(standin::AddAttr(door, "ExportAs", standin::AttrType::Int, 2.0));
+    SetOptions("// ComputeVisibility : 1\r\n// DebugVisInfo : 1\r\n");
+
+    ASSERT_TRUE(ExportAll("lost.qmesh"));
+
+    EXPECT_TRUE(Log.Has("Calculating visibility...\r\n"));
+    EXPECT_TRUE(Log.Has("Error while calculating visibility. Visibility will not be added to world\r\n"));
+    EXPECT_FALSE(Log.Has("Calculating visibility completed...\r\n"));
+    EXPECT_NE(Report.Find("Portals didn't generate any visibility areas."), nullptr);
+    EXPECT_EQ(ReadMesh("lost.qmesh").TriangleCount, 12);
+    EXPECT_FALSE(Has("lost.qmesh_data/visibility.xml"));
+    EXPECT_TRUE(Has("lost.qmesh_data/_debug.VISINFO"));
+}
+
 TEST_F(StaticExport, DebugPrintTracesTheExportIntoDebugTxtBesideTheTarget)
 {
     AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");
