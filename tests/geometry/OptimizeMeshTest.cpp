@@ -64,6 +64,9 @@ TEST_F(OptimizeMeshTest, IdenticalVerticesMergeIntoTheFirstAndItsBonesForgetTheO
     v3->Position[2] = -0.0f;
     v4->Source = v3;
 
+    // A negative tolerance merges nothing.
+    EXPECT_EQ(OptimizeMesh(model, -1.0f), 0);
+    EXPECT_EQ(model.Vertices.Count(), 5);
     EXPECT_EQ(OptimizeMesh(model, 0.0f), 0);
 
     EXPECT_EQ(v4->Source, v1);
@@ -130,12 +133,6 @@ TEST_F(OptimizeMeshTest, VerticesThatMoveDifferentlyInOneFrameStaySeparate)
     EXPECT_EQ(model.Vertices.Count(), 4);
     EXPECT_EQ(muscle->VertexTracks[0]->Deltas.size(), 1u);
     EXPECT_THAT(Validate(model), IsEmpty());
-}
-
-TEST_F(OptimizeMeshTest, ANegativeToleranceMergesNothing)
-{
-    EXPECT_EQ(OptimizeMesh(model, -1.0f), 0);
-    EXPECT_EQ(model.Vertices.Count(), 5);
 }
 
 } // namespace
