@@ -4,6 +4,7 @@
 #include "formats/LoadV3DWorld.h"
 #include "model/VMWorld.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -39,11 +40,8 @@ TEST(ReadV3DWorld, ReadsVerticesAndPolygonsAndSkipsTheOtherRecords)
 
     ASSERT_EQ(world.Vertices.Count(), 4);
     const VMVertex& first = *world.Vertices[0];
-    EXPECT_FLOAT_EQ(first.Position[0], 1.0f);
-    EXPECT_FLOAT_EQ(first.Position[1], -2.0f);
-    EXPECT_FLOAT_EQ(first.Position[2], 3.5f);
-    EXPECT_FLOAT_EQ(first.BaseUV[0], 1.0f);
-    EXPECT_FLOAT_EQ(first.BaseUV[1], 0.5f);
+    EXPECT_THAT(first.Position, ::testing::Pointwise(::testing::FloatEq(), {1.0f, -2.0f, 3.5f}));
+    EXPECT_THAT(first.BaseUV, ::testing::Pointwise(::testing::FloatEq(), {1.0f, 0.5f}));
     EXPECT_FLOAT_EQ(first.Normal[2], 1.0f);
     EXPECT_FLOAT_EQ(first.SecondUV[0], -1.0f);
     EXPECT_EQ(world.HasTangents, 1);

@@ -3,7 +3,10 @@
 
 #include "TestWorlds.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <vector>
 
 namespace {
 
@@ -28,10 +31,7 @@ TEST(PolygonPlane, GivesUnitNormalAndDistanceOfTheFirstCornerAndIsAbsentForColli
                                      AddVertex(world, 0, 1, 3), AddMaterial(world));
     double plane[4];
     ASSERT_TRUE(PolygonPlane(*polygon, plane));
-    EXPECT_EQ(plane[0], 0.0);
-    EXPECT_EQ(plane[1], 0.0);
-    EXPECT_EQ(plane[2], 1.0);
-    EXPECT_EQ(plane[3], 3.0);
+    EXPECT_THAT(plane, ::testing::ElementsAre(0.0, 0.0, 1.0, 3.0));
     EXPECT_TRUE(polygon->HasValidPlane());
 
     VMPolygon* line = AddTriangle(world, AddVertex(world, 0, 0, 0), AddVertex(world, 1, 0, 0),
@@ -68,9 +68,7 @@ TEST(PolygonPlane, TakesTheLongestCrossProductOfAQuad)
                                     AddMaterial(world));
     double plane[4];
     ASSERT_TRUE(PolygonPlane(*polygon, plane));
-    EXPECT_EQ(plane[0], 0.0);
-    EXPECT_EQ(plane[1], 0.0);
-    EXPECT_EQ(plane[2], 1.0);
+    EXPECT_THAT(std::vector<double>(plane, plane + 3), ::testing::ElementsAre(0.0, 0.0, 1.0));
 }
 
 }

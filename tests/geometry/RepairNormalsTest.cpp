@@ -3,6 +3,7 @@
 #include "LogRecorder.h"
 #include "TestWorlds.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace {
@@ -22,11 +23,8 @@ TEST(RepairNormals, KeepsUsableNormalsAndRebuildsMissingOnesFromTheFace)
         vertex->Siblings.Add(vertex);
     AddTriangle(world, a, b, c, AddMaterial(world));
     ASSERT_EQ(RepairNormals(world), 0);
-    EXPECT_EQ(a->Normal[0], 0.0f);
-    EXPECT_EQ(a->Normal[1], 0.0f);
-    EXPECT_FLOAT_EQ(a->Normal[2], 1.0f);
-    EXPECT_EQ(b->Normal[0], 1.0f);
-    EXPECT_EQ(b->Normal[2], 0.0f);
+    EXPECT_THAT(a->Normal, ::testing::ElementsAre(0.0f, 0.0f, ::testing::FloatEq(1.0f)));
+    EXPECT_THAT(b->Normal, ::testing::ElementsAre(1.0f, 0.0f, 0.0f));
 }
 
 TEST(RepairNormals, SiblingOfAnotherSmoothingGroupIsLeftOut)

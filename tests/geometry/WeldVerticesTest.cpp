@@ -2,6 +2,7 @@
 
 #include "TestWorlds.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace {
@@ -17,9 +18,7 @@ TEST(WeldVertices, MovesAVertexStrictlyInsideEpsVertOntoTheSeedAndNothingWithEps
     WeldVertices(world.Vertices, 0.0f, 1.0f);
     EXPECT_EQ(same->BaseUV[0], 0.5f);
     WeldVertices(world.Vertices, 0.125f, 0.0f);
-    EXPECT_EQ(near->Position[0], 1.0f);
-    EXPECT_EQ(near->Position[1], 2.0f);
-    EXPECT_EQ(near->Position[2], 3.0f);
+    EXPECT_THAT(near->Position, ::testing::ElementsAre(1.0f, 2.0f, 3.0f));
     EXPECT_EQ(seed->Position[0], 1.0f);
     EXPECT_EQ(apart->Position[0], 1.125f) << "a pair exactly EpsVert apart stays";
 }
@@ -42,14 +41,12 @@ TEST(WeldVertices, AdoptsBaseUVWithinEpsUVInclusiveAndNormalWithinTwoThousandths
     beyond->BaseUV[1] = 0.875f;
     beyond->Normal[0] = 0.003f;
     WeldVertices(world.Vertices, 0.1f, 0.25f);
-    EXPECT_EQ(close->BaseUV[0], 0.5f);
-    EXPECT_EQ(close->BaseUV[1], 0.5f);
+    EXPECT_THAT(close->BaseUV, ::testing::ElementsAre(0.5f, 0.5f));
     EXPECT_EQ(close->Normal[0], 0.0f);
     EXPECT_EQ(close->SecondUV[0], 0.125f);
     EXPECT_EQ(close->Tangent[1], 1.0f);
     EXPECT_EQ(close->Colour[2], 7);
-    EXPECT_EQ(beyond->BaseUV[0], 0.5f);
-    EXPECT_EQ(beyond->BaseUV[1], 0.875f);
+    EXPECT_THAT(beyond->BaseUV, ::testing::ElementsAre(0.5f, 0.875f));
     EXPECT_EQ(beyond->Normal[0], 0.003f);
     EXPECT_EQ(beyond->Position[1], 0.0f);
 }
