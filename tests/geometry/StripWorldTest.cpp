@@ -321,6 +321,44 @@ TEST(StripWorld, TriangleWiderThanTheCubeWaitsUntilTheDoubledCubeHoldsIt)
     EXPECT_EQ(world.TriLists.Get(1)->Corners.front()->Position[0], 100.0f);
 }
 
+// Cubes of 2.5 over a row of unit cells: a batch takes, in list order, every triangle that keeps
+// its box within the cube, so an early triangle to the left of the first one closes the cube to
+// the cells on the right. A lone small triangle beside the waiting wide pair is given back and
+// ends the pass; it comes after the pair in the doubled cube.
+TEST(StripWorld, CubesAreFilledInListOrderOverSeveralCells)
+{
+    VMWorld world;
+    VMMaterial* material = AddStripMaterial(world);
+    AddGrid(world, 1, 1, material, 0.0f);          // triangles 0-1, vertices 0-3, x 0..1
+    AddGrid(world, 1, 1, material, -1.0f);         // triangles 2-3, vertices 4-7, x -1..0
+    AddGrid(world, 3, 1, material, 1.0f);          // triangles 4-9, vertices 8-15, x 1..4
+    AddGrid(world, 1, 1, material, 10.0f, 3.0f);   // triangles 10-11, vertices 16-19, x 10..13
+    AddGrid(world, 1, 1, material, 20.0f, 0.5f);   // triangles 12-13, vertices 20-23, x 20..20.5
+    world.Polygons.Get(13)->Group = 1;
+    const VertexNames names(world);
+    StripParams params = Method(4);
+    params.MaxStripSize = 2.5f;
+    LogRecorder sink;
+
+    ASSERT_EQ(StripWorld(world, params), 0);
+
+    EXPECT_EQ(sink.StartingWith("VA: "), (std::vector<std::string>{
+                                             "VA: 0 / 0, Mat: 0 / 1, Poly: 4, Seg: 0, Tls: 0\r\n",
+                                             "VA: 0 / 0, Mat: 0 / 1, Poly: 4, Seg: 0, Tls: 1\r\n",
+                                             "VA: 0 / 0, Mat: 0 / 1, Poly: 2, Seg: 0, Tls: 2\r\n",
+                                             "VA: 0 / 0, Mat: 0 / 1, Poly: 2, Seg: 0, Tls: 3\r\n",
+                                             "VA: 0 / 0, Mat: 0 / 1, Poly: 1, Seg: 0, Tls: 4\r\n",
+                                             "VA: 0 / 0, Mat: 0 / 1, Poly: 1, Seg: 0, Tls: 5\r\n",
+                                         }));
+    EXPECT_EQ(names.TriLists(world), (std::vector<std::vector<int>>{
+                                         {0, 1, 3, 0, 3, 2, 4, 5, 7, 4, 7, 6},
+                                         {8, 9, 13, 8, 13, 12, 9, 10, 14, 9, 14, 13},
+                                         {10, 11, 15, 10, 15, 14},
+                                         {16, 17, 19, 16, 19, 18},
+                                     }));
+    EXPECT_EQ(names.Polygons(world), (std::vector<std::vector<int>>{{20, 21, 23}, {20, 23, 22}}));
+}
+
 TEST(StripWorld, BatchesFollowVisAreasAfterTheTrianglesOutsideThem)
 {
     VMWorld world;
