@@ -1,8 +1,10 @@
 #include "geometry/StripGathering.h"
 
+#include "geometry/StripCubeGrid.h"
 #include "model/VMWorld.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -123,11 +125,14 @@ struct StripGathering::Data {
         bool SkippedUntaken = false;
     };
 
-    // A group's candidates not yet taken, in list order, are Members[First..End); the slots up
-    // to the next group's First held the ones taken since.
+    // A group's candidates not yet taken, in list order, are among Members[First..End); the
+    // slots up to the next group's First held the ones taken since. The grid, when the group has
+    // one, files them for the cube it was built for.
     struct Group {
         size_t First = 0;
         size_t End = 0;
+        size_t Untaken = 0;
+        std::unique_ptr<StripCubeGrid> Grid;
     };
 
     std::vector<VMPolygon*> Polygons;
@@ -138,6 +143,7 @@ struct StripGathering::Data {
     std::vector<Group> Groups;
     std::vector<int> Members;
     std::vector<Bucket> Buckets;
+    std::vector<StripCandidateBox> Nearby;
 };
 
 namespace {
@@ -253,7 +259,9 @@ StripGathering::StripGathering(const VMWorld& world, bool stripObject)
     data.Groups.resize(groupSizes.size());
     size_t first = 0;
     for (size_t group = 0; group < groupSizes.size(); ++group) {
-        data.Groups[group] = {first, first};
+        data.Groups[group].First = first;
+        data.Groups[group].End = first;
+        data.Groups[group].Untaken = groupSizes[group];
         first += groupSizes[group];
     }
     data.Members.resize(count);
@@ -276,9 +284,56 @@ void StripGathering::BeginBucket(int bucket)
     entry.SkippedUntaken = false;
 }
 
+namespace {
+
+// The box of a candidate with finite corners; false for the others, which no finite cube holds.
+bool FiniteBoxOf(const VMPolygon& triangle, int candidate, StripCandidateBox& box)
+{
+    box.Candidate = candidate;
+    for (int axis = 0; axis < 3; ++axis) {
+        box.Min[axis] = HUGE_VALF;
+        box.Max[axis] = -HUGE_VALF;
+    }
+    for (int corner = 0; corner < 3; ++corner) {
+        const float* position = triangle.Corners[static_cast<size_t>(corner)]->Position;
+        for (int axis = 0; axis < 3; ++axis) {
+            if (!std::isfinite(position[axis]))
+                return false;
+            box.Min[axis] = std::min(box.Min[axis], position[axis]);
+            box.Max[axis] = std::max(box.Max[axis], position[axis]);
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+// Files the group's untaken candidates in a grid for this cube, dropping the taken ones from
+// its member slots.
+void StripGathering::BuildGrid(int groupNumber, float cubeSize)
+{
+    Data& data = *m_data;
+    Data::Group& group = data.Groups[static_cast<size_t>(groupNumber)];
+    const auto members = data.Members.begin();
+    group.End = static_cast<size_t>(
+        std::remove_if(members + static_cast<std::ptrdiff_t>(group.First), members + static_cast<std::ptrdiff_t>(group.End),
+                       [&data](int candidate) { return data.Taken[static_cast<size_t>(candidate)] != 0; })
+        - members);
+    std::vector<StripCandidateBox> boxes;
+    boxes.reserve(group.End - group.First);
+    StripCandidateBox box;
+    for (size_t member = group.First; member < group.End; ++member) {
+        const int candidate = data.Members[member];
+        if (FiniteBoxOf(*data.Polygons[static_cast<size_t>(candidate)], candidate, box))
+            boxes.push_back(box);
+    }
+    group.Grid = std::make_unique<StripCubeGrid>(boxes, cubeSize);
+}
+
 // The batch's first triangle is the first candidate of the bucket, in list order, that is
 // not taken and fits the cube on its own; every candidate before it that is not taken was left
-// out for the cube. The others of its group join in list order while the box allows.
+// out for the cube. The others of its group join in list order while the box allows; every
+// untaken one that does not join was left out for the cube.
 bool StripGathering::Gather(int bucketNumber, float cubeSize, StripBatch& batch, bool& cubeFull)
 {
     batch.Triangles.clear();
@@ -304,30 +359,55 @@ bool StripGathering::Gather(int bucketNumber, float cubeSize, StripBatch& batch,
     if (bucket.Cursor == bucket.End)
         return false;
 
-    Data::Group& group = data.Groups[static_cast<size_t>(data.GroupOf[static_cast<size_t>(data.Order[bucket.Cursor])])];
-    const auto members = data.Members.begin();
-    batch.Triangles.reserve(group.End - group.First);
-    batch.ListPositions.reserve(group.End - group.First);
-    Box box;
-    for (auto member = members + static_cast<std::ptrdiff_t>(group.First); member != members + static_cast<std::ptrdiff_t>(group.End); ++member) {
-        const int candidate = *member;
-        if (isTaken(candidate))
-            continue;
-        if (cubeLimit) {
-            const Box grown = WithTriangle(box, polygonOf(candidate));
-            if (!grown.FitsIn(cubeSize)) {
-                cubeFull = true;
-                continue;
-            }
-            box = grown;
-        }
+    const int firstCandidate = data.Order[bucket.Cursor];
+    const int groupNumber = data.GroupOf[static_cast<size_t>(firstCandidate)];
+    Data::Group& group = data.Groups[static_cast<size_t>(groupNumber)];
+    const auto take = [&](int candidate) {
         data.Taken[static_cast<size_t>(candidate)] = 1;
         batch.Triangles.push_back(data.Polygons[static_cast<size_t>(candidate)]);
         batch.ListPositions.push_back(data.ListPositions[static_cast<size_t>(candidate)]);
+        --group.Untaken;
+    };
+
+    // Without a finite cube every candidate of the group is reached.
+    if (cubeLimit && std::isfinite(cubeSize)) {
+        if (!group.Grid || group.Grid->Cube() != cubeSize)
+            BuildGrid(groupNumber, cubeSize);
+        Box box = WithTriangle(Box(), polygonOf(firstCandidate));
+        take(firstCandidate);
+        data.Nearby.clear();
+        group.Grid->Reachable(box.Min, box.Max, data.Taken, data.Nearby);
+        for (const StripCandidateBox& near : data.Nearby) {
+            Box grown = box;
+            grown.Grow(near.Min);
+            grown.Grow(near.Max);
+            if (!grown.FitsIn(cubeSize))
+                continue;
+            box = grown;
+            take(near.Candidate);
+        }
+    } else {
+        const auto members = data.Members.begin();
+        batch.Triangles.reserve(group.End - group.First);
+        batch.ListPositions.reserve(group.End - group.First);
+        Box box;
+        for (auto member = members + static_cast<std::ptrdiff_t>(group.First); member != members + static_cast<std::ptrdiff_t>(group.End); ++member) {
+            const int candidate = *member;
+            if (isTaken(candidate))
+                continue;
+            if (cubeLimit) {
+                const Box grown = WithTriangle(box, polygonOf(candidate));
+                if (!grown.FitsIn(cubeSize))
+                    continue;
+                box = grown;
+            }
+            take(candidate);
+        }
+        group.End = static_cast<size_t>(std::remove_if(members + static_cast<std::ptrdiff_t>(group.First),
+                                                       members + static_cast<std::ptrdiff_t>(group.End), isTaken)
+                                        - members);
     }
-    group.End = static_cast<size_t>(std::remove_if(members + static_cast<std::ptrdiff_t>(group.First),
-                                                   members + static_cast<std::ptrdiff_t>(group.End), isTaken)
-                                    - members);
+    cubeFull = cubeFull || group.Untaken > 0;
     return true;
 }
 
@@ -341,9 +421,14 @@ void StripGathering::GiveBack(int bucketNumber, const VMPolygon* triangle)
             continue;
         data.Taken[static_cast<size_t>(number)] = 0;
         Data::Group& group = data.Groups[static_cast<size_t>(data.GroupOf[static_cast<size_t>(number)])];
+        ++group.Untaken;
+        // Its grid cell may have dropped it already.
+        group.Grid.reset();
         const auto first = data.Members.begin() + static_cast<std::ptrdiff_t>(group.First);
         const auto end = data.Members.begin() + static_cast<std::ptrdiff_t>(group.End);
-        const auto position = std::upper_bound(first, end, number);
+        const auto position = std::lower_bound(first, end, number);
+        if (position != end && *position == number)
+            return;
         std::copy_backward(position, end, end + 1);
         *position = number;
         ++group.End;

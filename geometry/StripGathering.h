@@ -54,6 +54,8 @@ public:
     void GiveBack(int bucket, const VMPolygon* triangle);
 
 private:
+    void BuildGrid(int group, float cubeSize);
+
     struct Data;
     std::unique_ptr<Data> m_data;
 };
