@@ -1,5 +1,7 @@
 #include "ui/BatchMessageBox.h"
 
+#include "base/TextUtil.h"
+
 #include <string>
 #include <string_view>
 
@@ -21,6 +23,18 @@ std::string WithNativeLineEnds(std::string_view text)
     return native;
 }
 
+// A text that begins with its own caption ("Error! Could not ..." under "Error") is printed alone,
+// so that the line does not say the same word twice.
+bool RepeatsCaption(std::string_view caption, std::string_view text)
+{
+    while (!caption.empty() && (caption.back() == '!' || caption.back() == ':'))
+        caption.remove_suffix(1);
+    if (caption.empty() || text.size() <= caption.size() || !EqualsNoCase(text.substr(0, caption.size()), caption))
+        return false;
+    const char next = text[caption.size()];
+    return next == '!' || next == ':';
+}
+
 } // namespace
 
 BatchMessageBox::BatchMessageBox(std::FILE* out)
@@ -30,7 +44,9 @@ BatchMessageBox::BatchMessageBox(std::FILE* out)
 
 VMessageBoxAnswer BatchMessageBox::Show(const VMessageBoxRequest& request)
 {
-    std::string line = WithNativeLineEnds(request.Caption + ": " + request.Text);
+    std::string line = WithNativeLineEnds(RepeatsCaption(request.Caption, request.Text)
+                                              ? request.Text
+                                              : request.Caption + ": " + request.Text);
     while (!line.empty() && line.back() == '\n')
         line.pop_back();
     line += '\n';

@@ -10,7 +10,8 @@ class BatchMessageBox final : public VMessageBox {
 public:
     explicit BatchMessageBox(std::FILE* out);
 
-    // Prints "<caption>: <text>" with native line ends, ending in one line end.
+    // Prints "<caption>: <text>", or the text alone when it already begins with the caption, with
+    // native line ends, ending in one line end.
     VMessageBoxAnswer Show(const VMessageBoxRequest& request) override;
 
 private:

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -27,7 +28,8 @@ protected:
 
 } // namespace
 
-TEST_F(BatchMessageBoxTest, EachBoxTakesItsDefaultAnswerAndIsPrintedWithNativeLineEnds)
+// A text that begins with its own caption is printed once.
+TEST_F(BatchMessageBoxTest, EachBoxTakesItsDefaultAnswerAndIsPrintedOnceWithNativeLineEnds)
 {
     BatchMessageBox box(m_out);
     VMessageBoxRequest request;
@@ -40,6 +42,16 @@ TEST_F(BatchMessageBoxTest, EachBoxTakesItsDefaultAnswerAndIsPrintedWithNativeLi
     request.Text = "one\rtwo";
     request.DefaultAnswer = VMessageBoxAnswer::Yes;
     EXPECT_EQ(box.Show(request), VMessageBoxAnswer::Yes);
-    EXPECT_EQ(Printed(), "Error: Unable to execute 'a.exe'\n(Error:0x2)\nNote: one\ntwo\n");
+    for (const auto& [caption, text] : {std::pair {"Error", "Error! Could not make ExportSkip attribute"},
+                                        {"Warning!", "warning: the scaling is extremely low\r\n"},
+                                        {"Errors", "Error: none"}}) {
+        request.Caption = caption;
+        request.Text = text;
+        box.Show(request);
+    }
+    EXPECT_EQ(Printed(), "Error: Unable to execute 'a.exe'\n(Error:0x2)\nNote: one\ntwo\n"
+                         "Error! Could not make ExportSkip attribute\n"
+                         "warning: the scaling is extremely low\n"
+                         "Errors: Error: none\n");
     EXPECT_EQ(box.Show(VMessageBoxRequest()), VMessageBoxAnswer::Ok);
 }
