@@ -202,6 +202,22 @@ int TrianglesOf(const std::string& target)
     return 0;
 }
 
+// --debug switches debug printing on for one run; the user's own setting is back when it ends.
+class DebugPrintForRun {
+public:
+    explicit DebugPrintForRun(bool on) : m_saved(TheApplicationSettings().DebugPrint)
+    {
+        if (on)
+            TheApplicationSettings().DebugPrint = 1;
+    }
+    ~DebugPrintForRun() { TheApplicationSettings().DebugPrint = m_saved; }
+    DebugPrintForRun(const DebugPrintForRun&) = delete;
+    DebugPrintForRun& operator=(const DebugPrintForRun&) = delete;
+
+private:
+    int32_t m_saved;
+};
+
 // What the command line asks of a batch: several scenes into one folder, or a batch file, or both.
 struct BatchCommand {
     std::vector<std::string> Scenes;
@@ -334,8 +350,7 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
     services.AnimationOverrides.insert(services.AnimationOverrides.end(), animations->begin(), animations->end());
 
     LoadedPlugin plugin(services);
-    if (request.Debug)
-        TheApplicationSettings().DebugPrint = 1;
+    const DebugPrintForRun debugPrint(request.Debug);
     // The terminal is the log window of a batch run, whatever the user chose for Maya's.
     SetLogSink(&log);
     if (!plugin.Load()) {

@@ -55,6 +55,9 @@ void StartPluginModule(const PluginServices& services)
         module.DefaultStore.Load();
     module.Settings = ApplicationSettings {};
     module.CommandProject = PrefabCommandProject {};
+    // A freshly loaded module remembers no option of an earlier load (the root bone above all,
+    // which exports otherwise carry from one to the next).
+    module.Session.Options = VExportOptions {};
     LoadApplicationSettings(TheSettingsStore(), module.Settings);
     module.ModuleFolder = ModuleFolderOf(reinterpret_cast<const void*>(&StartPluginModule));
     module.InstallationFolder = InstallationFolder(TheSettingsStore(), module.ModuleFolder);

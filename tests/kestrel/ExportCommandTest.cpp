@@ -16,6 +16,8 @@
 #include "formats/chunk/LastError.h"
 #include "model/VMModel.h"
 #include "model/Validate.h"
+#include "plugin/PluginModule.h"
+#include "settings/ApplicationSettings.h"
 #include "importers/ImportScene.h"
 #include "tests/UniqueTempFolder.h"
 #include "importers/assimp/AssimpContext.h"
@@ -358,6 +360,23 @@ TEST_F(ExportCommand, ClipsAndAnimEntriesAreSampledStoredAndReplacedByName)
     still.Clips = true;
     EXPECT_EQ(Run(still), 0) << Err;
     EXPECT_THAT(Err, HasSubstr("kestrel export: warning: --clips: the scene is not animated\n"));
+}
+
+// A process that runs several exports (a test binary, a host script) gets each as if it were the
+// first: no debug file left switched on, no root bone remembered from another scene.
+TEST_F(ExportCommand, ALaterRunInTheSameProcessKeepsNothingOfAnEarlierOne)
+{
+    ExportRequest first = Request("first/arm.model");
+    first.Debug = true;
+    first.Settings = {"ExportBones=1"};
+    ASSERT_EQ(Run(first, LoadWavingArm), 0) << Err;
+    ASSERT_TRUE(std::filesystem::exists(Native("first/debug.txt")));
+    EXPECT_EQ(TheApplicationSettings().DebugPrint, 0);
+    ASSERT_THAT(Read("first/arm.model_data/_config.Xportel"), HasSubstr("// RootBoneName : shoulder\r\n"));
+
+    ASSERT_EQ(Run(Request("second/level.qmesh")), 0) << Err;
+    EXPECT_FALSE(std::filesystem::exists(Native("second/debug.txt")));
+    EXPECT_THAT(Read("second/level.qmesh_data/_config.Xportel"), HasSubstr("// RootBoneName : \r\n"));
 }
 
 struct BadEntry {
