@@ -16,6 +16,8 @@
 #include <string>
 #include <vector>
 
+#include <sys/wait.h>
+
 using ::testing::ContainsRegex;
 using ::testing::HasSubstr;
 
@@ -115,4 +117,37 @@ TEST_F(BatchExport, BatchFileLinesThatCannotBeReadAreNamedByTheirNumber)
               file + ":1: after the target only \"--set Key=Value\" may follow, not '-j'");
     EXPECT_EQ(ReadBack("a.obj a.qmesh --set\n", entries),
               file + ":1: after the target only \"--set Key=Value\" may follow, not '--set'");
+}
+
+// The command line as a user types it: several scenes go to one folder, a folder per scene, each
+// with the options given once for all.
+TEST_F(BatchExport, SeveralScenesOnTheCommandLineExportEachIntoTheFolderAndTheExitCodeNamesAFailure)
+{
+    Write("broken.fbx", "Kaydara FBX Binary  \nnot really");
+    const auto run = [&](const std::string& arguments, int& code) {
+        const std::string command = std::string("'") + KESTREL_EXECUTABLE + "' export " + arguments + " 2>&1";
+        std::FILE* pipe = popen(command.c_str(), "r");
+        std::string printed;
+        for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe))
+            printed += static_cast<char>(c);
+        code = WEXITSTATUS(pclose(pipe));
+        return printed;
+    };
+    const std::string crate = KESTREL_SOURCE_DIR "/examples/crate/crate.obj";
+    const std::string broken = Native("broken.fbx").string();
+    const std::string folder = Native("out").string();
+
+    int code = 0;
+    const std::string printed =
+        run("'" + crate + "' '" + broken + "' -o '" + folder + "' --set ColMesh=0 -j 2 --no-progress", code);
+    EXPECT_EQ(code, 1) << printed;
+    VStaticMeshFile exported;
+    EXPECT_TRUE(ReadStaticMesh(FromNativePath(Native("out/crate/crate.qmesh").string()), exported)) << printed;
+    EXPECT_FALSE(std::filesystem::exists(Native("out/crate/crate.qcolmesh")));
+    EXPECT_FALSE(std::filesystem::exists(Native("out/broken/broken.qmesh")));
+    EXPECT_THAT(printed, HasSubstr("\n1 exported, 1 failed\n"));
+
+    EXPECT_EQ(run("'" + crate + "' '" + broken + "'", code),
+              "kestrel export: with several scenes, --output names the folder to export them into\n");
+    EXPECT_EQ(code, 2);
 }
