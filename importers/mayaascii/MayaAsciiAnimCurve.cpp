@@ -3,6 +3,7 @@
 #include <standin/SceneBuilder.h>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -27,22 +28,26 @@ Channel ChannelOf(const std::string& name)
     return NotKeyData;
 }
 
-// Maya's tangent type codes as files write them (MFnAnimCurve's numbering, auto being 18).
-standin::TangentType TangentOf(int code)
+// The tangent type codes Maya files write (the animCurve node's tangentType numbering, not MFnAnimCurve's); a
+// curve that names no type has the node's default, 4, which Maya draws clamped.
+std::optional<standin::TangentType> TangentOf(int code)
 {
     using T = standin::TangentType;
     switch (code) {
+    case 0:
+    case 4: return T::Clamped;
     case 1: return T::Fixed;
     case 2: return T::Linear;
     case 3: return T::Flat;
-    case 4: return T::Spline;
     case 5: return T::Step;
     case 6: return T::Slow;
     case 7: return T::Fast;
-    case 9: return T::Plateau;
-    case 10: return T::StepNext;
+    case 9: return T::Spline;
+    case 10: return T::Clamped;
+    case 16: return T::Plateau;
+    case 17: return T::StepNext;
     case 18: return T::Auto;
-    default: return T::Clamped;
+    default: return std::nullopt;
     }
 }
 
@@ -108,6 +113,7 @@ void MaCurveData::Build(const MObject& curve, const std::string& name, int line,
     const bool angular = curve.hasFn(MFn::kAnimCurveTimeToAngular) || curve.hasFn(MFn::kAnimCurveUnitlessToAngular);
     const bool times = curve.hasFn(MFn::kAnimCurveTimeToTime) || curve.hasFn(MFn::kAnimCurveUnitlessToTime);
     std::vector<standin::KeySpec> keys;
+    std::optional<int> unknown;
     const size_t count = m_timeValues.size() / 2;
     for (size_t k = 0; k < count; ++k) {
         standin::KeySpec key;
@@ -116,13 +122,24 @@ void MaCurveData::Build(const MObject& curve, const std::string& name, int line,
         key.time = timed ? MTime(input, m_units.Time) : MTime(input, MTime::kSeconds);
         key.value = linear ? m_units.Centimeters(value) : angular ? m_units.Radians(value)
                                                         : times ? m_units.Seconds(value) : value;
-        key.in = TangentOf(k < m_inTypes.size() && m_inTypes[k] != 0 ? m_inTypes[k] : m_defaultType);
-        key.out = TangentOf(k < m_outTypes.size() && m_outTypes[k] != 0 ? m_outTypes[k] : m_defaultType);
+        const int codes[] = {k < m_inTypes.size() && m_inTypes[k] != 0 ? m_inTypes[k] : m_defaultType,
+                             k < m_outTypes.size() && m_outTypes[k] != 0 ? m_outTypes[k] : m_defaultType};
+        standin::TangentType* types[] = {&key.in, &key.out};
+        for (size_t side = 0; side < 2; ++side) {
+            const auto type = TangentOf(codes[side]);
+            if (!type)
+                unknown = codes[side];
+            *types[side] = type.value_or(standin::TangentType::Clamped);
+        }
         double* handles[] = {&key.inX, &key.inY, &key.outX, &key.outY};
         for (size_t h = 0; h < 4; ++h)
             *handles[h] = k < m_handles[h].size() ? m_handles[h][k] : 0.0;
         keys.push_back(key);
     }
+    if (unknown)
+        result.Warn("the curve '" + name + "' has keys of unknown tangent type " + std::to_string(*unknown) +
+                        ", evaluated as clamped",
+                    line);
     if (!standin::SetKeys(curve, keys))
         result.Warn("the keys of the curve '" + name + "' could not be set", line);
 }

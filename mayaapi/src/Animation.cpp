@@ -186,6 +186,13 @@ MFnAnimCurve::InfinityType MFnAnimCurve::postInfinityType(MStatus* status) const
   return node ? static_cast<InfinityType>(standin::CurveInfinity(node, false)) : kConstant;
 }
 
+bool MFnAnimCurve::isWeighted(MStatus* status) const
+{
+  standin::Node* node = m_object.standinNode();
+  SetStatus(status, node ? MS::kSuccess : MS::kFailure);
+  return node && standin::CurveWeighted(node);
+}
+
 unsigned int MFnAnimCurve::addKey(const MTime& time, double value, TangentType tangentInType,
                                   TangentType tangentOutType, MStatus* status)
 {

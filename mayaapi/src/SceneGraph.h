@@ -246,5 +246,7 @@ std::shared_ptr<Mesh> ShapeGeometry(Node* shape);
 double EvaluateCurve(const Node* curve, double seconds);
 // The curve's preInfinity (before its keys) or postInfinity type, numbered as MFnAnimCurve::InfinityType.
 int CurveInfinity(const Node* curve, bool before);
+// Whether the curve's tangents carry weights (its weightedTangents).
+bool CurveWeighted(const Node* curve);
 
 }

@@ -315,7 +315,7 @@ createNode animCurveTA -n "ball_rotateZ";
 	setAttr ".wgt" yes;
 	setAttr -s 3 ".ktv[0:2]"  1 0 13 90 25 0;
 	setAttr -s 3 ".kit[0:2]"  2 0 5;
-	setAttr -s 3 ".kot[0:2]"  1 18 10;
+	setAttr -s 3 ".kot[0:2]"  1 18 17;
 	setAttr -s 3 ".kix[0:2]"  0.5 1 1;
 	setAttr -s 3 ".kiy[0:2]"  0.25 0 0;
 	setAttr ".pst" 3;
@@ -342,6 +342,44 @@ connectAttr "ball_translateY.o" "ball.ty";
     EXPECT_NEAR(standin::Plug("ball.rotateZ").asDouble(), 90 * kDegree, 1e-9);
     MGlobal::viewFrame(25.0);
     EXPECT_NEAR(standin::Plug("ball.translateY").asDouble(), 50.0, 1e-9);
+}
+
+// The file's tangent codes name Maya's types; weighted handles are in seconds and bend the timing: with flat
+// handles of 1.5 s and 0.75 s the curve from 0 to 1 over frames 0 to 24 passes 0.5 at 0.59375 s (14.25 frames).
+TEST(MayaAsciiScene, TangentCodesAndWeightedHandlesShapeTheCurves)
+{
+    const ImportResult result = Load(R"(createNode transform -n "ball";
+createNode animCurveTL -n "ball_translateX";
+	setAttr ".wgt" yes;
+	setAttr -s 2 ".ktv[0:1]"  0 0 24 1;
+	setAttr -s 2 ".kit[0:1]"  1 1;
+	setAttr -s 2 ".kot[0:1]"  1 1;
+	setAttr -s 2 ".kix[0:1]"  0 0.75;
+	setAttr -s 2 ".kiy[0:1]"  0 0;
+	setAttr -s 2 ".kox[0:1]"  1.5 0;
+	setAttr -s 2 ".koy[0:1]"  0 0;
+createNode animCurveTU -n "ball_visibility";
+	setAttr -s 6 ".ktv[0:5]"  0 0 1 0 2 0 3 0 4 0 5 0;
+	setAttr -s 6 ".kit[0:5]"  9 10 16 17 18 8;
+	setAttr -s 6 ".kot[0:5]"  3 2 6 7 5 1;
+connectAttr "ball_translateX.o" "ball.tx";
+connectAttr "ball_visibility.o" "ball.v";
+)");
+    EXPECT_EQ(WarningsOf(result), std::vector<std::string>{"line 14: the curve 'ball_visibility' has keys of unknown "
+                                                           "tangent type 8, evaluated as clamped"});
+    const MFnAnimCurve moved(standin::Plug("ball.translateX"));
+    EXPECT_TRUE(moved.isWeighted());
+    EXPECT_NEAR(moved.evaluate(MTime(0.59375, MTime::kSeconds)), 0.5, 1e-12);
+    const MFnAnimCurve codes(standin::Plug("ball.visibility"));
+    using T = MFnAnimCurve::TangentType;
+    const T in[] = {T::kTangentSmooth, T::kTangentClamped, T::kTangentPlateau, T::kTangentStepNext, T::kTangentAuto,
+                    T::kTangentClamped};
+    const T out[] = {T::kTangentFlat, T::kTangentLinear, T::kTangentSlow, T::kTangentFast, T::kTangentStep,
+                     T::kTangentFixed};
+    for (unsigned int k = 0; k < 6; ++k) {
+        EXPECT_EQ(codes.inTangentType(k), in[k]) << k;
+        EXPECT_EQ(codes.outTangentType(k), out[k]) << k;
+    }
 }
 
 TEST(MayaAsciiScene, AddedAttributesOfEveryKindHoldTheirValues)

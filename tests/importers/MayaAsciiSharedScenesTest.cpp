@@ -9,6 +9,7 @@
 #include <maya/MAnimControl.h>
 #include <maya/MDagPath.h>
 #include <maya/MDoubleArray.h>
+#include <maya/MFnAnimCurve.h>
 #include <maya/MFloatArray.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFnMatrixData.h>
@@ -144,6 +145,32 @@ TEST(MayaAsciiSharedScenes, SkinsKeepTheBindMatricesAndWeightsTheFilesState)
     EXPECT_EQ(std::vector<double>(weights.begin(), weights.begin() + 5),
               (std::vector<double>{0.019230769230769221, 0.48076923076923084, 0.48076923076923073, 0.019230769230769221, 0}));
     EXPECT_EQ(std::vector<double>(weights.begin() + 10, weights.end()), (std::vector<double>{0, 0, 0, 0.5, 0.5}));
+}
+
+// Maya saved the tangents its auto keys had: the curve evaluated from the key types follows the one those stored
+// handles draw as fixed tangents.
+TEST(MayaAsciiSharedScenes, AutoTangentsFollowTheHandlesMayaStored)
+{
+    if (!HaveSharedScenes())
+        GTEST_SKIP() << "the shared scenes are not on this machine";
+    ASSERT_TRUE(ImportScene(SharedScene("maya2gltf/ComplexAnim1.ma")).Ok);
+    const MFnAnimCurve imported(standin::NodeByName("character_set_blendShape1_target5"));
+    ASSERT_EQ(imported.outTangentType(2), MFnAnimCurve::kTangentAuto);
+    const double frames[] = {1, 10, 20, 30, 40};
+    const double values[] = {0, 1, 0, -1, 0};
+    std::vector<standin::KeySpec> stored;
+    for (size_t k = 0; k < 5; ++k) {
+        const double x = k == 2 ? 0.38461538461538458 : 1.0;
+        const double y = k == 2 ? -0.92307692307692313 : 0.0;
+        stored.push_back({MTime(frames[k], MTime::kFilm), values[k], standin::TangentType::Fixed,
+                          standin::TangentType::Fixed, x, y, x, y});
+    }
+    const MObject copy = standin::CreateNode("animCurveTU", "storedHandles");
+    ASSERT_TRUE(standin::SetKeys(copy, stored));
+    const MFnAnimCurve fixed(copy);
+    for (double frame = 1.0; frame <= 40.0; frame += 0.5)
+        EXPECT_NEAR(imported.evaluate(MTime(frame, MTime::kFilm)), fixed.evaluate(MTime(frame, MTime::kFilm)), 1e-12)
+            << "frame " << frame;
 }
 
 void ExpectSamePoints(const std::string& actual, const std::string& expected)

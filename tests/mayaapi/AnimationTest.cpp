@@ -8,6 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <random>
+
 namespace {
 
 using namespace standin;
@@ -108,25 +112,92 @@ TEST_F(AnimationTest, DrivenKeysFlowThroughUnitConversionAndPairBlend)
   EXPECT_DOUBLE_EQ(Plug("ball.translateX").asDouble(), 2.5);
 }
 
-TEST_F(AnimationTest, SplineKeysTakeTheSlopeOfTheirNeighbours)
+// Keys 0, 0.25 and 3 at seconds 0, 1 and 2, all of one tangent type, read at 0.25 s and 1.75 s. Hermite at a
+// quarter of a unit segment: 0.84375 a + 0.15625 b + 0.140625 m0 - 0.046875 m1; at three quarters the mirror.
+// Slopes (first out, middle in and out, last in): linear 0.25, 0.25|2.75, 2.75; smooth 0.25, 1.5, 2.75; clamped
+// limits the middle to three times its smaller neighbouring secant, 0.75; plateau and auto are flat at the ends;
+// the fixed keys' handles give 1, 0.5 and 4.
+TEST_F(AnimationTest, EachTangentTypeShapesTheSegmentsAsMayaDoes)
 {
-  Animate("ball.translateY", {{MTime(0.0, MTime::kFilm), 0.0, TangentType::Spline, TangentType::Spline},
-                              {MTime(10.0, MTime::kFilm), 10.0, TangentType::Spline, TangentType::Spline},
-                              {MTime(20.0, MTime::kFilm), 30.0, TangentType::Spline, TangentType::Spline}});
-  // Middle slope (30-0)/20 frames; first key slope 10/10. h = 10 frames: m0 = 10, m1 = 15.
-  const double s = 0.5;
-  const double expected = (s * s * s - 2 * s * s + s) * 10 + (-2 * s * s * s + 3 * s * s) * 10 + (s * s * s - s * s) * 15;
-  EXPECT_NEAR(At(5), expected, 1e-9);
-  EXPECT_DOUBLE_EQ(At(10), 10.0);
+  const struct {
+    TangentType Type;
+    double AtQuarter;
+    double AtSevenQuarters;
+  } cases[] = {
+      {TangentType::Linear, 0.0625, 2.3125},     {TangentType::Flat, 0.0390625, 2.5703125},
+      {TangentType::Spline, 0.00390625, 2.25390625}, {TangentType::Clamped, 0.0390625, 2.21875},
+      {TangentType::Plateau, 0.00390625, 2.60546875}, {TangentType::Auto, 0.00390625, 2.60546875},
+      {TangentType::Fixed, 0.15625, 2.03125},     {TangentType::Step, 0.0, 0.25},
+      {TangentType::StepNext, 0.25, 3.0},
+  };
+  for (const auto& c : cases) {
+    const TangentType t = c.Type;
+    const MObject curve = Animate("ball.translateY", {{MTime(0.0, MTime::kSeconds), 0.0, t, t, 0, 0, 1, 1},
+                                                      {MTime(1.0, MTime::kSeconds), 0.25, t, t, 2, 1, 2, 1},
+                                                      {MTime(2.0, MTime::kSeconds), 3.0, t, t, 1, 4, 0, 0}});
+    const MFnAnimCurve fn(curve);
+    EXPECT_NEAR(fn.evaluate(MTime(0.25, MTime::kSeconds)), c.AtQuarter, 1e-12) << static_cast<int>(t);
+    EXPECT_NEAR(fn.evaluate(MTime(1.75, MTime::kSeconds)), c.AtSevenQuarters, 1e-12) << static_cast<int>(t);
+  }
 }
 
-TEST_F(AnimationTest, ClampedKeysGoFlatNextToAnEqualValue)
+// Keys 0 at 0 s and 1 at 1 s with flat handles of 1.5 s and 0.75 s: Bezier points (0, 0), (0.5, 0), (0.75, 1),
+// (1, 1). At parameter 1/2 the time is (0 + 1.5 + 2.25 + 1) / 8 = 0.59375 and the value 1/2; at 1/4 the time is
+// 0.33203125 and the value 0.15625. Unweighted, the same keys pass 1/2 at 0.5 s.
+TEST_F(AnimationTest, WeightedHandlesBendTheTiming)
 {
-  Animate("ball.translateY", {{MTime(0.0, MTime::kFilm), 0.0}, {MTime(10.0, MTime::kFilm), 10.0},
-                              {MTime(20.0, MTime::kFilm), 10.0}});
-  // The middle key equals its right neighbour, so both of its tangents are flat: the second segment stays at 10.
-  EXPECT_DOUBLE_EQ(At(15), 10.0);
-  EXPECT_GT(At(5), 5.0);
+  const MObject curve = Animate("ball.translateY", {{MTime(0.0, MTime::kSeconds), 0.0, TangentType::Fixed,
+                                                     TangentType::Fixed, 0, 0, 1.5, 0},
+                                                    {MTime(1.0, MTime::kSeconds), 1.0, TangentType::Fixed,
+                                                     TangentType::Fixed, 0.75, 0, 0, 0}});
+  const MFnAnimCurve fn(curve);
+  EXPECT_NEAR(fn.evaluate(MTime(0.5, MTime::kSeconds)), 0.5, 1e-12);
+  ASSERT_TRUE(SetAttr(fn.name().asChar() + std::string(".weightedTangents"), true));
+  EXPECT_TRUE(fn.isWeighted());
+  EXPECT_NEAR(fn.evaluate(MTime(0.59375, MTime::kSeconds)), 0.5, 1e-12);
+  EXPECT_NEAR(fn.evaluate(MTime(0.33203125, MTime::kSeconds)), 0.15625, 1e-12);
+}
+
+// Plateau and auto keys never carry the curve past the values of the keys on either side of a segment, whatever
+// the keys, on unweighted curves and on weighted ones with random handle weights.
+TEST_F(AnimationTest, PlateauAndAutoCurvesNeverOvershootTheirKeys)
+{
+  std::mt19937 random(15);
+  std::uniform_real_distribution<double> step(0.01, 2.0);
+  std::uniform_real_distribution<double> rise(-5.0, 5.0);
+  for (int trial = 0; trial < 200; ++trial) {
+    const TangentType type = trial % 2 ? TangentType::Plateau : TangentType::Auto;
+    const bool weighted = trial % 4 >= 2;
+    // Every other curve is monotone, the rest wander up and down and sometimes repeat a value.
+    const bool monotone = trial % 8 < 4;
+    std::vector<KeySpec> keys;
+    double seconds = 0.0;
+    double value = 0.0;
+    for (int k = 0; k < 6; ++k) {
+      const double weight = weighted ? step(random) : 0.0;
+      keys.push_back({MTime(seconds, MTime::kSeconds), value, type, type, weight, 0, weight, 0});
+      seconds += step(random);
+      value += monotone ? std::fabs(rise(random)) : (trial % 3 == 0 && k == 2 ? 0.0 : rise(random));
+    }
+    NewScene();
+    CreateNode("transform", "ball");
+    const MObject curve = Animate("ball.translateY", keys);
+    if (weighted) {
+      ASSERT_TRUE(SetAttr(MFnDependencyNode(curve).name().asChar() + std::string(".weightedTangents"), true));
+    }
+    const MFnAnimCurve fn(curve);
+    for (size_t k = 0; k + 1 < keys.size(); ++k) {
+      const double low = std::min(keys[k].value, keys[k + 1].value);
+      const double high = std::max(keys[k].value, keys[k + 1].value);
+      const double from = keys[k].time.as(MTime::kSeconds);
+      const double to = keys[k + 1].time.as(MTime::kSeconds);
+      for (int i = 1; i < 50; ++i) {
+        const double v = fn.evaluate(MTime(from + (to - from) * i / 50.0, MTime::kSeconds));
+        ASSERT_GE(v, low - 1e-9) << "trial " << trial << " segment " << k;
+        ASSERT_LE(v, high + 1e-9) << "trial " << trial << " segment " << k;
+      }
+    }
+  }
 }
 
 TEST_F(AnimationTest, AngularCurveDrivesARotationInRadians)

@@ -28,6 +28,7 @@ public:
   MStatus evaluate(const MTime& atTime, double& value) const;
   double evaluate(const MTime& atTime, MStatus* status = nullptr) const;
   bool isStatic(MStatus* status = nullptr) const;
+  bool isWeighted(MStatus* status = nullptr) const;
   InfinityType preInfinityType(MStatus* status = nullptr) const;
   InfinityType postInfinityType(MStatus* status = nullptr) const;
   // Inserts a key in time order (replacing one at the same time); global tangents are clamped, Maya's default.
