@@ -321,6 +321,9 @@ void ConfigureImporter(Assimp::Importer& importer)
 {
     // Pivots become Assimp helper nodes when kept; Maya's FBX import folds them into the transform.
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
+    // Without this, a file holding no mesh (lights only, or a controller Assimp cannot read) comes back with a
+    // made-up mesh drawing the node tree, skinned to every node: a skin the file does not have.
+    importer.SetPropertyBool(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, true);
 }
 
 constexpr const char* kAssimpCrashed = "Assimp crashed reading this file: it is damaged or uses something Assimp cannot read";

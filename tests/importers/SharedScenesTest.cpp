@@ -23,6 +23,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <set>
 #include <string>
 
@@ -39,6 +41,21 @@ bool IsSceneFile(const std::filesystem::path& path)
     const std::string extension = path.extension().string();
     return extension == ".fbx" || extension == ".gltf" || extension == ".glb" || extension == ".dae" ||
            extension == ".obj";
+}
+
+// Whether the file itself declares a skin, by its format's own marker, read apart from any importer.
+bool FileDeclaresSkin(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    const std::string contents((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    const std::string extension = path.extension().string();
+    if (extension == ".gltf" || extension == ".glb")
+        return contents.find("\"skins\"") != std::string::npos;
+    if (extension == ".fbx")
+        return contents.find("Cluster") != std::string::npos;
+    if (extension == ".dae")
+        return contents.find("<skin") != std::string::npos;
+    return false;
 }
 
 TEST(SharedScenes, EveryReadableSceneLoadsAndTheOthersFailWithAReason)
@@ -60,6 +77,7 @@ TEST(SharedScenes, EveryReadableSceneLoadsAndTheOthersFailWithAReason)
         }
         EXPECT_TRUE(result.Ok) << name << ": " << result.Error;
         EXPECT_FALSE(MItDependencyNodes(MFn::kDagNode).isDone()) << name;
+        EXPECT_EQ(!MItDependencyNodes(MFn::kSkinClusterFilter).isDone(), FileDeclaresSkin(entry.path())) << name;
         ++loaded;
     }
     EXPECT_GE(loaded, 40);
