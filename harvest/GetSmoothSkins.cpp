@@ -106,8 +106,15 @@ bool SkinOutputs(HarvestState& state, VMModel& model, const MFnSkinCluster& skin
         }
         DebugPrint("Skin: %s   NumVerts: %d   NumBones: %d\r\n", geometry.partialPathName().asChar(),
                    MItGeometry(geometry).count(), static_cast<int>(influences.length()));
-        const int entry = state.MeshNodes.Find(geometry.fullPathName().asChar());
-        if (entry < 0) {
+        // Each instance of the shape is a mesh node of its own; all of them follow the joints with the
+        // shape's weights, each from where it stands, rather than the later ones staying rigid on the root.
+        MDagPathArray instances;
+        MDagPath::getAllPathsTo(geometry.node(), instances);
+        std::vector<int> entries;
+        for (unsigned int i = 0; i < instances.length(); ++i)
+            if (const int entry = state.MeshNodes.Find(instances[i].fullPathName().asChar()); entry >= 0)
+                entries.push_back(entry);
+        if (entries.empty()) {
             DebugPrint("Mesh node '%s' not found for skinning\r\n", geometry.fullPathName().asChar());
             continue;
         }
@@ -116,7 +123,8 @@ bool SkinOutputs(HarvestState& state, VMModel& model, const MFnSkinCluster& skin
             state.Report.AddIssue(IssueNullBoneInfluence, "");
             return false;
         }
-        SkinVertices(state, model, skin, geometry, entry, bones);
+        for (const int entry : entries)
+            SkinVertices(state, model, skin, geometry, entry, bones);
     }
     return true;
 }

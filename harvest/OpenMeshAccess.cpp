@@ -59,6 +59,16 @@ MObject FindPreSkinMesh(const MFnMesh& mesh, MMatrix& placement)
     return MObject();
 }
 
+// The skin cluster binds the shape's first instance; a further instance stands where Maya shows it
+// beside the first, not on top of it.
+MMatrix OffsetFromFirstInstance(const MDagPath& path)
+{
+    MDagPath first;
+    if (path.instanceNumber() == 0 || !MDagPath::getAPathTo(path.node(), first))
+        return MMatrix();
+    return first.inclusiveMatrixInverse() * path.inclusiveMatrix();
+}
+
 }
 
 bool OpenMeshAccess(MeshAccess& access, const MDagPath& path, bool usePreSkin)
@@ -78,6 +88,7 @@ bool OpenMeshAccess(MeshAccess& access, const MDagPath& path, bool usePreSkin)
     if (usePreSkin)
         access.InputMesh = FindPreSkinMesh(access.Mesh, access.Placement);
     if (!access.InputMesh.isNull() && access.Mesh.setObject(access.InputMesh)) {
+        access.Placement = access.Placement * OffsetFromFirstInstance(path);
         access.PlacementInverse = access.Placement.inverse();
         access.Polygons = std::make_unique<MItMeshPolygon>(access.InputMesh, &polygonStatus);
         access.Vertices = std::make_unique<MItMeshVertex>(access.InputMesh, &vertexStatus);

@@ -139,6 +139,32 @@ TEST_F(GetSkinsTest, SplitCopiesTakeTheirSourcesWeightsAndUnweightedVerticesGoTo
     EXPECT_EQ(Validate(model), std::vector<std::string>{});
 }
 
+// The shape's second instance stands 10 units along x from the first, where the skin bound it.
+TEST_F(GetSkinsTest, EachInstanceOfASkinnedShapeStandsWhereMayaShowsItAndFollowsTheSameWeights)
+{
+    const MObject root = CreateNode("joint", "root");
+    const MObject arm = CreateNode("joint", "arm", root);
+    const MObject body = Mesh("body", TwoQuads());
+    ASSERT_FALSE(SkinMesh(body, {root, arm}, {{1, 0}, {0.5, 0.5}, {0, 1}, {1, 0}, {0.25, 0.75}, {0, 1}}).isNull());
+    const MObject copy = CreateNode("transform", "copy");
+    ASSERT_TRUE(SetAttr("copy.translate", 10, 0, 0));
+    ASSERT_TRUE(AddInstance(body, copy));
+    ASSERT_TRUE(Assign(NodeByName("greySG"), body, 1));
+
+    Harvest();
+
+    ASSERT_EQ(model.Vertices.Count(), 12);
+    for (int v = 0; v < 6; ++v) {
+        const VMSkinVertex& first = *model.Vertices[v];
+        const VMSkinVertex& second = *model.Vertices[v + 6];
+        EXPECT_EQ(Of(v + 6), Of(v)) << v;
+        EXPECT_FLOAT_EQ(second.Position[0], first.Position[0] + 10.0f) << v;
+        EXPECT_FLOAT_EQ(second.Position[1], first.Position[1]) << v;
+        EXPECT_FLOAT_EQ(second.Position[2], first.Position[2]) << v;
+    }
+    EXPECT_EQ(report.Count(IssueVertexWithoutSkin), 0);
+}
+
 TEST_F(GetSkinsTest, AModelWithoutBonesRaisesTheIssueAndBindsNothing)
 {
     Mesh("cloth", TwoQuads());
