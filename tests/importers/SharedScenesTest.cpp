@@ -1,6 +1,7 @@
 #include "importers/ImportScene.h"
 
 #include "base/Path.h"
+#include "tests/SceneFileSkin.h"
 #include "tests/UniqueTempFolder.h"
 
 #include <standin/SceneBuilder.h>
@@ -23,8 +24,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <string>
 
@@ -41,21 +40,6 @@ bool IsSceneFile(const std::filesystem::path& path)
     const std::string extension = path.extension().string();
     return extension == ".fbx" || extension == ".gltf" || extension == ".glb" || extension == ".dae" ||
            extension == ".obj";
-}
-
-// Whether the file itself declares a skin, by its format's own marker, read apart from any importer.
-bool FileDeclaresSkin(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    const std::string contents((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    const std::string extension = path.extension().string();
-    if (extension == ".gltf" || extension == ".glb")
-        return contents.find("\"skins\"") != std::string::npos;
-    if (extension == ".fbx")
-        return contents.find("Cluster") != std::string::npos;
-    if (extension == ".dae")
-        return contents.find("<skin") != std::string::npos;
-    return false;
 }
 
 TEST(SharedScenes, EveryReadableSceneLoadsAndTheOthersFailWithAReason)
@@ -77,7 +61,7 @@ TEST(SharedScenes, EveryReadableSceneLoadsAndTheOthersFailWithAReason)
         }
         EXPECT_TRUE(result.Ok) << name << ": " << result.Error;
         EXPECT_FALSE(MItDependencyNodes(MFn::kDagNode).isDone()) << name;
-        EXPECT_EQ(!MItDependencyNodes(MFn::kSkinClusterFilter).isDone(), FileDeclaresSkin(entry.path())) << name;
+        EXPECT_EQ(!MItDependencyNodes(MFn::kSkinClusterFilter).isDone(), SceneFileDeclaresSkin(entry.path())) << name;
         ++loaded;
     }
     EXPECT_GE(loaded, 40);
