@@ -189,6 +189,9 @@ TEST(ImportGltfAnimation, CurvesPassThroughTheFilesKeysOnFilmTimeAndClipsFollowO
     EXPECT_NEAR(CurveValue("tri.translateX", 48.0), 100.0, 1e-4);
     EXPECT_NEAR(CurveValue("tri.translateY", 24.0), 0.0, 1e-4);
     EXPECT_NEAR(CurveValue("tri.translateY", 48.0), 200.0, 1e-4);
+    // The file's linear samplers stay linear between keys, beside a key of the same value too.
+    EXPECT_NEAR(CurveValue("tri.translateX", 12.0), 50.0, 1e-4);
+    EXPECT_NEAR(CurveValue("tri.translateY", 36.0), 100.0, 1e-4);
     ASSERT_EQ(result.Clips.size(), 2u);
     EXPECT_EQ(result.Clips[0].Name, "move");
     EXPECT_NEAR(result.Clips[0].StartFrame, 0.0, 1e-6);
