@@ -14,7 +14,8 @@ struct Chart {
     // Faces of the mesh.
     std::vector<int> Faces;
     // Per chart point: the lowest mesh vertex at its position. Vertices that share a position
-    // are one point of a chart, so that base-UV and normal seams stay closed in the flattening.
+    // are one point of a chart, so that base-UV and normal seams stay closed in the flattening,
+    // unless a join of two charts (MergeCharts) has cut the chart there.
     std::vector<uint32_t> Points;
     // Three per face: chart points, in the face's corner order.
     std::vector<uint32_t> Corners;

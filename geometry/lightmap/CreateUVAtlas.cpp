@@ -29,27 +29,42 @@ bool Valid(std::span<const float> positions, std::span<const uint32_t> indices)
            std::all_of(indices.begin(), indices.end(), [vertexCount](uint32_t index) { return index < vertexCount; });
 }
 
-// One atlas vertex per chart and input vertex; the chart's flattening gives it the UVs of its
-// position.
+// One atlas vertex per chart point and input vertex; the chart's flattening gives it the UVs of
+// its point. A chart cut by a join has several points at one position.
 void WriteAtlas(const AtlasMesh& mesh, const std::vector<Chart>& charts, UVAtlas& atlas)
 {
+    // Per input vertex: its first atlas vertex in the chart being written. Per atlas vertex of
+    // that chart: its point and the chart's next copy of the same input vertex.
     std::vector<int> atlasVertexOf(mesh.Positions.size() / 3, -1);
+    std::vector<uint32_t> pointOfCopy;
+    std::vector<int> nextCopy;
     atlas.Indices.assign(mesh.Indices.size(), 0);
     for (const Chart& chart : charts) {
-        const size_t firstOfChart = atlas.VertexRemap.size();
+        const int firstOfChart = static_cast<int>(atlas.VertexRemap.size());
+        pointOfCopy.clear();
+        nextCopy.clear();
         for (size_t i = 0; i < chart.Faces.size(); ++i) {
             const size_t face = static_cast<size_t>(chart.Faces[i]);
             for (size_t k = 0; k < 3; ++k) {
                 const uint32_t vertex = mesh.Indices[3 * face + k];
-                int& atlasVertex = atlasVertexOf[vertex];
-                if (atlasVertex < 0 || static_cast<size_t>(atlasVertex) < firstOfChart) {
-                    atlasVertex = static_cast<int>(atlas.VertexRemap.size());
+                const uint32_t point = chart.Corners[3 * i + k];
+                int copy = atlasVertexOf[vertex] >= firstOfChart ? atlasVertexOf[vertex] : -1;
+                int last = -1;
+                while (copy >= 0 && pointOfCopy[static_cast<size_t>(copy - firstOfChart)] != point) {
+                    last = copy;
+                    copy = nextCopy[static_cast<size_t>(copy - firstOfChart)];
+                }
+                if (copy < 0) {
+                    copy = static_cast<int>(atlas.VertexRemap.size());
+                    (last < 0 ? atlasVertexOf[vertex] : nextCopy[static_cast<size_t>(last - firstOfChart)]) = copy;
+                    pointOfCopy.push_back(point);
+                    nextCopy.push_back(-1);
                     atlas.VertexRemap.push_back(vertex);
-                    const Vec2 uv = chart.UV[chart.Corners[3 * i + k]];
+                    const Vec2 uv = chart.UV[point];
                     atlas.UVs.push_back(static_cast<float>(uv.X));
                     atlas.UVs.push_back(static_cast<float>(uv.Y));
                 }
-                atlas.Indices[3 * face + k] = static_cast<uint32_t>(atlasVertex);
+                atlas.Indices[3 * face + k] = static_cast<uint32_t>(copy);
             }
         }
     }
@@ -69,7 +84,7 @@ int CreateUVAtlas(std::span<const float> positions, std::span<const uint32_t> in
         const std::vector<int> chartOf = SegmentCharts(mesh, MaxChartNormalAngle, chartCount);
         double stretchReached = 0.0;
         std::vector<Chart> charts = ParameterizeCharts(mesh, chartOf, chartCount, params.MaxStretch, stretchReached);
-        MergeCharts(mesh, charts);
+        MergeCharts(mesh, charts, params.Size, params.Gutter);
         if (!PackCharts(charts, params.Size, params.Gutter))
             return AtlasFailed;
         WriteAtlas(mesh, charts, atlas);

@@ -18,7 +18,8 @@ struct UVAtlasParams {
 
 struct UVAtlas {
     // Per atlas vertex: the input vertex it copies. An input vertex used by several charts has
-    // one atlas vertex in each; one that no triangle uses has none.
+    // one atlas vertex in each (more where a chart is cut through it); one that no triangle uses
+    // has none.
     std::vector<uint32_t> VertexRemap;
     // Two per atlas vertex, in [0, 1].
     std::vector<float> UVs;

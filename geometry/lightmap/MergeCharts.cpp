@@ -6,13 +6,18 @@
 #include "geometry/lightmap/MergeCharts.h"
 
 #include "geometry/lightmap/AtlasMesh.h"
+#include "geometry/lightmap/ChartFootprint.h"
 #include "geometry/lightmap/ChartOverlap.h"
 #include "geometry/lightmap/ChartStretch.h"
+#include "geometry/lightmap/OrientChart.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <numeric>
+#include <queue>
 #include <utility>
 
 namespace {
@@ -21,8 +26,12 @@ namespace {
 constexpr double MeetTolerance = 1e-5;
 // What rounding leaves of the stretch of a chart laid flat without distortion.
 constexpr double NoStretch = 1e-6;
-// A chart is offered to at most this many neighbours, those it shares the most border with.
-constexpr int MaxJoinTries = 3;
+// The share of the atlas that charts usually fill, for an estimate of the gutter's length on
+// the surface before the packing has chosen the scale.
+constexpr double ExpectedFill = 0.65;
+// No join grows a chart beyond this many faces: every join copies the joined chart, so that
+// capping it keeps the joins linear in the faces.
+constexpr size_t MaxJoinedFaces = 4096;
 
 double SurfaceArea(const AtlasMesh& mesh, const Chart& chart)
 {
@@ -84,125 +93,268 @@ struct Motion {
     }
 };
 
-// Turns the small chart onto its neighbour and answers the joined chart, or false when their
-// shared points do not meet or the result folds or overlaps itself. vertexPoint is scratch of
-// one entry per mesh vertex, all -1, and is left so.
-bool Join(const AtlasMesh& mesh, const Chart& small, const Chart& neighbour, Chart& joined,
-          std::vector<int>& vertexPoint, std::vector<int>& pointOf, std::vector<int>& inChart)
-{
-    for (size_t point = 0; point < neighbour.Points.size(); ++point)
-        vertexPoint[neighbour.Points[point]] = static_cast<int>(point);
-    std::vector<std::pair<Vec2, Vec2>> shared;
-    for (size_t point = 0; point < small.Points.size(); ++point) {
-        const int there = vertexPoint[small.Points[point]];
-        if (there >= 0)
-            shared.emplace_back(small.UV[point], neighbour.UV[static_cast<size_t>(there)]);
-    }
-    for (uint32_t vertex : neighbour.Points)
-        vertexPoint[vertex] = -1;
-    if (shared.size() < 2)
-        return false;
+// Per face: its place in its chart's face list.
+using Slots = std::vector<uint32_t>;
 
-    // The shared point farthest from the first fixes the turn.
-    size_t far = 1;
-    for (size_t i = 2; i < shared.size(); ++i) {
-        const Vec2 d = shared[i].first - shared[0].first;
-        const Vec2 best = shared[far].first - shared[0].first;
-        if (Dot(d, d) > Dot(best, best))
-            far = i;
+// The longest edge along which a face of the small chart meets one of the large chart, as the
+// small chart's two points and the large chart's two points at the same spots on the surface;
+// false when they share no edge.
+bool LongestSharedEdge(const AtlasMesh& mesh, const Chart& small, const Chart& large, int largeIndex,
+                       const std::vector<int>& chartOf, const Slots& slotOf, uint32_t (&here)[2], uint32_t (&there)[2])
+{
+    double longest = 0.0;
+    for (size_t i = 0; i < small.Faces.size(); ++i) {
+        const int face = small.Faces[i];
+        for (int k = 0; k < 3; ++k) {
+            const int across = mesh.Across[3 * static_cast<size_t>(face) + static_cast<size_t>(k)];
+            if (across < 0 || chartOf[static_cast<size_t>(across)] != largeIndex)
+                continue;
+            const uint32_t p = small.Corners[3 * i + static_cast<size_t>(k)];
+            const uint32_t q = small.Corners[3 * i + static_cast<size_t>(k + 1) % 3];
+            const size_t slot = slotOf[static_cast<size_t>(across)];
+            for (size_t j = 0; j < 3; ++j) {
+                const uint32_t a = large.Corners[3 * slot + j];
+                const uint32_t b = large.Corners[3 * slot + (j + 1) % 3];
+                const double length = Length(mesh.Position(small.Points[p]) - mesh.Position(small.Points[q]));
+                if (large.Points[a] == small.Points[q] && large.Points[b] == small.Points[p] && length > longest) {
+                    longest = length;
+                    here[0] = p;
+                    here[1] = q;
+                    there[0] = b;
+                    there[1] = a;
+                }
+            }
+        }
     }
-    const Vec2 from = shared[far].first - shared[0].first;
-    const Vec2 to = shared[far].second - shared[0].second;
-    const double tolerance = MeetTolerance * std::max(Extent(small), Extent(neighbour));
+    return longest > 0.0;
+}
+
+uint64_t EdgeKey(uint32_t from, uint32_t to)
+{
+    return uint64_t{from} << 32 | to;
+}
+
+// Turns the small chart about the longest edge it shares with the large one into the large
+// one's plane and answers the joined chart, or false when they share no edge whose two
+// flattenings have the same length. Points
+// of the small chart that land on a point of the large one at the same surface position become
+// one; the others stay apart, so the joined chart is cut where the two charts meet elsewhere on
+// the surface, as a box's side is cut from its neighbours but the one it unfolds from.
+// vertexPoint is scratch of one entry per mesh vertex, all -1, and is left so.
+bool Join(const AtlasMesh& mesh, const Chart& small, const Chart& large, int largeIndex, const std::vector<int>& chartOf,
+          const Slots& slotOf, Chart& joined, std::vector<int>& vertexPoint)
+{
+    uint32_t here[2] = {0, 0};
+    uint32_t there[2] = {0, 0};
+    if (!LongestSharedEdge(mesh, small, large, largeIndex, chartOf, slotOf, here, there))
+        return false;
+    const Vec2 from = small.UV[here[1]] - small.UV[here[0]];
+    const Vec2 to = large.UV[there[1]] - large.UV[there[0]];
+    const double tolerance = MeetTolerance * std::max(Extent(small), Extent(large));
     const double fromLength = std::sqrt(Dot(from, from));
     if (!(fromLength > tolerance) || std::abs(fromLength - std::sqrt(Dot(to, to))) > tolerance)
         return false;
-    const Motion motion {shared[0].first, shared[0].second, Dot(from, to) / Dot(from, from),
+    const Motion motion {small.UV[here[0]], large.UV[there[0]], Dot(from, to) / Dot(from, from),
                          Cross(from, to) / Dot(from, from)};
-    for (const auto& [here, there] : shared) {
-        const Vec2 miss = motion(here) - there;
-        if (Dot(miss, miss) > tolerance * tolerance)
-            return false;
-    }
 
-    joined.Faces = neighbour.Faces;
+    joined.Faces = large.Faces;
     joined.Faces.insert(joined.Faces.end(), small.Faces.begin(), small.Faces.end());
-    NumberChartPoints(mesh, joined, pointOf, inChart);
-    joined.UV.assign(joined.Points.size(), Vec2{});
-    for (size_t point = 0; point < joined.Points.size(); ++point)
-        vertexPoint[joined.Points[point]] = static_cast<int>(point);
-    for (size_t point = 0; point < small.Points.size(); ++point)
-        joined.UV[static_cast<size_t>(vertexPoint[small.Points[point]])] = motion(small.UV[point]);
-    for (size_t point = 0; point < neighbour.Points.size(); ++point)
-        joined.UV[static_cast<size_t>(vertexPoint[neighbour.Points[point]])] = neighbour.UV[point];
-    for (uint32_t vertex : joined.Points)
+    joined.Points = large.Points;
+    joined.UV = large.UV;
+    // The large chart's points by vertex: the first in vertexPoint, the others chained.
+    std::vector<int> nextAtVertex(large.Points.size(), -1);
+    for (size_t point = 0; point < large.Points.size(); ++point) {
+        int& first = vertexPoint[large.Points[point]];
+        nextAtVertex[point] = first;
+        first = static_cast<int>(point);
+    }
+    std::vector<uint32_t> pointOf(small.Points.size());
+    for (size_t point = 0; point < small.Points.size(); ++point) {
+        const Vec2 uv = motion(small.UV[point]);
+        int meeting = vertexPoint[small.Points[point]];
+        while (meeting >= 0) {
+            const Vec2 miss = joined.UV[static_cast<size_t>(meeting)] - uv;
+            if (Dot(miss, miss) <= tolerance * tolerance)
+                break;
+            meeting = nextAtVertex[static_cast<size_t>(meeting)];
+        }
+        if (meeting < 0) {
+            meeting = static_cast<int>(joined.Points.size());
+            joined.Points.push_back(small.Points[point]);
+            joined.UV.push_back(uv);
+        }
+        pointOf[point] = static_cast<uint32_t>(meeting);
+    }
+    for (uint32_t vertex : large.Points)
         vertexPoint[vertex] = -1;
-    return !MeasureChart(mesh, joined).Folded && !OverlapsItself(joined);
+
+    joined.Corners = large.Corners;
+    for (uint32_t corner : small.Corners)
+        joined.Corners.push_back(pointOf[corner]);
+    // Border edges of the two that now run against each other lie inside the joined chart.
+    std::vector<uint64_t> closed;
+    for (const auto& [p, q] : small.Border) {
+        if (pointOf[p] < large.Points.size() && pointOf[q] < large.Points.size())
+            closed.push_back(EdgeKey(pointOf[q], pointOf[p]));
+    }
+    std::sort(closed.begin(), closed.end());
+    std::vector<uint64_t> matched;
+    for (const auto& edge : large.Border) {
+        if (std::binary_search(closed.begin(), closed.end(), EdgeKey(edge.first, edge.second)))
+            matched.push_back(EdgeKey(edge.second, edge.first));
+        else
+            joined.Border.push_back(edge);
+    }
+    std::sort(matched.begin(), matched.end());
+    for (const auto& [p, q] : small.Border) {
+        if (!std::binary_search(matched.begin(), matched.end(), EdgeKey(pointOf[p], pointOf[q])))
+            joined.Border.emplace_back(pointOf[p], pointOf[q]);
+    }
+    return true;
+}
+
+bool LiesFlat(const AtlasMesh& mesh, const Chart& chart)
+{
+    const ChartShape shape = MeasureChart(mesh, chart);
+    return !shape.Folded && shape.Stretch <= NoStretch && !OverlapsItself(chart);
+}
+
+// The texels a chart and its gutter take from the packing (PackCharts), at the estimated scale:
+// turned to its smallest rectangle and by the quarter turn that suits it best, the columns from
+// its lowest texel up to each column's highest, the gutter added to every column and beside
+// them. Empty texels beneath an overhang count as taken: another chart fits there only when it
+// is small enough to leave its gutter too, which among charts of similar sizes is rare.
+double TakenTexels(const Chart& chart, double scale, int gutter)
+{
+    std::vector<Vec2> outline;
+    outline.reserve(chart.Border.size());
+    for (const auto& edge : chart.Border)
+        outline.push_back(chart.UV[edge.first]);
+    const Vec2 axis = SmallestRectangle(outline).Axis;
+    const Vec2 across {-axis.Y, axis.X};
+    std::vector<std::pair<Vec2, Vec2>> turned;
+    turned.reserve(chart.Border.size());
+    Vec2 low {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
+    for (const auto& [from, to] : chart.Border) {
+        const Vec2 p {Dot(chart.UV[from], axis), Dot(chart.UV[from], across)};
+        const Vec2 q {Dot(chart.UV[to], axis), Dot(chart.UV[to], across)};
+        turned.emplace_back(p, q);
+        low = {std::min({low.X, p.X, q.X}), std::min({low.Y, p.Y, q.Y})};
+    }
+    for (auto& [p, q] : turned) {
+        p = p - low;
+        q = q - low;
+    }
+    const ChartFootprint footprint = RasterizeOutline(turned, scale);
+    // Per quarter turn: the columns as the lows and highs of the footprint's columns or rows,
+    // and whether the turn puts the highs at the bottom.
+    const auto cost = [gutter](const std::vector<int>& lows, const std::vector<int>& highs, bool flipped) {
+        int bottom = std::numeric_limits<int>::max();
+        int top = std::numeric_limits<int>::min();
+        for (size_t x = 0; x < lows.size(); ++x) {
+            if (lows[x] <= highs[x]) {
+                bottom = std::min(bottom, flipped ? -highs[x] : lows[x]);
+                top = std::max(top, flipped ? -lows[x] : highs[x]);
+            }
+        }
+        double texels = static_cast<double>(gutter) * (top - bottom + 1 + gutter);
+        for (size_t x = 0; x < lows.size(); ++x) {
+            const int columnTop = lows[x] <= highs[x] ? (flipped ? -lows[x] : highs[x]) : bottom - 1;
+            texels += columnTop - bottom + 1 + gutter;
+        }
+        return texels;
+    };
+    return std::min({cost(footprint.ColumnLow, footprint.ColumnHigh, false),
+                     cost(footprint.ColumnLow, footprint.ColumnHigh, true),
+                     cost(footprint.RowLow, footprint.RowHigh, false), cost(footprint.RowLow, footprint.RowHigh, true)});
+}
+
+struct Offer {
+    double Shared = 0.0;
+    size_t A = 0;
+    size_t B = 0;
+    // The charts' versions when offered: a chart that has grown since makes new offers.
+    uint32_t VersionA = 0;
+    uint32_t VersionB = 0;
+};
+
+bool Before(const Offer& a, const Offer& b)
+{
+    return a.Shared < b.Shared || (a.Shared == b.Shared && (a.A > b.A || (a.A == b.A && a.B > b.B)));
 }
 
 } // namespace
 
-void MergeCharts(const AtlasMesh& mesh, std::vector<Chart>& charts)
+void MergeCharts(const AtlasMesh& mesh, std::vector<Chart>& charts, int atlasSize, int gutter)
 {
     const size_t count = charts.size();
     if (count < 2)
         return;
+    const double surface = std::accumulate(mesh.Areas.begin(), mesh.Areas.end(), 0.0);
+    if (!(surface > 0.0))
+        return;
+    // The texels per unit of surface if the atlas comes out as full as usual.
+    const double scale = std::sqrt(ExpectedFill * atlasSize * atlasSize / surface);
+
     std::vector<int> chartOf(static_cast<size_t>(mesh.FaceCount()), -1);
+    Slots slotOf(static_cast<size_t>(mesh.FaceCount()), 0);
     std::vector<double> area(count);
+    std::vector<double> cost(count);
     std::vector<bool> unstretched(count);
+    std::vector<uint32_t> version(count, 0);
     for (size_t c = 0; c < count; ++c) {
-        for (int face : charts[c].Faces)
-            chartOf[static_cast<size_t>(face)] = static_cast<int>(c);
+        for (size_t i = 0; i < charts[c].Faces.size(); ++i) {
+            chartOf[static_cast<size_t>(charts[c].Faces[i])] = static_cast<int>(c);
+            slotOf[static_cast<size_t>(charts[c].Faces[i])] = static_cast<uint32_t>(i);
+        }
         area[c] = SurfaceArea(mesh, charts[c]);
         unstretched[c] = MeasureChart(mesh, charts[c]).Stretch <= NoStretch;
-    }
-    std::vector<size_t> bySize(count);
-    std::iota(bySize.begin(), bySize.end(), size_t{0});
-    std::stable_sort(bySize.begin(), bySize.end(), [&](size_t a, size_t b) { return area[a] < area[b]; });
-    const double total = std::accumulate(area.begin(), area.end(), 0.0);
-    double below = 0.0;
-    double median = 0.0;
-    for (size_t c : bySize) {
-        below += area[c];
-        median = area[c];
-        if (below >= 0.5 * total)
-            break;
+        if (unstretched[c])
+            cost[c] = TakenTexels(charts[c], scale, gutter);
     }
 
     // The joins that save the longest gutters first: a wall's long top joins its face before
     // the short ends do, which can no longer join it then (they meet the top at its corners).
-    std::vector<std::pair<double, size_t>> offers;
-    for (size_t c = 0; c < count; ++c) {
-        if (area[c] >= median || !unstretched[c])
-            continue;
-        const std::vector<std::pair<int, double>> neighbours = Neighbours(mesh, charts[c], static_cast<int>(c), chartOf, area);
-        if (!neighbours.empty())
-            offers.emplace_back(neighbours.front().second, c);
-    }
-    std::stable_sort(offers.begin(), offers.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
-
-    const size_t vertexCount = mesh.Positions.size() / 3;
-    std::vector<int> vertexPoint(vertexCount, -1);
-    std::vector<int> pointOf(vertexCount, -1);
-    std::vector<int> inChart(static_cast<size_t>(mesh.FaceCount()), 0);
-    for (const auto& [length, c] : offers) {
-        if (charts[c].Faces.empty())
-            continue;
-        int tried = 0;
+    std::priority_queue<Offer, std::vector<Offer>, decltype(&Before)> offers(&Before);
+    const auto offer = [&](size_t c) {
         for (const auto& [neighbour, shared] : Neighbours(mesh, charts[c], static_cast<int>(c), chartOf, area)) {
             const size_t n = static_cast<size_t>(neighbour);
-            if (tried++ == MaxJoinTries)
-                break;
-            Chart joined;
-            if (!unstretched[n] || !Join(mesh, charts[c], charts[n], joined, vertexPoint, pointOf, inChart))
-                continue;
-            for (int face : charts[c].Faces)
-                chartOf[static_cast<size_t>(face)] = neighbour;
-            area[n] += area[c];
-            charts[n] = std::move(joined);
-            charts[c] = Chart{};
-            break;
+            if (unstretched[n] && charts[c].Faces.size() + charts[n].Faces.size() <= MaxJoinedFaces)
+                offers.push({shared, std::min(c, n), std::max(c, n), version[std::min(c, n)], version[std::max(c, n)]});
         }
+    };
+    for (size_t c = 0; c < count; ++c) {
+        if (unstretched[c])
+            offer(c);
+    }
+
+    std::vector<int> vertexPoint(mesh.Positions.size() / 3, -1);
+    while (!offers.empty()) {
+        const Offer next = offers.top();
+        offers.pop();
+        if (version[next.A] != next.VersionA || version[next.B] != next.VersionB || charts[next.A].Faces.empty() ||
+            charts[next.B].Faces.empty())
+            continue;
+        // The larger chart stays where it lies and the smaller turns onto it.
+        const size_t large = area[next.A] >= area[next.B] ? next.A : next.B;
+        const size_t small = large == next.A ? next.B : next.A;
+        Chart joined;
+        if (!Join(mesh, charts[small], charts[large], static_cast<int>(large), chartOf, slotOf, joined, vertexPoint))
+            continue;
+        const double joinedCost = TakenTexels(joined, scale, gutter);
+        if (joinedCost > cost[small] + cost[large] || !LiesFlat(mesh, joined))
+            continue;
+        for (size_t i = 0; i < charts[small].Faces.size(); ++i) {
+            const size_t face = static_cast<size_t>(charts[small].Faces[i]);
+            chartOf[face] = static_cast<int>(large);
+            slotOf[face] = static_cast<uint32_t>(charts[large].Faces.size() + i);
+        }
+        area[large] += area[small];
+        cost[large] = joinedCost;
+        ++version[large];
+        charts[large] = std::move(joined);
+        charts[small] = Chart{};
+        offer(large);
     }
     std::erase_if(charts, [](const Chart& chart) { return chart.Faces.empty(); });
 }

@@ -8,11 +8,13 @@
 
 struct AtlasMesh;
 
-// Every chart that is flattened without stretch and is smaller than the area-weighted median
-// chart is offered to the neighbours with which it shares the most border (up to three, in that
-// order) that are flattened without stretch too, the charts with the longest shared border
-// first: the chart is turned about the border they share into the neighbour's plane, as a
-// box's side unfolds from its top, and joins the first neighbour where their shared points then
-// meet and the joined chart neither folds nor overlaps itself. The join has no stretch either.
-// Charts keep their order, a joined chart taking the neighbour's place.
-void MergeCharts(const AtlasMesh& mesh, std::vector<Chart>& charts);
+// Charts flattened without stretch that share a border are joined where that saves atlas
+// room: the smaller is turned about the border they share into the larger's plane, as a box's
+// side unfolds from its top, and the two become one where their shared points then meet, the
+// joined chart neither folds nor overlaps itself, and it takes no more texels of the packing
+// with its gutter than the two took apart, at the scale an atlas of that size about two thirds
+// full would have. Pairs that share the longest border are tried first, and a joined chart is
+// offered to its neighbours again, so a box can end as one chart. The join has no stretch
+// either. Charts keep their order, a joined chart taking the
+// larger one's place.
+void MergeCharts(const AtlasMesh& mesh, std::vector<Chart>& charts, int atlasSize, int gutter);

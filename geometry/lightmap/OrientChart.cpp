@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -37,11 +38,10 @@ std::vector<Vec2> ConvexHull(std::vector<Vec2> points)
 
 } // namespace
 
-void OrientChart(Chart& chart, double& width, double& height)
+ChartRectangle SmallestRectangle(std::vector<Vec2> points)
 {
-    const std::vector<Vec2> hull = ConvexHull(chart.UV);
-    // The direction of the x axis after turning: (cos, sin) of the angle turned back.
-    Vec2 axis {1.0, 0.0};
+    const std::vector<Vec2> hull = ConvexHull(std::move(points));
+    ChartRectangle best;
     double bestArea = std::numeric_limits<double>::infinity();
     for (size_t i = 0; i < hull.size(); ++i) {
         const Vec2 edge = hull[(i + 1) % hull.size()] - hull[i];
@@ -59,12 +59,20 @@ void OrientChart(Chart& chart, double& width, double& height)
                 high[k] = std::max(high[k], coordinates[k]);
             }
         }
-        const double area = (high[0] - low[0]) * (high[1] - low[1]);
-        if (area < bestArea) {
-            bestArea = area;
-            axis = (high[0] - low[0]) >= (high[1] - low[1]) ? along : across;
+        const double sides[2] = {high[0] - low[0], high[1] - low[1]};
+        if (sides[0] * sides[1] < bestArea) {
+            bestArea = sides[0] * sides[1];
+            const bool alongLonger = sides[0] >= sides[1];
+            best = {alongLonger ? along : across, std::max(sides[0], sides[1]), std::min(sides[0], sides[1])};
         }
     }
+    return best;
+}
+
+void OrientChart(Chart& chart, double& width, double& height)
+{
+    // The direction of the x axis after turning: (cos, sin) of the angle turned back.
+    const Vec2 axis = SmallestRectangle(chart.UV).Axis;
     const Vec2 across {-axis.Y, axis.X};
     Vec2 low {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
     Vec2 high {-low.X, -low.Y};

@@ -3,6 +3,7 @@
 #include "geometry/lightmap/ChartStretch.h"
 #include "geometry/lightmap/FaceAdjacency.h"
 #include "geometry/lightmap/FlattenChart.h"
+#include "geometry/lightmap/TexelGrid.h"
 
 #include <gtest/gtest.h>
 
@@ -82,6 +83,34 @@ TEST(FlattenChart, UnrollsADevelopableSurfaceWithoutStretch)
     const Vec2 first = uvOf(0);
     const Vec2 last = uvOf(around);
     EXPECT_NEAR(std::hypot(last.X - first.X, last.Y - first.Y), 16.0 * std::sin(std::numbers::pi / 24.0), 1e-3);
+}
+
+// A roof on one leg at the right, taken with a gutter of one texel: beneath the roof only row 0
+// left of the leg's gutter stays free (seven texels), so a bar one row high fits there if it is
+// no longer, and a square of two rows only above the roof's gutter. Column 11 stays free beside
+// the roof but is too narrow.
+//   row 2  RRRRRRRRRR.
+//   row 1  ........LL.
+//   row 0  ........LL.
+TEST(TexelGrid, DropsAShapeBeneathAnOverhangWhereItFitsWithItsGutter)
+{
+    TexelGrid grid(12, 8);
+    grid.Take(RowSpans{10, 3, {8, 8, 0}, {9, 9, 9}}, 0, 0, 1);
+    const RowSpans bar {2, 1, {0}, {1}};
+    const RowSpans square {2, 2, {0, 0}, {1, 1}};
+    int x = -1;
+    int y = -1;
+    ASSERT_TRUE(grid.Find(bar, 8, x, y));
+    EXPECT_EQ(std::pair(x, y), std::pair(0, 0));
+    const RowSpans longBar {8, 1, {0}, {7}};
+    ASSERT_TRUE(grid.Find(longBar, 8, x, y));
+    EXPECT_EQ(std::pair(x, y), std::pair(0, 4));
+    ASSERT_TRUE(grid.Find(square, 8, x, y));
+    EXPECT_EQ(std::pair(x, y), std::pair(0, 4));
+    EXPECT_FALSE(grid.Find(square, 4, x, y));
+    grid.Take(square, 0, 4, 1);
+    ASSERT_TRUE(grid.Find(square, 8, x, y));
+    EXPECT_EQ(std::pair(x, y), std::pair(3, 4));
 }
 
 } // namespace

@@ -140,6 +140,28 @@ TEST(CreateUVAtlas, PacksASliverOfAnyLength)
     ExpectWithinTheAtlas(atlas);
 }
 
+// A cube of eight shared vertices in an atlas so small that its gutters would outweigh six
+// separate sides: it unfolds into one net of 14 corners, the seven edges it is not unfolded
+// across cut through it, so a vertex has up to three copies in the one chart.
+TEST(CreateUVAtlas, UnfoldsASmallCubeIntoOneNetCutAlongItsOtherEdges)
+{
+    IndexedMesh cube;
+    cube.Positions = {0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0, 0, 0, 1, 1, 0, 1, 1, 1, 1, 0, 1, 1};
+    cube.Indices = {0, 2, 1, 0, 3, 2, 4, 5, 6, 4, 6, 7, 0, 1, 5, 0, 5, 4,
+                    1, 2, 6, 1, 6, 5, 2, 3, 7, 2, 7, 6, 3, 0, 4, 3, 4, 7};
+    UVAtlasParams params;
+    params.Size = 16;
+    UVAtlas atlas;
+    ASSERT_EQ(CreateUVAtlas(cube.Positions, cube.Indices, params, atlas), 0);
+    EXPECT_EQ(atlas.ChartCount, 1);
+    EXPECT_EQ(atlas.VertexRemap.size(), 14u);
+    const Corners corners = CornersOf(cube, atlas);
+    AtlasFigures figures;
+    EXPECT_EQ(CheckAtlas(corners.Positions, corners.UVs, corners.Vertices, params.Size, params.Gutter,
+                         params.MaxStretch, figures), "");
+    EXPECT_EQ(figures.Charts, 1);
+}
+
 // Each separate triangle is a chart, and each chart needs a texel and its gutter.
 TEST(CreateUVAtlas, FailsWhenTheChartsCannotFitTheAtlasAtAnyScale)
 {
