@@ -1,7 +1,7 @@
 // The shared scenes with lights, exported as prefabs by "kestrel export": each light of the file
 // comes out as a light shape where the file puts it, shining where the file aims it. The expected
 // values are read off the files by hand, turned into the engine's axes (x, -z, y of a Y-up scene;
-// a Z-up COLLADA scene keeps its own) and centimetres.
+// a Z-up COLLADA scene keeps its own) and centimetres; each format that holds lights has a scene here.
 
 #include "kestrel/ExportCommand.h"
 
@@ -147,7 +147,16 @@ INSTANTIATE_TEST_SUITE_P(
                        6.125f}}},
         // Color (0.1481, 0.0950, 0.44) at Intensity 307.23 percent.
         SceneLights {"fbx/ufbx/maya_anim_light_7500_ascii.fbx",
-                     {{"pointLight1", Point, {0, 0, 0}, {0.336618f, 0.216f, 1.0f}, 1.351807f}}}),
+                     {{"pointLight1", Point, {0, 0, 0}, {0.336618f, 0.216f, 1.0f}, 1.351807f}}},
+        // At frame 1, where the scene opens: the point light's intensity and the spot's place and colour
+        // are keyed; the area light makes no shape. Directions are -z turned by the lights' xyz rotations
+        // (-20, -40, 0) and (-45, 90, -5).
+        SceneLights {"maya_ascii/maya-usd/UsdExportLightTest.ma",
+                     {{"directionalLight1", Directional, {0, 0, 0}, {1, 0.9f, 0.8f}, 2,
+                       Vector3 {0.604023f, 0.719846f, -0.342020f}},
+                      {"pointLight1", Point, {-10, 0, 10}, {1, 0.5f, 0.1f}, 0.5f},
+                      {"spotLight1", Spot, {10, 8, 7}, {0.3f, 1, 0.2f}, 0.8f, Vector3 {-0.766044f, 0, -0.642788f},
+                       30}}}),
     [](const ::testing::TestParamInfo<SceneLights>& param) {
         std::string name = std::filesystem::path(param.param.Scene).stem().string();
         std::replace_if(name.begin(), name.end(), [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); },
