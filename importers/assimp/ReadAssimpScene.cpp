@@ -482,6 +482,11 @@ bool ReadAssimpFile(const std::string& path, const ImportOptions& options, Scene
             result.Error = "'" + fileName + "': " + kAssimpCrashed;
             return false;
         }
+        // Assimp passes over what it cannot read, such as a COLLADA morph controller, without a word.
+        if (read && format == AssimpFormat::Collada && record.Meshes.empty() &&
+            (contents.find("<instance_geometry") != std::string::npos ||
+             contents.find("<instance_controller") != std::string::npos))
+            result.Warn("Assimp read none of the meshes this file places; the scene has no mesh");
         return read;
     });
 }

@@ -97,6 +97,22 @@ TEST_F(SharedScene, EmbeddedTexturesAreWrittenOutAndNamedByTheirFileNodes)
     EXPECT_TRUE(named);
 }
 
+// Assimp leaves out the morph controller's cube without a word; a file of lights alone places no mesh.
+TEST_F(SharedScene, AFileWhoseMeshesAssimpLeavesOutSaysSo)
+{
+    const auto warned = [](const ImportResult& result) {
+        return std::any_of(result.Warnings.begin(), result.Warnings.end(), [](const ImportWarning& warning) {
+            return warning.Text == "Assimp read none of the meshes this file places; the scene has no mesh";
+        });
+    };
+    const ImportResult morph = Load("collada/cts/morph_two_targets/morph_two_targets.dae");
+    ASSERT_TRUE(morph.Ok) << morph.Error;
+    EXPECT_TRUE(warned(morph));
+    const ImportResult lights = Load("collada/assimp/lights.dae");
+    ASSERT_TRUE(lights.Ok) << lights.Error;
+    EXPECT_FALSE(warned(lights));
+}
+
 TEST_F(SharedScene, ClipsOfOneFileAreLaidOutOneAfterAnother)
 {
     const ImportResult result = Load("gltf/Fox/Fox.glb");
