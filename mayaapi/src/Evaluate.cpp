@@ -3,7 +3,6 @@
 #include "NumberCast.h"
 #include "history/HistoryNode.h"
 
-#include <maya/MEulerRotation.h>
 #include <maya/MPoint.h>
 
 #include <algorithm>
@@ -14,6 +13,7 @@ namespace {
 // Plug connections may form cycles in a malformed scene; evaluation gives defaults past this depth.
 constexpr int kMaxEvaluationDepth = 64;
 int g_depth = 0;
+std::uint64_t g_cutoffs = 0;
 
 struct DepthGuard {
   DepthGuard() { ++g_depth; }
@@ -21,35 +21,6 @@ struct DepthGuard {
   DepthGuard(const DepthGuard&) = delete;
   DepthGuard& operator=(const DepthGuard&) = delete;
 };
-
-MVector Triple(Node* node, const char* attrName)
-{
-  const std::string base(attrName);
-  Attribute* a = node->FindAttribute(base);
-  if (!a || a->children.size() != 3)
-    return MVector();
-  return MVector(EvaluatePlug(node, PlugKey{a->children[0], {}}).number,
-                 EvaluatePlug(node, PlugKey{a->children[1], {}}).number,
-                 EvaluatePlug(node, PlugKey{a->children[2], {}}).number);
-}
-
-MMatrix Translation(const MVector& t)
-{
-  MMatrix m;
-  m(3, 0) = t.x;
-  m(3, 1) = t.y;
-  m(3, 2) = t.z;
-  return m;
-}
-
-MMatrix Scaling(const MVector& s)
-{
-  MMatrix m;
-  m(0, 0) = s.x;
-  m(1, 1) = s.y;
-  m(2, 2) = s.z;
-  return m;
-}
 
 std::shared_ptr<Data> MeshValue(const std::shared_ptr<Mesh>& mesh)
 {
@@ -173,8 +144,10 @@ Value EvaluatePlug(Node* node, const PlugKey& key)
   result.text = attr->defaultText;
   if (attr->kind == AttrKind::Matrix)
     result.data = MatrixValue(MMatrix());
-  if (g_depth > kMaxEvaluationDepth)
+  if (g_depth > kMaxEvaluationDepth) {
+    ++g_cutoffs;
     return result;
+  }
   DepthGuard guard;
 
   if (const Connection* c = IncomingConnection(node, key)) {
@@ -253,6 +226,8 @@ Value EvaluatePlug(Node* node, const PlugKey& key)
   return result;
 }
 
+std::uint64_t EvaluationCutoffs() { return g_cutoffs; }
+
 double EvaluateNumber(Node* node, const char* attrName)
 {
   Attribute* a = node->FindAttribute(attrName);
@@ -283,45 +258,6 @@ void SetNumber(Node* node, const PlugKey& key, double value)
   stored.timeEpoch = node->scene->timeEpoch;
   RegisterElements(node, key);
   node->scene->Touch();
-}
-
-// Maya's transform: [Sp^-1 S Sp Spt] [Rp^-1 Ra R Rp Rpt] [T]; a joint: [S] [Ra] [R] [Jo] [Is] [T] with Is the
-// inverse of the parent's scale when segment scale compensation is on.
-MMatrix LocalMatrix(Node* node)
-{
-  if (!node || (node->type != MFn::kTransform && node->type != MFn::kJoint))
-    return MMatrix();
-  const auto order = static_cast<MEulerRotation::RotationOrder>(RotateOrderIndex(EvaluateNumber(node, "rotateOrder")));
-  const MMatrix r = MEulerRotation(Triple(node, "rotate"), order).asMatrix();
-  const MMatrix ra = MEulerRotation(Triple(node, "rotateAxis")).asMatrix();
-  const MMatrix s = Scaling(Triple(node, "scale"));
-  const MMatrix t = Translation(Triple(node, "translate"));
-  if (node->type == MFn::kJoint) {
-    const MMatrix jo = MEulerRotation(Triple(node, "jointOrient")).asMatrix();
-    MMatrix is;
-    if (EvaluateNumber(node, "segmentScaleCompensate") != 0.0) {
-      const MVector parentScale = Triple(node, "inverseScale");
-      if (parentScale.x != 0.0 && parentScale.y != 0.0 && parentScale.z != 0.0)
-        is = Scaling(MVector(1.0 / parentScale.x, 1.0 / parentScale.y, 1.0 / parentScale.z));
-    }
-    return s * ra * r * jo * is * t;
-  }
-  const MVector sp = Triple(node, "scalePivot");
-  const MVector rp = Triple(node, "rotatePivot");
-  return Translation(-sp) * s * Translation(sp) * Translation(Triple(node, "scalePivotTranslate")) *
-         Translation(-rp) * ra * r * Translation(rp) * Translation(Triple(node, "rotatePivotTranslate")) * t;
-}
-
-MMatrix PathMatrix(const std::vector<Node*>& path)
-{
-  MMatrix m;
-  for (size_t i = path.size(); i-- > 0;) {
-    m = m * LocalMatrix(path[i]);
-    const Attribute* inherits = path[i]->FindAttribute("inheritsTransform");
-    if (inherits && EvaluatePlug(path[i], PlugKey{const_cast<Attribute*>(inherits), {}}).number == 0.0)
-      break;
-  }
-  return m;
 }
 
 // A mesh shape shows its input when inMesh is connected, else its own geometry (or, when its history gives

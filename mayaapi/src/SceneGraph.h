@@ -139,6 +139,16 @@ struct Connection {
   bool alive = true;
 };
 
+// A DAG node's matrices at one scene generation: its own (with whether it inherits its parents'), and its world
+// matrix under each path of nodes above it.
+struct MatrixCache {
+  std::uint64_t generation = 0;
+  bool hasLocal = false;
+  MMatrix local;
+  bool inheritsTransform = true;
+  std::vector<std::pair<std::vector<Node*>, MMatrix>> worlds;
+};
+
 struct Node {
   Scene* scene = nullptr;
   std::string typeName;
@@ -168,6 +178,7 @@ struct Node {
   std::uint64_t outputGeneration = 0;
   // Why the node's last evaluation gave no mesh; empty when it gave one.
   std::string evaluationProblem;
+  MatrixCache matrices;
 
   Attribute* FindAttribute(std::string_view attrName) const;
   Attribute* AddAttribute(std::unique_ptr<Attribute> attribute, Attribute* parent);
@@ -235,11 +246,15 @@ bool BuildNodeType(Node& node);
 
 Value EvaluatePlug(Node* node, const PlugKey& key);
 double EvaluateNumber(Node* node, const char* attrName);
+// How many times evaluation has given a plug its default for going too deep; a value computed while this count
+// moved must not be kept.
+std::uint64_t EvaluationCutoffs();
 // The mesh a node computes for one output plug, computed at most once per scene generation.
 std::shared_ptr<Mesh> CachedOutput(Node* node, unsigned int index,
                                    const std::function<std::shared_ptr<Mesh>()>& compute);
 // Stores a number on a plug; on a driven plug the number holds until the time is next set.
 void SetNumber(Node* node, const PlugKey& key, double value);
+// The node's matrix, and the world matrix of a DAG path (world first), each computed once per scene generation.
 MMatrix LocalMatrix(Node* node);
 MMatrix PathMatrix(const std::vector<Node*>& path);
 std::shared_ptr<Mesh> ShapeGeometry(Node* shape);

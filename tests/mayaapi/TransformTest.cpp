@@ -1,6 +1,9 @@
+#include <maya/MAnimControl.h>
 #include <maya/MDagPath.h>
 #include <maya/MFnMatrixData.h>
 #include <maya/MFnTransform.h>
+#include <maya/MGlobal.h>
+#include <maya/MPlug.h>
 #include <maya/MPoint.h>
 #include <standin/SceneBuilder.h>
 
@@ -113,6 +116,31 @@ TEST_F(TransformTest, EachInstanceHasItsOwnWorldMatrixPlug)
   const MMatrix second = MFnMatrixData(Plug("sharedShape.worldMatrix[1]").asMObject()).matrix();
   EXPECT_EQ(second(3, 0), 4.0);
   EXPECT_EQ(MFnMatrixData(Plug("sharedShape.worldMatrix[0]").asMObject()).matrix()(3, 0), 0.0);
+}
+
+// World matrices are kept between reads; each change that moves a joint must still show in the next read.
+TEST_F(TransformTest, WorldMatrixFollowsTimeEditsHeldValuesAndReparenting)
+{
+  const MObject hip = CreateNode("joint", "hip");
+  const MObject knee = CreateNode("joint", "knee", hip);
+  const MObject other = CreateNode("transform", "other");
+  SetAttr("knee.translateX", 1.0);
+  Animate("hip.rotateZ", {{MTime(0.0, MTime::kFilm), 0.0, TangentType::Linear, TangentType::Linear},
+                          {MTime(10.0, MTime::kFilm), kQuarter, TangentType::Linear, TangentType::Linear}});
+  MGlobal::viewFrame(0.0);
+  ExpectNear(World("|hip|knee", MPoint(0, 0, 0)), 1.0, 0.0, 0.0);
+  MAnimControl::setCurrentTime(MTime(10.0, MTime::kFilm));
+  ExpectNear(World("|hip|knee", MPoint(0, 0, 0)), 0.0, 1.0, 0.0);
+  SetAttr("hip.translateZ", 2.0);
+  ExpectNear(World("|hip|knee", MPoint(0, 0, 0)), 0.0, 1.0, 2.0);
+  // A value set on the driven rotation holds until the time is set again.
+  ASSERT_TRUE(Plug("hip.rotateZ").setValue(0.0));
+  ExpectNear(World("|hip|knee", MPoint(0, 0, 0)), 1.0, 0.0, 2.0);
+  MGlobal::viewFrame(10.0);
+  ExpectNear(World("|hip|knee", MPoint(0, 0, 0)), 0.0, 1.0, 2.0);
+  SetAttr("other.translateY", 5.0);
+  ASSERT_TRUE(Reparent(knee, other));
+  ExpectNear(World("|other|knee", MPoint(0, 0, 0)), 1.0, 5.0, 0.0);
 }
 
 TEST_F(TransformTest, FunctionSetReadsRotationWithItsOrder)
