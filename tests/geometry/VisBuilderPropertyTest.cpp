@@ -334,13 +334,6 @@ TEST(VisBuilderProperties, RandomRoomsBecomeOneAreaEachJoinedByTheirDoors)
         EXPECT_TRUE(report.Entries().empty());
         ASSERT_EQ(world.VisAreas.Count(), rooms);
         ASSERT_EQ(world.Portals.Count(), 2 * (rooms - 1));
-        for (int door = 0; door + 1 < rooms; ++door) {
-            const VMVisPortal* front = world.Portals[2 * door];
-            const VMVisPortal* back = world.Portals[2 * door + 1];
-            EXPECT_EQ(front->Opposite, back);
-            EXPECT_EQ(front->Front, back->Back);
-            EXPECT_EQ(front->Back, back->Front);
-        }
         // Every world polygon lies in exactly one area, except the tunnel floors, ceilings and
         // jambs that the portals cut, which lie in two neighbouring ones.
         for (const VMPolygon* polygon : world.Polygons) {
@@ -350,6 +343,10 @@ TEST(VisBuilderProperties, RandomRoomsBecomeOneAreaEachJoinedByTheirDoors)
         // A door's first record faces the room beyond it (larger x), the second the room before.
         for (int door = 0; door + 1 < rooms; ++door) {
             const VMVisPortal* front = world.Portals[2 * door];
+            const VMVisPortal* back = world.Portals[2 * door + 1];
+            EXPECT_EQ(front->Opposite, back);
+            EXPECT_EQ(front->Front, back->Back);
+            EXPECT_EQ(front->Back, back->Front);
             const float at = front->Corners[0]->Position[0];
             EXPECT_GT(front->Front->Box.Min[0] + front->Front->Box.Max[0], 2 * at);
             EXPECT_LT(front->Back->Box.Min[0] + front->Back->Box.Max[0], 2 * at);
