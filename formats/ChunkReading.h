@@ -4,6 +4,7 @@
 
 #include "formats/chunk/VChunkedFile.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -16,14 +17,24 @@ bool ReadChunkValue(VChunkedFile& file, T& value)
     return file.Read(&value, sizeof value) == static_cast<int>(sizeof value);
 }
 
+// The chunk's size is the file's word too: a short file can claim a chunk of 2 GB, so the array
+// grows a block at a time as its bytes arrive and never holds much more than the file does.
 template <class T>
 bool ReadChunkArray(VChunkedFile& file, int64_t count, std::vector<T>& values)
 {
     if (count < 0 || count > file.GetRemainingChunkBytes() / static_cast<int64_t>(sizeof(T)))
         return false;
-    values.resize(static_cast<size_t>(count));
-    const int length = static_cast<int>(values.size() * sizeof(T));
-    return length == 0 || file.Read(values.data(), length) == length;
+    constexpr int64_t block = std::max<int64_t>(1, (int64_t(1) << 20) / static_cast<int64_t>(sizeof(T)));
+    values.clear();
+    for (int64_t done = 0; done < count;) {
+        const int64_t step = std::min(count - done, block);
+        values.resize(static_cast<size_t>(done + step));
+        const int length = static_cast<int>(step * static_cast<int64_t>(sizeof(T)));
+        if (file.Read(values.data() + done, length) != length)
+            return false;
+        done += step;
+    }
+    return true;
 }
 
 // A string whose length field lies inside the open chunk; false when it cannot be read whole.

@@ -4,6 +4,7 @@
 #include "formats/chunk/ChunkId.h"
 #include "formats/chunk/LastError.h"
 #include "formats/chunk/VMemoryStreamProvider.h"
+#include "formats/ChunkReading.h"
 
 #include <gtest/gtest.h>
 
@@ -353,6 +354,15 @@ TEST_F(HostileChunkInputTest, EveryTruncationOfAValidFileFailsCleanly)
     ASSERT_TRUE(WalkFile(m_files, whole));
     for (size_t length = 0; length < whole.size(); ++length)
         EXPECT_FALSE(WalkFile(m_files, whole.substr(0, length))) << "cut after " << length << " bytes";
+}
+
+TEST_F(HostileChunkInputTest, ArrayOfAChunkClaimingMoreThanTheFileHoldsTakesNoMoreMemoryThanTheFileGives)
+{
+    ASSERT_TRUE(OpenBytes(HeaderBytes() + StartTag(0, Head, 64 << 20) + IntBytes(7) + IntBytes(8)));
+    ASSERT_TRUE(m_file.OpenChunk(Head));
+    std::vector<uint32_t> values;
+    EXPECT_FALSE(ReadChunkArray(m_file, 16 << 20, values));
+    EXPECT_LE(values.capacity() * sizeof(uint32_t), size_t(1) << 20);
 }
 
 TEST_F(HostileChunkInputTest, ChildReachingPastItsParentIsRefused)
