@@ -38,10 +38,8 @@ TEST(EncodePng, WritesSignatureHeaderOneDeflatedImageChunkAndEnd)
     uLongf rowsSize = rows.size();
     ASSERT_EQ(uncompress(rows.data(), &rowsSize, reinterpret_cast<const Bytef*>(idat.data() + 8), length), Z_OK);
     EXPECT_EQ(rows, (std::vector<uint8_t>{0, 255, 0, 0, 0, 255, 0}));
-}
 
-TEST(EncodePng, RefusesPixelsThatDoNotMatchTheSize)
-{
+    // Pixels that do not match the size are refused.
     EXPECT_EQ(EncodePng(2, 2, std::vector<uint8_t>(11)), "");
     EXPECT_EQ(EncodePng(0, 1, std::vector<uint8_t>()), "");
 }

@@ -20,7 +20,7 @@ TEST(V3DVersion, DigitsAroundThePointGiveTheVersionWithOrWithoutBrackets)
     EXPECT_EQ(V3DVersion("NUMVERTICES=3"), -1);
 }
 
-TEST(ReadV3DWorld, ReadsVerticesAndPolygonsAndSkipsTheOtherRecords)
+TEST(ReadV3DWorld, ReadsVerticesAndPolygonsSkipsTheOtherRecordsAndAMissingFileCannotBeOpened)
 {
     const std::string text = "[HEADER_START]\r\n"
                              "// exported by hand\r\n"
@@ -48,6 +48,9 @@ TEST(ReadV3DWorld, ReadsVerticesAndPolygonsAndSkipsTheOtherRecords)
     ASSERT_EQ(world.Polygons.Count(), 1);
     ASSERT_EQ(world.Polygons[0]->CornerCount(), 4);
     EXPECT_EQ(world.Polygons[0]->Corners[3], world.Vertices[3]);
+
+    EXPECT_EQ(LoadV3DWorld("no\\such\\folder\\level.v3d", world, error), V3DCannotOpen);
+    EXPECT_FALSE(error.empty());
 }
 
 struct BadFile {
@@ -79,13 +82,5 @@ INSTANTIATE_TEST_SUITE_P(
                  "line 3 has a polygon corner that names no vertex read before it"},
         BadFile {"VNUM=1.20\nD, 0, 0, 0, 0, 0, 0, 0, 0\nP, 0, 3, 0, 0\n", V3DBadRecord,
                  "line 3 has a polygon that is not \"P, material, n\" and n >= 3 vertex numbers"}));
-
-TEST(LoadV3DWorld, MissingFileCannotBeOpened)
-{
-    VMWorld world;
-    std::string error;
-    EXPECT_EQ(LoadV3DWorld("no\\such\\folder\\level.v3d", world, error), V3DCannotOpen);
-    EXPECT_FALSE(error.empty());
-}
 
 } // namespace

@@ -30,7 +30,7 @@ const std::string SideFile = "<?xml version=\"1.0\" ?>\r\n"
                              "    </Materials>\r\n"
                              "</root>\r\n";
 
-TEST(XmlPrinter, BuiltDocumentIsWrittenInTheEditorsLayout)
+TEST(XmlPrinter, BuiltDocumentIsWrittenInTheEditorsLayoutAndSuchAFilePassesThroughUnchanged)
 {
     tinyxml2::XMLDocument document;
     document.InsertEndChild(document.NewDeclaration("xml version=\"1.0\""));
@@ -50,10 +50,7 @@ TEST(XmlPrinter, BuiltDocumentIsWrittenInTheEditorsLayout)
     mixed->InsertNewChildElement("Empty");
 
     EXPECT_EQ(PrintXml(document), SideFile);
-}
-
-TEST(XmlPrinter, FileInTheEditorsLayoutPassesThroughUnchanged)
-{
+    // Read back, the file passes through unchanged.
     EXPECT_EQ(Reprinted(SideFile), SideFile);
     EXPECT_EQ(Reprinted("\xEF\xBB\xBF<root />\r\n"), "\xEF\xBB\xBF<root />\r\n");
 }

@@ -28,14 +28,17 @@ protected:
     VMWorld m_world;
 };
 
-TEST_F(CheckTriListTest, StripInAlternatingOrderPasses)
+TEST_F(CheckTriListTest, StripsInAlternatingOrderPassAndAListPassesWithoutItsDegenerateTriangles)
 {
     std::unique_ptr<VMTriList> odd = MakeTriList(VMTriListKind::StripOddStart, {0, 1, 2, 2, 1, 3, 2, 3, 4, 4, 3, 5});
     std::unique_ptr<VMTriList> even = MakeTriList(VMTriListKind::StripEvenStart, {0, 1, 2, 0, 2, 3, 3, 2, 4});
+    std::unique_ptr<VMTriList> list = MakeTriList(VMTriListKind::List, {0, 0, 1, 1, 2, 3, 4, 5, 4, 5, 6, 7});
 
     EXPECT_EQ(CheckTriList(*odd, true), 0);
     EXPECT_EQ(CheckTriList(*even, true), 0);
+    EXPECT_EQ(CheckTriList(*list, true), 0);
     EXPECT_EQ(Numbers(*odd), (std::vector<int>{0, 1, 2, 2, 1, 3, 2, 3, 4, 4, 3, 5}));
+    EXPECT_EQ(Numbers(*list), (std::vector<int>{1, 2, 3, 5, 6, 7}));
 }
 
 TEST_F(CheckTriListTest, BrokenStripIsLeftAloneOrRepairedIntoAListWithoutDegenerateTriangles)
@@ -51,15 +54,6 @@ TEST_F(CheckTriListTest, BrokenStripIsLeftAloneOrRepairedIntoAListWithoutDegener
 
     EXPECT_EQ(strip->ListKind, VMTriListKind::List);
     EXPECT_EQ(Numbers(*strip), (std::vector<int>{0, 1, 2, 2, 1, 3, 5, 6, 7}));
-}
-
-TEST_F(CheckTriListTest, ListDropsItsDegenerateTrianglesAndPasses)
-{
-    std::unique_ptr<VMTriList> list = MakeTriList(VMTriListKind::List, {0, 0, 1, 1, 2, 3, 4, 5, 4, 5, 6, 7});
-
-    EXPECT_EQ(CheckTriList(*list, true), 0);
-
-    EXPECT_EQ(Numbers(*list), (std::vector<int>{1, 2, 3, 5, 6, 7}));
 }
 
 TEST_F(CheckTriListTest, CountsAreTestedFirst)
