@@ -198,7 +198,7 @@ Value EvaluatePlug(Node* node, const PlugKey& key)
     return result.data = MatrixValue(name == "matrix" ? LocalMatrix(node) : LocalMatrix(node).inverse()), result;
   if (node->type == MFn::kMesh && (name == "outMesh" || name == "worldMesh"))
     return result.data = MeshValue(ShapeGeometry(node)), result;
-  if (TypeHasFn(node->type, MFn::kAnimCurve) && name == "output") {
+  if (name == "output" && TypeHasFn(node->type, MFn::kAnimCurve)) {
     result.number = EvaluateCurve(node, CurveInput(node));
     return result;
   }
@@ -213,7 +213,7 @@ Value EvaluatePlug(Node* node, const PlugKey& key)
   }
   if (IsHistoryOutput(node, key))
     return result.data = MeshValue(HistoryOutput(node, index)), result;
-  if (TypeHasFn(node->type, MFn::kGeometryFilt) && name == "outputGeometry")
+  if (name == "outputGeometry" && TypeHasFn(node->type, MFn::kGeometryFilt))
     return result.data = MeshValue(CachedOutput(node, index, [&]() { return SkinnedMesh(node, index); })), result;
   if (node->type == MFn::kTime && name == "outTime") {
     result.number = node->scene->currentSeconds;

@@ -105,8 +105,11 @@ bool BuildHistoryNodeType(Node& node)
 
 bool IsHistoryOutput(const Node* node, const PlugKey& key)
 {
-  const HistoryNodeType* type = node ? TypeOf(*node) : nullptr;
-  return type && key.attribute && key.attribute->name == type->output &&
+  // Every history output is a mesh; the type lookup compares names, so other plugs are turned away first.
+  if (!node || !key.attribute || key.attribute->kind != AttrKind::Mesh)
+    return false;
+  const HistoryNodeType* type = TypeOf(*node);
+  return type && key.attribute->name == type->output &&
          key.indices.size() == key.attribute->ArrayDepth();
 }
 
