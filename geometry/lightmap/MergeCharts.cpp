@@ -6,7 +6,6 @@
 #include "geometry/lightmap/MergeCharts.h"
 
 #include "geometry/lightmap/AtlasMesh.h"
-#include "geometry/lightmap/ChartFootprint.h"
 #include "geometry/lightmap/ChartOverlap.h"
 #include "geometry/lightmap/ChartStretch.h"
 #include "geometry/lightmap/OrientChart.h"
@@ -15,7 +14,6 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <numeric>
 #include <queue>
 #include <utility>
@@ -219,54 +217,18 @@ bool LiesFlat(const AtlasMesh& mesh, const Chart& chart)
     return !shape.Folded && shape.Stretch <= NoStretch && !OverlapsItself(chart);
 }
 
-// The texels a chart and its gutter take from the packing (PackCharts), at the estimated scale:
-// turned to its smallest rectangle and by the quarter turn that suits it best, the columns from
-// its lowest texel up to each column's highest, the gutter added to every column and beside
-// them. Empty texels beneath an overhang count as taken: another chart fits there only when it
-// is small enough to leave its gutter too, which among charts of similar sizes is rare.
-double TakenTexels(const Chart& chart, double scale, int gutter)
+// What a chart takes from the packing (PackCharts): its smallest rectangle grown by the gutter
+// and the texel that its outline touches beyond the rectangle, both as long as they will be on
+// the surface. A chart rarely fits beneath another's overhang with its gutter, so the rectangle
+// is what counts.
+double PaddedArea(const Chart& chart, double pad)
 {
     std::vector<Vec2> outline;
     outline.reserve(chart.Border.size());
     for (const auto& edge : chart.Border)
         outline.push_back(chart.UV[edge.first]);
-    const Vec2 axis = SmallestRectangle(outline).Axis;
-    const Vec2 across {-axis.Y, axis.X};
-    std::vector<std::pair<Vec2, Vec2>> turned;
-    turned.reserve(chart.Border.size());
-    Vec2 low {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
-    for (const auto& [from, to] : chart.Border) {
-        const Vec2 p {Dot(chart.UV[from], axis), Dot(chart.UV[from], across)};
-        const Vec2 q {Dot(chart.UV[to], axis), Dot(chart.UV[to], across)};
-        turned.emplace_back(p, q);
-        low = {std::min({low.X, p.X, q.X}), std::min({low.Y, p.Y, q.Y})};
-    }
-    for (auto& [p, q] : turned) {
-        p = p - low;
-        q = q - low;
-    }
-    const ChartFootprint footprint = RasterizeOutline(turned, scale);
-    // Per quarter turn: the columns as the lows and highs of the footprint's columns or rows,
-    // and whether the turn puts the highs at the bottom.
-    const auto cost = [gutter](const std::vector<int>& lows, const std::vector<int>& highs, bool flipped) {
-        int bottom = std::numeric_limits<int>::max();
-        int top = std::numeric_limits<int>::min();
-        for (size_t x = 0; x < lows.size(); ++x) {
-            if (lows[x] <= highs[x]) {
-                bottom = std::min(bottom, flipped ? -highs[x] : lows[x]);
-                top = std::max(top, flipped ? -lows[x] : highs[x]);
-            }
-        }
-        double texels = static_cast<double>(gutter) * (top - bottom + 1 + gutter);
-        for (size_t x = 0; x < lows.size(); ++x) {
-            const int columnTop = lows[x] <= highs[x] ? (flipped ? -lows[x] : highs[x]) : bottom - 1;
-            texels += columnTop - bottom + 1 + gutter;
-        }
-        return texels;
-    };
-    return std::min({cost(footprint.ColumnLow, footprint.ColumnHigh, false),
-                     cost(footprint.ColumnLow, footprint.ColumnHigh, true),
-                     cost(footprint.RowLow, footprint.RowHigh, false), cost(footprint.RowLow, footprint.RowHigh, true)});
+    const ChartRectangle rectangle = SmallestRectangle(std::move(outline));
+    return (rectangle.Width + pad) * (rectangle.Height + pad);
 }
 
 struct Offer {
@@ -293,8 +255,9 @@ void MergeCharts(const AtlasMesh& mesh, std::vector<Chart>& charts, int atlasSiz
     const double surface = std::accumulate(mesh.Areas.begin(), mesh.Areas.end(), 0.0);
     if (!(surface > 0.0))
         return;
-    // The texels per unit of surface if the atlas comes out as full as usual.
-    const double scale = std::sqrt(ExpectedFill * atlasSize * atlasSize / surface);
+    // The gutter and a texel, as long as they are on the surface if the atlas comes out as full
+    // as usual.
+    const double pad = (gutter + 1.0) * std::sqrt(surface / (ExpectedFill * atlasSize * atlasSize));
 
     std::vector<int> chartOf(static_cast<size_t>(mesh.FaceCount()), -1);
     Slots slotOf(static_cast<size_t>(mesh.FaceCount()), 0);
@@ -310,7 +273,7 @@ void MergeCharts(const AtlasMesh& mesh, std::vector<Chart>& charts, int atlasSiz
         area[c] = SurfaceArea(mesh, charts[c]);
         unstretched[c] = MeasureChart(mesh, charts[c]).Stretch <= NoStretch;
         if (unstretched[c])
-            cost[c] = TakenTexels(charts[c], scale, gutter);
+            cost[c] = PaddedArea(charts[c], pad);
     }
 
     // The joins that save the longest gutters first: a wall's long top joins its face before
@@ -341,7 +304,7 @@ void MergeCharts(const AtlasMesh& mesh, std::vector<Chart>& charts, int atlasSiz
         Chart joined;
         if (!Join(mesh, charts[small], charts[large], static_cast<int>(large), chartOf, slotOf, joined, vertexPoint))
             continue;
-        const double joinedCost = TakenTexels(joined, scale, gutter);
+        const double joinedCost = PaddedArea(joined, pad);
         if (joinedCost > cost[small] + cost[large] || !LiesFlat(mesh, joined))
             continue;
         for (size_t i = 0; i < charts[small].Faces.size(); ++i) {

@@ -150,7 +150,7 @@ TEST(CreateUVAtlas, UnfoldsASmallCubeIntoOneNetCutAlongItsOtherEdges)
     cube.Indices = {0, 2, 1, 0, 3, 2, 4, 5, 6, 4, 6, 7, 0, 1, 5, 0, 5, 4,
                     1, 2, 6, 1, 6, 5, 2, 3, 7, 2, 7, 6, 3, 0, 4, 3, 4, 7};
     UVAtlasParams params;
-    params.Size = 16;
+    params.Size = 10;
     UVAtlas atlas;
     ASSERT_EQ(CreateUVAtlas(cube.Positions, cube.Indices, params, atlas), 0);
     EXPECT_EQ(atlas.ChartCount, 1);
