@@ -10,7 +10,6 @@
 #include "importers/ImportScene.h"
 #include "kestrel/AnimationEntries.h"
 #include "kestrel/BatchExport.h"
-#include "kestrel/ExportReportPage.h"
 #include "kestrel/LightmapPicture.h"
 #include "kestrel/LoadedPlugin.h"
 #include "model/VMModel.h"
@@ -322,6 +321,7 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
         selection.push_back(path);
     }
     standin::Select(selection);
+    standin::SetSceneFileName(std::filesystem::path(AbsoluteNative(request.Scene)).generic_string());
 
     IniSettingsStore store(DefaultUserSettingsFilePath());
     store.Load();
@@ -334,6 +334,7 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
     services.MessageBox = &messageBox;
     services.FiledReportView = &report;
     services.OptionOverrides = *options;
+    services.ReportPage = request.ReportPage;
     if (request.Clips) {
         const bool bones = SceneHas(MFn::kJoint);
         const std::vector<ImportedClip> clips = ClipsOf(import, request.Scene);
@@ -379,9 +380,6 @@ int RunExport(const ExportRequest& request, const SceneLoader& loadScene, std::F
     terminal.EndLine();
     if (!request.ResultFile.empty())
         WriteCounts(request.ResultFile, target, static_cast<int>(report.Shown().size()));
-    if (request.ReportPage && !WriteExportReportPage(request.Scene, target, report.Shown(), error))
-        std::fprintf(err, "kestrel export: cannot write the report page beside '%s': %s\n", targetNative.c_str(),
-                     error.c_str());
     if (!status) {
         std::fprintf(err, "kestrel export: the export to '%s' failed\n", targetNative.c_str());
         return 1;

@@ -1,6 +1,8 @@
 #include "plugin/ImportExportScene.h"
 
+#include "base/Path.h"
 #include "base/TextUtil.h"
+#include "plugin/ExportReportPage.h"
 #include "plugin/ExportSession.h"
 #include "plugin/ImportMesh.h"
 #include "plugin/PluginModule.h"
@@ -12,6 +14,7 @@
 #include "settings/ApplicationSettings.h"
 #include "settings/ExternalProgramServices.h"
 #include "settings/LaunchRegisteredProgram.h"
+#include "ui/VMessageBox.h"
 
 #include <maya/MGlobal.h>
 #include <maya/MTime.h>
@@ -19,6 +22,30 @@
 #include <algorithm>
 
 namespace {
+
+// The scene as Maya names it, shown as a person reads paths.
+std::string ShownSceneName()
+{
+    MString name;
+    MGlobal::executeCommand("file -q -sceneName", name);
+    std::string path = name.asChar();
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return ShownPath(path);
+}
+
+// The page only accompanies the asset: a page that cannot be written is said, and the export
+// stands.
+void WriteReportPageBeside(const std::string& target, const std::vector<VReportEntry>& entries)
+{
+    std::string error;
+    if (WriteExportReportPage(ShownSceneName(), target, entries, error))
+        return;
+    VMessageBoxRequest request;
+    request.Caption = "Error";
+    request.Text = Format("Could not write the report page beside '%s': %s", ShownPath(target).c_str(), error.c_str());
+    request.Icon = VMessageBoxIcon::Error;
+    TheMessageBox().Show(request);
+}
 
 VExportBracketParams BracketParams(VExportFormat& format, const ExportSession& session)
 {
@@ -36,6 +63,10 @@ VExportBracketParams BracketParams(VExportFormat& format, const ExportSession& s
     params.LaunchViewer = [&format] { format.LaunchViewer(); };
     params.ReportView = TheServices().ReportView;
     params.FiledReportView = TheServices().FiledReportView;
+    if (TheServices().ReportPage)
+        params.WriteReportPage = [target = session.TargetFile](const std::vector<VReportEntry>& entries) {
+            WriteReportPageBeside(target, entries);
+        };
     return params;
 }
 

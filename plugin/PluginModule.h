@@ -35,6 +35,9 @@ struct PluginServices {
     // Handed the entries a batch export files as "ErrLog.txt"; the command line prints them, Maya
     // leaves it null.
     VReportView* FiledReportView = nullptr;
+    // "report.html" beside each target, with every issue of the export; the command line's
+    // --no-report-page turns it off.
+    bool ReportPage = true;
     // A settings block ("// Key : Value" lines) applied over each target's stored settings, so
     // that a batch run can change options of one export; empty for none.
     std::string OptionOverrides;

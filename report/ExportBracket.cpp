@@ -35,14 +35,16 @@ void BeginExportBracket(VReport& report, const VExportBracketParams& params)
 
 void EndExportBracket(VReport& report, const VExportBracketParams& params)
 {
+    report.Finalize(SeverityInformation);
+    if (params.WriteReportPage)
+        params.WriteReportPage(report.Entries());
     if (params.NoPrompt) {
         // Nobody is there to read warnings in a batch export; only errors are filed.
-        report.Finalize(SeverityError);
+        report.DropEntriesBelow(SeverityError);
         report.WriteReportToFile(params.TargetDirectory + "ErrLog.txt");
         if (params.FiledReportView)
             report.ShowReportDialog(*params.FiledReportView, ReportCaption);
     } else {
-        report.Finalize(SeverityInformation);
         if (params.ReportView)
             report.ShowReportDialog(*params.ReportView, ReportCaption);
         if (params.DisplayViewer && params.LaunchViewer)

@@ -5,9 +5,11 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 class VReport;
 class VReportView;
+struct VReportEntry;
 
 struct VExportBracketParams {
     std::string TargetFile;
@@ -30,6 +32,8 @@ struct VExportBracketParams {
     VReportView* ReportView = nullptr;
     // In a batch export, also handed the entries filed as ErrLog.txt; the command line prints them.
     VReportView* FiledReportView = nullptr;
+    // Handed every entry of the report, whatever a batch export files of them: the report page.
+    std::function<void(const std::vector<VReportEntry>& entries)> WriteReportPage;
 };
 
 void BeginExportBracket(VReport& report, const VExportBracketParams& params);

@@ -46,6 +46,11 @@ void VReport::Finalize(int32_t minimumSeverity)
     m_readyEntries.clear();
 }
 
+void VReport::DropEntriesBelow(int32_t minimumSeverity)
+{
+    std::erase_if(m_entries, [&](const VReportEntry& entry) { return entry.Severity < minimumSeverity; });
+}
+
 void VReport::ShowReportDialog(VReportView& view, std::string_view caption) const
 {
     if (!m_entries.empty())

@@ -26,6 +26,10 @@ public:
     // minimumSeverity. Calling it twice without Clear appends the entries twice.
     void Finalize(int32_t minimumSeverity);
 
+    // Drops the finalised entries whose severity is below minimumSeverity, keeping the others' order,
+    // so that one Finalize serves both the whole report and a part of it.
+    void DropEntriesBelow(int32_t minimumSeverity);
+
     // Does nothing while there are no entries.
     void ShowReportDialog(VReportView& view, std::string_view caption) const;
 

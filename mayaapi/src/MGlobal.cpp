@@ -4,6 +4,7 @@
 #include "Sets.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -74,7 +75,7 @@ MStatus CreateAndAssignShader(const std::vector<std::string>& words)
   return MS::kSuccess;
 }
 
-MStatus Run(const MString& command, int* intResult)
+MStatus Run(const MString& command, int* intResult, std::optional<std::string>* textResult = nullptr)
 {
   standin::Scene& scene = standin::CurrentScene();
   const std::string text = command.asChar();
@@ -85,6 +86,11 @@ MStatus Run(const MString& command, int* intResult)
   if (words == std::vector<std::string>{"file", "-q", "-prompt"}) {
     if (intResult)
       *intResult = scene.interactive ? 1 : 0;
+    return MS::kSuccess;
+  }
+  if (words == std::vector<std::string>{"file", "-q", "-sceneName"} || words == std::vector<std::string>{"file", "-q", "-sn"}) {
+    if (textResult)
+      *textResult = scene.fileName;
     return MS::kSuccess;
   }
   if (words == std::vector<std::string>{"minimizeApp"} || words == std::vector<std::string>{"showWindow", "MayaWindow"})
@@ -151,8 +157,9 @@ MStatus MGlobal::executeCommand(const MString& command, int& result, bool, bool)
 MStatus MGlobal::executeCommand(const MString& command, MString& result, bool, bool)
 {
   int number = 0;
-  const MStatus status = Run(command, &number);
-  result = MString(std::to_string(number));
+  std::optional<std::string> text;
+  const MStatus status = Run(command, &number, &text);
+  result = MString(text ? *text : std::to_string(number));
   return status;
 }
 

@@ -731,6 +731,8 @@ void Select(const std::vector<MDagPath>& paths)
 
 void SetInteractive(bool interactive) { CurrentScene().interactive = interactive; }
 
+void SetSceneFileName(const std::string& mayaPath) { CurrentScene().fileName = mayaPath; }
+
 void SetPlaybackRange(const MTime& minTime, const MTime& maxTime)
 {
   CurrentScene().minSeconds = minTime.as(MTime::kSeconds);

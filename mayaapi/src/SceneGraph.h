@@ -199,6 +199,8 @@ struct Scene {
   std::uint64_t generation = 1;
   std::uint64_t timeEpoch = 0;
   bool interactive = false;
+  // What "file -q -sceneName" answers; empty for an untitled scene.
+  std::string fileName;
   std::vector<std::string> commandsRun;
   std::vector<std::string> messages;
   // Attributes made by the attribute function sets and not yet added to a node.

@@ -101,6 +101,32 @@ TEST_F(StaticExport, MissingTargetFolderIsIssueFourWithSuccessStatus)
     EXPECT_THAT(entry->Detail, HasSubstr("town.qmesh"));
 }
 
+// Maya's own export writes the page, as the command line's does, with warnings and statistics that
+// a batch export does not file; a page that cannot be written is said and the export stands.
+TEST_F(StaticExport, ReportPageIsWrittenBesideTheTargetWithEveryIssueOrSaidWhyNot)
+{
+    Stop();
+    Services.ReportPage = true;
+    Start();
+    standin::SetSceneFileName(MayaName("scenes/town.ma"));
+    AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone", "/nowhere/bark.tga");
+    AddCube("bare", 300, 0, 0, 100);
+
+    ASSERT_TRUE(ExportAll("level/town.qmesh"));
+    const std::string page = Read("level/report.html");
+    EXPECT_THAT(page, HasSubstr("<th>Scene</th><td>" + Native("scenes/town.ma").string() + "</td>"));
+    EXPECT_THAT(page, HasSubstr("<b>warning</b>: Node without material"));
+    EXPECT_THAT(page, HasSubstr("<b>information</b>: Triangle stripping and listing statistics"));
+    EXPECT_TRUE(MessageBoxes.Requests.empty());
+
+    // With a project the textures go to the project's folder, so nothing creates the target's.
+    Write("game/town.project", "");
+    EXPECT_TRUE(ExportAll("game/nowhere/town.qmesh"));
+    ASSERT_EQ(MessageBoxes.Requests.size(), 1u);
+    EXPECT_THAT(MessageBoxes.Requests[0].Text,
+                HasSubstr("Could not write the report page beside '" + Native("game/nowhere/town.qmesh").string() + "': "));
+}
+
 TEST_F(StaticExport, ExportRunsTheLogLinesOfEveryPhaseInOrder)
 {
     AssignMaterial(AddCube("box", 0, 0, 0, 100), "stone");

@@ -100,6 +100,8 @@ protected:
         Services.MessageBox = &MessageBoxes;
         Services.ReportView = &Report;
         Services.FiledReportView = &Report;
+        // Each page costs a picture of the asset; the tests of the page switch it on.
+        Services.ReportPage = false;
         Start();
         SetLogWindowLocator([this] { return &Log; });
     }

@@ -142,12 +142,16 @@ TEST_F(ExportBracketTest, BatchEndFilesOnlyErrorsAsErrLog)
     EXPECT_TRUE(m_report.Issues().empty());
 }
 
-TEST_F(ExportBracketTest, BatchEndOpensNoDialogAndHandsOnlyTheFiledEntriesOn)
+// The report page is for people reading later, so it gets the warnings and statistics too.
+TEST_F(ExportBracketTest, BatchEndOpensNoDialogFilesOnlyErrorsAndHandsThePageEveryEntry)
 {
     RecordingView filed;
+    RecordingView page;
     m_params.NoPrompt = true;
     m_params.ReportView = &m_view;
     m_params.FiledReportView = &filed;
+    m_params.WriteReportPage = [&](const std::vector<VReportEntry>& entries) { page.ShowReport("", entries); };
+    m_report.AddIssue(IssueStripStatistics, "12 strips");
     m_report.AddIssue(IssueTextureNotFound, "a.tga");
     m_report.AddIssue(IssueCrash, "Export");
 
@@ -155,7 +159,10 @@ TEST_F(ExportBracketTest, BatchEndOpensNoDialogAndHandsOnlyTheFiledEntriesOn)
 
     EXPECT_TRUE(m_view.Titles.empty());
     EXPECT_EQ(filed.Titles, (std::vector<std::string> { "Crash" }));
-    EXPECT_TRUE(m_folder.Has("ErrLog.txt"));
+    EXPECT_EQ(page.Titles,
+              (std::vector<std::string> { "Crash", "Texture not found", "Triangle stripping and listing statistics" }));
+    EXPECT_EQ(m_folder.Read("ErrLog.txt").find("Texture not found"), std::string::npos);
+    EXPECT_NE(m_folder.Read("ErrLog.txt").find("Crash"), std::string::npos);
 }
 
 TEST_F(ExportBracketTest, BatchEndKeepsTheLogWindowAndSendsTheClosingLine)

@@ -166,6 +166,8 @@ std::vector<HistoryProblem> HistoryProblems();
 
 void Select(const std::vector<MDagPath>& paths);
 void SetInteractive(bool interactive);
+// The file the scene came from, as "file -q -sceneName" answers it (forward slashes, as Maya's).
+void SetSceneFileName(const std::string& mayaPath);
 void SetPlaybackRange(const MTime& minTime, const MTime& maxTime);
 const std::vector<std::string>& CommandsRun();
 const std::vector<std::string>& DisplayedMessages();

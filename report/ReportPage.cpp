@@ -1,9 +1,11 @@
-#include "kestrel/ReportPage.h"
+#include "report/ReportPage.h"
 
 #include "base/Number.h"
 #include "base/TextUtil.h"
 
+#include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -14,6 +16,7 @@ td.n{text-align:right}pre{background:#fff;border:1px solid #ddd;padding:8px;over
 .material{display:inline-block;width:150px;margin:6px;vertical-align:top;font-size:12px;word-wrap:break-word}
 .material img,.swatch{width:128px;height:128px;border:1px solid #999;image-rendering:pixelated;display:block}
 .issue{background:#fff;border-left:4px solid #c80;padding:6px 12px;margin:10px 0}.issue.error{border-color:#c00}
+.issue.information{border-color:#096}
 .preview{border:1px solid #999})";
 
 std::string Escaped(std::string_view text)
@@ -62,29 +65,47 @@ const char* SeverityName(int32_t severity)
     return severity >= SeverityError ? "error" : severity == SeverityWarning ? "warning" : "information";
 }
 
+void AddIssue(const VReportEntry& entry, std::string& html)
+{
+    html += Format("<div class=\"issue %s\"><b>%s</b>: %s\n<p>%s</p>\n", SeverityName(entry.Severity),
+                   SeverityName(entry.Severity), Escaped(entry.Title).c_str(), Escaped(entry.Explanation).c_str());
+    // A line ending in a colon introduces a list; every other line names a node, a file or a
+    // value the issue is about.
+    std::string items;
+    for (std::string_view rest = entry.Detail; !rest.empty();) {
+        const size_t end = rest.find('\n');
+        const std::string_view line = TrimSpaces(rest.substr(0, end));
+        if (line.ends_with(':'))
+            html += "<p>" + Escaped(line) + "</p>\n";
+        else if (!line.empty())
+            items += "<li>" + Escaped(line) + "</li>";
+        rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+    }
+    if (!items.empty())
+        html += "<ul>" + items + "</ul>\n";
+    html += "</div>\n";
+}
+
+// Errors first, then warnings, then information; within a group in the report's own order.
 void AddIssues(const std::vector<VReportEntry>& entries, std::string& html)
 {
     html += Format("<h2>Issues (%zu)</h2>\n", entries.size());
     if (entries.empty())
         html += "<p>None.</p>\n";
-    for (const VReportEntry& entry : entries) {
-        html += Format("<div class=\"issue %s\"><b>%s</b>: %s\n<p>%s</p>\n", SeverityName(entry.Severity),
-                       SeverityName(entry.Severity), Escaped(entry.Title).c_str(), Escaped(entry.Explanation).c_str());
-        // A line ending in a colon introduces a list; every other line names a node, a file or a
-        // value the issue is about.
-        std::string items;
-        for (std::string_view rest = entry.Detail; !rest.empty();) {
-            const size_t end = rest.find('\n');
-            const std::string_view line = TrimSpaces(rest.substr(0, end));
-            if (line.ends_with(':'))
-                html += "<p>" + Escaped(line) + "</p>\n";
-            else if (!line.empty())
-                items += "<li>" + Escaped(line) + "</li>";
-            rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
-        }
-        if (!items.empty())
-            html += "<ul>" + items + "</ul>\n";
-        html += "</div>\n";
+    const std::pair<const char*, bool (*)(int32_t)> groups[] = {
+        {"Errors", [](int32_t severity) { return severity >= SeverityError; }},
+        {"Warnings", [](int32_t severity) { return severity == SeverityWarning; }},
+        {"Information", [](int32_t severity) { return severity < SeverityWarning; }},
+    };
+    for (const auto& [heading, holds] : groups) {
+        const auto count = std::count_if(entries.begin(), entries.end(),
+                                         [&](const VReportEntry& entry) { return holds(entry.Severity); });
+        if (count == 0)
+            continue;
+        html += Format("<h3>%s (%td)</h3>\n", heading, count);
+        for (const VReportEntry& entry : entries)
+            if (holds(entry.Severity))
+                AddIssue(entry, html);
     }
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 // The export report page ("report.html" beside the log and ErrLog.txt): one self-contained HTML file
 // (styles inline, pictures as data URLs, no script, nothing fetched) with the export's settings, the
-// time of each phase, the counts, each material with its texture, the issues with their
-// explanations and the nodes they name, and a picture of the asset.
+// time of each phase, the counts, each material with its texture, every issue of the report (errors,
+// warnings and information) with its explanation and the nodes it names, and a picture of the asset.
 
 #include "report/Progress.h"
 #include "report/VReportEntry.h"

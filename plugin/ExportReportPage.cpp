@@ -1,11 +1,11 @@
-#include "kestrel/ExportReportPage.h"
+#include "plugin/ExportReportPage.h"
 
 #include "base/FileSystem.h"
 #include "base/Path.h"
 #include "formats/EncodePng.h"
 #include "preview/PreviewMesh.h"
 #include "preview/RenderPreview.h"
-#include "kestrel/ReportPage.h"
+#include "report/ReportPage.h"
 #include "settings/SettingsFile.h"
 
 #include <maya/MFn.h>
