@@ -3,6 +3,7 @@
 // Peak memory is the process's resident high-water mark.
 
 #include "../common/TiledGridScene.h"
+#include "../common/WideTerrainScene.h"
 #include "TimedExport.h"
 
 #include <benchmark/benchmark.h>
@@ -37,6 +38,31 @@ void StaticExportOfAMillionTriangles(benchmark::State& state)
     state.counters["peak_rss_MiB"] = PeakResidentMiB();
 }
 
+// One terrain 520 m wide, so that the stripper's cubes split every material into thousands of
+// batches: run one size at a time for its peak.
+void StaticExportOfAWideTerrain(benchmark::State& state)
+{
+    const LoadedBenchPlugin plugin("kestrel_wide_export_bench");
+    const std::filesystem::path target = plugin.Folder() / "wide.qmesh";
+    int triangles = 0;
+    for (auto _ : state) {
+        const BenchClock::time_point start = BenchClock::now();
+        triangles = BuildWideTerrainScene(static_cast<int>(state.range(0)));
+        RunTimedExport(state, "Zephra_Static_Mesh", target, kPhases, start);
+    }
+    state.counters["triangles"] = triangles;
+    state.counters["file_MiB"] = static_cast<double>(std::filesystem::file_size(target)) / 1048576.0;
+    state.counters["peak_rss_MiB"] = PeakResidentMiB();
+}
+
 } // namespace
 
 BENCHMARK(StaticExportOfAMillionTriangles)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(StaticExportOfAWideTerrain)
+    ->Arg(100000)
+    ->Arg(1000000)
+    ->Arg(4000000)
+    ->ArgName("tris")
+    ->UseManualTime()
+    ->Iterations(1)
+    ->Unit(benchmark::kSecond);
