@@ -2,8 +2,9 @@
 // "kestrel export SCENE -o TARGET [--selection NODE...] [--set Key=Value...] [--anim ENTRY...]
 // [--clips] [--debug] [--no-progress] [--quiet] [--no-report-page] [--lightmap-png PICTURE]": loads
 // the scene into the Maya stand-in, loads the plug-in through the host and runs the translator of
-// the target's format in batch mode, as Maya's export-all or export-selection would; then writes
-// the report page and, if asked, draws the target's lightmap atlases. Several scenes, or
+// the target's format in batch mode, as Maya's export-all or export-selection would (the plug-in
+// writes the report page unless --no-report-page); then, if asked, draws the target's lightmap
+// atlases. Several scenes, or
 // "--batch FILE", run as a batch of export processes (BatchExport.h).
 
 #include "importers/ImportResult.h"

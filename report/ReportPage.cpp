@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <utility>
 
 namespace {
 
@@ -92,19 +91,23 @@ void AddIssues(const std::vector<VReportEntry>& entries, std::string& html)
     html += Format("<h2>Issues (%zu)</h2>\n", entries.size());
     if (entries.empty())
         html += "<p>None.</p>\n";
-    const std::pair<const char*, bool (*)(int32_t)> groups[] = {
+    struct Group {
+        const char* Heading;
+        bool (*Holds)(int32_t severity);
+    };
+    const Group groups[] = {
         {"Errors", [](int32_t severity) { return severity >= SeverityError; }},
         {"Warnings", [](int32_t severity) { return severity == SeverityWarning; }},
         {"Information", [](int32_t severity) { return severity < SeverityWarning; }},
     };
-    for (const auto& [heading, holds] : groups) {
+    for (const Group& group : groups) {
         const auto count = std::count_if(entries.begin(), entries.end(),
-                                         [&](const VReportEntry& entry) { return holds(entry.Severity); });
+                                         [&](const VReportEntry& entry) { return group.Holds(entry.Severity); });
         if (count == 0)
             continue;
-        html += Format("<h3>%s (%td)</h3>\n", heading, count);
+        html += Format("<h3>%s (%td)</h3>\n", group.Heading, count);
         for (const VReportEntry& entry : entries)
-            if (holds(entry.Severity))
+            if (group.Holds(entry.Severity))
                 AddIssue(entry, html);
     }
 }
