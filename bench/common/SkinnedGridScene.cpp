@@ -1,5 +1,7 @@
 #include "SkinnedGridScene.h"
 
+#include "GridMesh.h"
+
 #include <maya/MObject.h>
 #include <maya/MPoint.h>
 #include <standin/SceneBuilder.h>
@@ -18,30 +20,9 @@ constexpr double kWeights[4] = {0.1, 0.4, 0.3, 0.2};
 standin::MeshDescription Grid(int quadsX, int quadsY)
 {
     const double length = kJointSpacing * (SkinnedGridJointCount - 1);
-    standin::MeshDescription mesh;
-    for (int y = 0; y <= quadsY; ++y)
-        for (int x = 0; x <= quadsX; ++x)
-            mesh.points.emplace_back(length * x / quadsX, 250.0 * y / quadsY, 5.0 * ((x + y) % 3));
-    for (int y = 0; y < quadsY; ++y)
-        for (int x = 0; x < quadsX; ++x) {
-            const int corner = y * (quadsX + 1) + x;
-            mesh.counts.push_back(4);
-            for (int c : {corner, corner + quadsX + 1, corner + quadsX + 2, corner + 1})
-                mesh.connects.push_back(c);
-        }
-    return mesh;
-}
-
-standin::UVSpec GridUVs(const standin::MeshDescription& mesh, int quadsX, int quadsY)
-{
-    standin::UVSpec uvs;
-    for (int y = 0; y <= quadsY; ++y)
-        for (int x = 0; x <= quadsX; ++x) {
-            uvs.u.push_back(static_cast<float>(x) / static_cast<float>(quadsX));
-            uvs.v.push_back(static_cast<float>(y) / static_cast<float>(quadsY));
-        }
-    uvs.ids = mesh.connects;
-    return uvs;
+    return GridMesh(quadsX, quadsY, [&](int x, int y) {
+        return MPoint(length * x / quadsX, 250.0 * y / quadsY, 5.0 * ((x + y) % 3));
+    });
 }
 
 // The joint just behind the vertex, its predecessor and the two after it.

@@ -1,5 +1,7 @@
 #include "TiledGridScene.h"
 
+#include "GridMesh.h"
+
 #include <maya/MObject.h>
 #include <maya/MPoint.h>
 #include <standin/SceneBuilder.h>
@@ -15,33 +17,9 @@ constexpr int kQuadsY = TiledGridQuadsY;
 constexpr int kShaderCount = 8;
 
 // Bent into a bowl so that normals vary across it.
-standin::MeshDescription Grid()
+MPoint BowlPoint(int x, int y)
 {
-    standin::MeshDescription mesh;
-    for (int y = 0; y <= kQuadsY; ++y)
-        for (int x = 0; x <= kQuadsX; ++x)
-            mesh.points.emplace_back(
-                x, 0.01 * ((x - kQuadsX / 2) * (x - kQuadsX / 2) + (y - kQuadsY / 2) * (y - kQuadsY / 2)), y);
-    for (int y = 0; y < kQuadsY; ++y)
-        for (int x = 0; x < kQuadsX; ++x) {
-            const int corner = y * (kQuadsX + 1) + x;
-            mesh.counts.push_back(4);
-            for (int c : {corner, corner + kQuadsX + 1, corner + kQuadsX + 2, corner + 1})
-                mesh.connects.push_back(c);
-        }
-    return mesh;
-}
-
-standin::UVSpec GridUVs(const standin::MeshDescription& mesh)
-{
-    standin::UVSpec uvs;
-    for (int y = 0; y <= kQuadsY; ++y)
-        for (int x = 0; x <= kQuadsX; ++x) {
-            uvs.u.push_back(static_cast<float>(x) / kQuadsX);
-            uvs.v.push_back(static_cast<float>(y) / kQuadsY);
-        }
-    uvs.ids = mesh.connects;
-    return uvs;
+    return MPoint(x, 0.01 * ((x - kQuadsX / 2) * (x - kQuadsX / 2) + (y - kQuadsY / 2) * (y - kQuadsY / 2)), y);
 }
 
 } // namespace
@@ -49,8 +27,8 @@ standin::UVSpec GridUVs(const standin::MeshDescription& mesh)
 void BuildTiledGridScene()
 {
     standin::NewScene();
-    const standin::MeshDescription grid = Grid();
-    const standin::UVSpec uvs = GridUVs(grid);
+    const standin::MeshDescription grid = GridMesh(kQuadsX, kQuadsY, BowlPoint);
+    const standin::UVSpec uvs = GridUVs(grid, kQuadsX, kQuadsY);
     std::vector<MObject> shadingEngines;
     for (int s = 0; s < kShaderCount; ++s)
         shadingEngines.push_back(standin::CreateShader(s % 2 ? "blinn" : "lambert", "shader" + std::to_string(s)));

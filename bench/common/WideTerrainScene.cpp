@@ -1,5 +1,7 @@
 #include "WideTerrainScene.h"
 
+#include "GridMesh.h"
+
 #include <maya/MObject.h>
 #include <maya/MPoint.h>
 #include <standin/SceneBuilder.h>
@@ -19,33 +21,11 @@ double Height(double x, double z) { return 300.0 * std::sin(0.0007 * x) * std::c
 
 standin::MeshDescription Tile(int tileColumn, int tileRow, double step)
 {
-    standin::MeshDescription mesh;
-    for (int row = 0; row <= TileQuads; ++row)
-        for (int column = 0; column <= TileQuads; ++column) {
-            const double x = step * (tileColumn * TileQuads + column);
-            const double z = step * (tileRow * TileQuads + row);
-            mesh.points.emplace_back(x, Height(x, z), z);
-        }
-    for (int row = 0; row < TileQuads; ++row)
-        for (int column = 0; column < TileQuads; ++column) {
-            const int corner = row * (TileQuads + 1) + column;
-            mesh.counts.push_back(4);
-            for (const int c : {corner, corner + TileQuads + 1, corner + TileQuads + 2, corner + 1})
-                mesh.connects.push_back(c);
-        }
-    return mesh;
-}
-
-standin::UVSpec TileUVs(const standin::MeshDescription& mesh)
-{
-    standin::UVSpec uvs;
-    for (int row = 0; row <= TileQuads; ++row)
-        for (int column = 0; column <= TileQuads; ++column) {
-            uvs.u.push_back(static_cast<float>(column) / TileQuads);
-            uvs.v.push_back(static_cast<float>(row) / TileQuads);
-        }
-    uvs.ids = mesh.connects;
-    return uvs;
+    return GridMesh(TileQuads, TileQuads, [&](int column, int row) {
+        const double x = step * (tileColumn * TileQuads + column);
+        const double z = step * (tileRow * TileQuads + row);
+        return MPoint(x, Height(x, z), z);
+    });
 }
 
 } // namespace
@@ -63,7 +43,7 @@ int BuildWideTerrainScene(int triangleCount)
             const std::string name = "tile" + std::to_string(row * tiles + column);
             const standin::MeshDescription mesh = Tile(column, row, step);
             const MObject shape = standin::CreateMesh(name + "Shape", standin::CreateNode("transform", name), mesh);
-            standin::SetUVs(shape, TileUVs(mesh));
+            standin::SetUVs(shape, GridUVs(mesh, TileQuads, TileQuads));
             standin::Assign(shadingEngines[static_cast<size_t>((column + 3 * row) % ShaderCount)], shape);
         }
     return 2 * TileQuads * TileQuads * tiles * tiles;
