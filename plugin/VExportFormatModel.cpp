@@ -176,6 +176,9 @@ bool VExportFormatModel::Export()
 
     DebugPrint("GetMeshes started\r\n");
     GetMeshes(harvest, model, ModelMeshFlags, RootPath());
+    // Otherwise the user finds out from an asset that shows nothing.
+    if (model.Faces.Count() == 0)
+        report.AddIssue(IssueEmptyScene);
     // Every later pass expects triangles.
     ReportPassResult("TessellateFaces", TessellateFaces(model), report);
     model.Enumerate();

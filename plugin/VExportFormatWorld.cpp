@@ -133,6 +133,9 @@ bool VExportFormatWorld::Export()
     world.HasTangents = 1;
 
     GetMeshes(harvest, world, state);
+    // Otherwise the user finds out from an asset that shows nothing.
+    if (world.Polygons.Count() == 0 && world.Lights.Count() == 0 && !state.PlacesOtherAssets())
+        report.AddIssue(IssueEmptyScene);
 
     TessellatePolygons(world);
     world.Enumerate();

@@ -15,5 +15,8 @@ public:
         PlacementTaken = 0;
     }
 
+    // A prefab of nested exports holds something even when its own world is empty.
+    virtual bool PlacesOtherAssets() const { return false; }
+
     VMWorld World;
 };

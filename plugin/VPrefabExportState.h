@@ -23,6 +23,7 @@ public:
     bool VisitNode(const MDagPath& path) override;
     // The common reset, the shape instances, the world and the node references.
     void Reset() override;
+    bool PlacesOtherAssets() const override { return !NodeReferences.empty(); }
 
     // The referenced files (as written in the attribute), each once, with the first node that
     // names it.

@@ -66,6 +66,17 @@ TEST_F(StaticExport, ExportSelectionWritesOnlyTheSelectedNodesAndNodesTaggedExpo
     const VStaticMeshFile selected = ReadMesh("sel.qmesh");
     EXPECT_EQ(selected.TriangleCount, 12);
     EXPECT_FLOAT_EQ(selected.Bounds.Min[0], 300.0f);
+    EXPECT_EQ(Report.Find("Empty scene"), nullptr);
+
+    // Files that show nothing are still written, and the report says why (a warning, which only an
+    // interactive export keeps).
+    standin::Select({standin::PathTo("skipped")});
+    standin::SetInteractive(true);
+    const MStatus exported = ExportSelection("none.qmesh");
+    standin::SetInteractive(false);
+    ASSERT_TRUE(exported);
+    EXPECT_EQ(ReadMesh("none.qmesh").TriangleCount, 0);
+    EXPECT_NE(Report.Find("Empty scene"), nullptr);
 
     ASSERT_TRUE(ExportAll("all.qmesh"));
     const VStaticMeshFile all = ReadMesh("all.qmesh");

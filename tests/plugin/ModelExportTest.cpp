@@ -223,6 +223,7 @@ TEST_F(ModelExport, ASkeletonWithoutMeshLosesEveryBoneAndStillWritesAModel)
 
     ASSERT_TRUE(exported);
     EXPECT_NE(Report.Find("Bone animation with all bones eliminated"), nullptr);
+    EXPECT_NE(Report.Find("Empty scene"), nullptr);
     EXPECT_TRUE(Log.Has("b\r\n"));
     EXPECT_EQ(ReadModel("bare.model")->Vertices.Count(), 0);
 }
