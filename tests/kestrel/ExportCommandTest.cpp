@@ -254,6 +254,16 @@ TEST_F(ExportCommand, SelectionExportsOnlyTheNamedNodes)
     request.Selection = {"far"};
     EXPECT_EQ(Run(request), 0);
     EXPECT_EQ(Triangles("sel.qmesh"), 12);
+
+    // A model takes the selection and the options the same way, into its own settings folder.
+    request = Request("sel.model");
+    request.Selection = {"far"};
+    request.Settings = {"MaxNumBones=7"};
+    EXPECT_EQ(Run(request), 0) << Err;
+    VMModel model;
+    ASSERT_TRUE(LoadModel(model, FromNativePath(request.Target))) << LastError().Text;
+    EXPECT_EQ(model.Faces.Count(), 12);
+    EXPECT_THAT(Read("sel.model_data/_config.Xportel"), HasSubstr("// MaxNumBones : 7\r\n"));
 }
 
 TEST_F(ExportCommand, SetChangesAnOptionAndIsStoredWithTheTarget)
