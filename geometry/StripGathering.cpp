@@ -144,6 +144,16 @@ struct StripGathering::Data {
     std::vector<int> Members;
     std::vector<Bucket> Buckets;
     std::vector<StripCandidateBox> Nearby;
+
+    // Closes the gaps that candidates taken since left among the group's member slots.
+    void DropTaken(Group& group)
+    {
+        const auto members = Members.begin();
+        group.End = static_cast<size_t>(
+            std::remove_if(members + static_cast<std::ptrdiff_t>(group.First), members + static_cast<std::ptrdiff_t>(group.End),
+                           [this](int candidate) { return Taken[static_cast<size_t>(candidate)] != 0; })
+            - members);
+    }
 };
 
 namespace {
@@ -314,11 +324,7 @@ void StripGathering::BuildGrid(int groupNumber, float cubeSize)
 {
     Data& data = *m_data;
     Data::Group& group = data.Groups[static_cast<size_t>(groupNumber)];
-    const auto members = data.Members.begin();
-    group.End = static_cast<size_t>(
-        std::remove_if(members + static_cast<std::ptrdiff_t>(group.First), members + static_cast<std::ptrdiff_t>(group.End),
-                       [&data](int candidate) { return data.Taken[static_cast<size_t>(candidate)] != 0; })
-        - members);
+    data.DropTaken(group);
     std::vector<StripCandidateBox> boxes;
     boxes.reserve(group.End - group.First);
     StripCandidateBox box;
@@ -403,9 +409,7 @@ bool StripGathering::Gather(int bucketNumber, float cubeSize, StripBatch& batch,
             }
             take(candidate);
         }
-        group.End = static_cast<size_t>(std::remove_if(members + static_cast<std::ptrdiff_t>(group.First),
-                                                       members + static_cast<std::ptrdiff_t>(group.End), isTaken)
-                                        - members);
+        data.DropTaken(group);
     }
     cubeFull = cubeFull || group.Untaken > 0;
     return true;

@@ -19,7 +19,6 @@
 #include <maya/MGlobal.h>
 #include <maya/MTime.h>
 
-#include <algorithm>
 
 namespace {
 
@@ -28,9 +27,7 @@ std::string ShownSceneName()
 {
     MString name;
     MGlobal::executeCommand("file -q -sceneName", name);
-    std::string path = name.asChar();
-    std::replace(path.begin(), path.end(), '/', '\\');
-    return ShownPath(path);
+    return ShownPath(FromNativePath(name.asChar()));
 }
 
 // The page only accompanies the asset: a page that cannot be written is said, and the export
@@ -86,8 +83,7 @@ bool RunGuarded(VExportFormat& format)
 
 std::string ExportTargetPath(std::string_view fullName)
 {
-    std::string path(fullName);
-    std::replace(path.begin(), path.end(), '/', '\\');
+    std::string path = FromNativePath(fullName);
     const size_t lastDot = path.rfind('.');
     if (lastDot == std::string::npos || lastDot == 0)
         return path;
